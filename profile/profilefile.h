@@ -1,0 +1,20 @@
+#pragma once
+
+#include "profile/profile.h"
+#include "profile/safefilewriter.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+
+class QIODevice;
+
+// A ".cdi" profile file: a container holding exactly one profile record.
+QByteArray profileFileBytes(const Profile &profile);
+
+// Reads the first record of a container as the profile; further records are ignored.
+std::optional<Profile> readProfileFile(QIODevice &in);
+std::optional<Profile> readProfileFile(const QString &path);
+
+FileWriteError saveProfileFile(const Profile &profile, const QString &path);
