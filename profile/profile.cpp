@@ -131,7 +131,8 @@ ProfileFlags ProfileFlags::fromByte(quint8 byte)
 {
     ProfileFlags flags;
     flags.sideStandMonitoring = byte & kSideStandMonitoring;
-    flags.groundEnablesIgnition = !(byte & kGroundBlocksIgnition);
+    // Bit 1 only counts while the side stand is monitored; without monitoring ground always enables.
+    flags.groundEnablesIgnition = !(flags.sideStandMonitoring && (byte & kGroundBlocksIgnition));
     flags.pickUpRisingEdge = byte & kPickUpRisingEdge;
     if (byte & kSensorMode1)
         flags.sensorMode = 1;

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Installs the Debian 12 packages the project needs, only those that are missing.
+# Sourced by run.sh, test.sh and bench.sh; safe to run again.
+set -euo pipefail
+
+sparkwright_packages=(
+    cmake ninja-build g++ pkg-config
+    qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
+    libqt5serialport5-dev libqt5svg5
+    fonts-dejavu-core
+)
+
+sparkwright_install_missing() {
+    local missing=()
+    local package
+    for package in "${sparkwright_packages[@]}" "$@"; do
+        if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
+            missing+=("$package")
+        fi
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+
+    echo "Installing: ${missing[*]}"
+    local sudo=""
+    if [ "$(id -u)" -ne 0 ]; then
+        sudo="sudo"
+    fi
+    export DEBIAN_FRONTEND=noninteractive
+    $sudo apt-get update -qq
+    $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}

@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Builds the program into build/ and starts it from there, where default.cds, hints.cdh
+# and lang_de.qm stand beside it.
+set -euo pipefail
+root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+source "$root/scripts/deps.sh"
+sparkwright_install_missing
+
+build="$root/build"
+if [ ! -f "$build/CMakeCache.txt" ]; then
+    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DSPARKWRIGHT_TESTS=OFF
+fi
+cmake --build "$build" --parallel "$(nproc)"
+
+cd "$build"
+exec ./sparkwright "$@"
