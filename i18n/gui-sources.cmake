@@ -1,0 +1,1 @@
+target_sources(sparkwright-gui PRIVATE ${CMAKE_CURRENT_LIST_DIR}/itranslatable.h)
