@@ -1,5 +1,7 @@
 #include "profile/taggedvalues.h"
 
+#include <QTextCodec>
+
 #include <cstring>
 
 namespace {
@@ -7,6 +9,18 @@ namespace {
 // An old-form string that claims far more bytes than its record holds is damage, not data:
 // padding it with zeros would only make a huge string of nothing.
 constexpr qint64 kMaxOldStringPadding = 65536;
+
+// A leading U+FEFF is part of the text (names pasted from other programs carry it), not a
+// byte-order mark to drop, so that every string reads back exactly as it was written.
+QString decodeUtf8(const QByteArray &bytes)
+{
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    QString text = QTextCodec::codecForMib(106)->toUnicode(bytes.constData(), bytes.size(), &state);
+    // A sequence cut off at the end decodes as it would without the header rule.
+    if (state.remainingChars > 0)
+        text.append(QString(state.remainingChars, QChar::ReplacementCharacter));
+    return text;
+}
 
 void appendLittleEndian(QByteArray &out, quint64 value, int size)
 {
@@ -118,7 +132,7 @@ bool TagReader::readString(QString &value)
     if (tag == Tag::String) {
         // Current form: the text ends at the first zero byte, if any.
         const int zero = bytes.indexOf('\0');
-        value = QString::fromUtf8(zero < 0 ? bytes : bytes.left(zero));
+        value = decodeUtf8(zero < 0 ? bytes : bytes.left(zero));
         return true;
     }
 
@@ -126,6 +140,6 @@ bool TagReader::readString(QString &value)
     const qint64 missing = length - available;
     if (missing > kMaxOldStringPadding)
         return false;
-    value = QString::fromUtf8(bytes + QByteArray(int(missing), '\0'));
+    value = decodeUtf8(bytes + QByteArray(int(missing), '\0'));
     return true;
 }
