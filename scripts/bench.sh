@@ -15,5 +15,7 @@ cmake --build "$build" --parallel "$(nproc)" >/dev/null
 export QT_QPA_PLATFORM=offscreen
 cd "$build"
 for bench in bench/bench_*; do
-    [ -x "$bench" ] && "$bench"
+    if [ -f "$bench" ] && [ -x "$bench" ]; then
+        "$bench"
+    fi
 done
