@@ -1,15 +1,8 @@
-#include <QApplication>
-#include <QMainWindow>
+#include "app/cstartup.h"
 
 int main(int argc, char *argv[])
 {
-    QApplication app(argc, argv);
-    QApplication::setOrganizationName(QStringLiteral("sparkwright.example"));
-    QApplication::setApplicationName(QStringLiteral("Sparkwright"));
-    QApplication::setApplicationVersion(QStringLiteral("0.95.1"));
-    QMainWindow window;
-    window.setWindowTitle(QStringLiteral("Sparkwright"));
-    window.resize(800, 560);
-    window.show();
-    return app.exec();
+    CEventLoopSteps steps;
+    CStartup startup(steps);
+    return startup.run(argc, argv);
 }

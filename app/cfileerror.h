@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+// Describes a data file that could not be loaded at start-up: the message for the user and the
+// rich text that the error window shows, naming the file as it was opened.
+class CFileError : public QObject
+{
+    Q_OBJECT
+
+public:
+    CFileError(const QString &message, const QString &fileName);
+
+    QString message() const { return m_message; }
+    QString displayText() const { return m_displayText; }
+
+private:
+    const QString m_message;
+    const QString m_displayText;
+};

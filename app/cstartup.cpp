@@ -1,0 +1,183 @@
+#include "app/cstartup.h"
+
+#include "app/cdataholder.h"
+#include "app/cfileerror.h"
+#include "app/cfilemanifest.h"
+#include "app/csingleinstance.h"
+#include "app/errorgui.h"
+#include "dialogs/cdisclaimeracceptance.h"
+#include "dialogs/disclaimerdialog.h"
+#include "frame/mainwindow.h"
+#include "i18n/clanguagemenu.h"
+#include "i18n/clanguageswitcher.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QLocale>
+#include <QStandardPaths>
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+
+// The images are a static library; its resources register only when asked to.
+static void registerImages()
+{
+    Q_INIT_RESOURCE(images);
+}
+
+namespace {
+
+const char kVersionQuery[] = "-v";
+
+std::unique_ptr<QApplication> createApplication(int &argc, char **argv)
+{
+    if (QCoreApplication::instance())
+        return nullptr;
+    return std::make_unique<QApplication>(argc, argv);
+}
+
+// Set before any window exists: the settings paths and the web links derive from it.
+void setIdentity()
+{
+    QCoreApplication::setOrganizationName(QStringLiteral("sparkwright.example"));
+    QCoreApplication::setApplicationName(QStringLiteral("Sparkwright"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("0.95.1"));
+    QIcon icon;
+    for (int size : {16, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/Images/app-%1.png").arg(size), QSize(size, size));
+    QApplication::setWindowIcon(icon);
+}
+
+void printManifest(const CDataHolder &data)
+{
+    const QByteArray line = CFileManifest(data).text() + '\n';
+    std::fwrite(line.constData(), 1, size_t(line.size()), stdout);
+    std::fflush(stdout);
+}
+
+} // namespace
+
+void CEventLoopSteps::waitForErrorWindow(ErrorGui &window)
+{
+    Q_UNUSED(window)
+    // The error window is the only window, so closing it ends the loop.
+    QApplication::exec();
+}
+
+int CEventLoopSteps::runDisclaimer(DisclaimerDialog &dialog)
+{
+    return dialog.exec();
+}
+
+int CEventLoopSteps::runMainWindow(MainWindow &window)
+{
+    Q_UNUSED(window)
+    return QApplication::exec();
+}
+
+CStartup::CStartup(IModalSteps &steps, Surroundings surroundings)
+    : m_steps(steps)
+    , m_surroundings(std::move(surroundings))
+{ }
+
+int CStartup::run(int &argc, char **argv)
+{
+    registerImages();
+    const bool versionQuery = argc == 2 && qstrcmp(argv[1], kVersionQuery) == 0;
+
+    // The data files come first, so that a broken installation is reported even when another
+    // copy is running or the disclaimer was never accepted. The hints are only tried once the
+    // library has loaded, so that a single message names the first broken file.
+    CDataHolder data;
+    std::unique_ptr<CFileError> error = data.loadLibrary(!versionQuery);
+    if (!error)
+        error = data.loadHints();
+    if (error)
+        return reportFileError(argc, argv, *error);
+
+    if (versionQuery) {
+        printManifest(data);
+        return kExitNormal;
+    }
+    return runNormalStart(argc, argv, data);
+}
+
+int CStartup::reportFileError(int &argc, char **argv, const CFileError &error)
+{
+    // No translation is installed yet: the message appears in English.
+    std::unique_ptr<QApplication> application = createApplication(argc, argv);
+    auto window = std::make_unique<ErrorGui>(error.displayText());
+    m_steps.waitForErrorWindow(*window);
+    window.reset();
+    application.reset();
+    return kExitFailed;
+}
+
+int CStartup::runNormalStart(int &argc, char **argv, CDataHolder &data)
+{
+    CSingleInstance singleInstance(m_surroundings.lockDirectory);
+    // Deliberately silent: starting the program again simply leaves the running copy alone.
+    if (!singleInstance.acquire())
+        return kExitNormal;
+
+    // The device transactions draw their nonces and scrambling values from the C generator.
+    std::srand(unsigned(std::time(nullptr)));
+
+    std::unique_ptr<QApplication> application = createApplication(argc, argv);
+    setIdentity();
+
+    // The start language follows the system locale on every start; a switch made while the
+    // program ran is not remembered.
+    auto switcher = std::make_unique<CLanguageSwitcher>();
+    switcher->addLanguage(CLanguageSwitcher::languageCode(CLanguageSwitcher::kGerman));
+    const QString localeName
+        = m_surroundings.localeName.isEmpty() ? QLocale::system().name() : m_surroundings.localeName;
+    switcher->setLanguage(CLanguageSwitcher::languageForLocale(localeName));
+
+    auto languageMenu = std::make_unique<CLanguageMenu>(*switcher);
+
+    const QString programDirectory = m_surroundings.programDirectory.isEmpty()
+        ? QCoreApplication::applicationDirPath()
+        : m_surroundings.programDirectory;
+    auto acceptance = std::make_unique<CDisclaimerAcceptance>(
+        programDirectory, QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    auto disclaimer = std::make_unique<DisclaimerDialog>(*languageMenu, *acceptance);
+
+    int exitCode = kExitFailed;
+    if (acceptance->isAccepted() || m_steps.runDisclaimer(*disclaimer) == QDialog::Accepted)
+        exitCode = runWindows(data, *switcher, *languageMenu);
+
+    // Widgets go before the application object; the single-copy lock goes last.
+    disclaimer.reset();
+    acceptance.reset();
+    languageMenu.reset();
+    switcher.reset();
+    application.reset();
+    return exitCode;
+}
+
+// Builds every page and dialog once, wires them together and runs the main window. The order
+// matters: later objects are given earlier ones, and the switcher calls its listeners in the
+// order they were registered in.
+int CStartup::runWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu)
+{
+    // The pages and shared dialogs first, then the main window, which takes the pages over.
+    auto mainWindow = std::make_unique<MainWindow>(data, languageMenu);
+
+    // Every language switch reaches these, in this order.
+    switcher.registerListener(mainWindow.get());
+
+    mainWindow->start();
+    mainWindow->show();
+
+    // The links that need the finished main window.
+    setSharedDefaultLibrary(data.library());
+
+    const int exitCode = m_steps.runMainWindow(*mainWindow);
+
+    setSharedDefaultLibrary(nullptr);
+    mainWindow.reset();
+    return exitCode;
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+
+class CDataHolder;
+class CFileError;
+class CLanguageMenu;
+class CLanguageSwitcher;
+class DisclaimerDialog;
+class ErrorGui;
+class MainWindow;
+
+// The places where start-up hands control to the user and waits. The program runs event loops
+// there; tests answer in the user's place, so that nothing blocks.
+class IModalSteps
+{
+public:
+    virtual ~IModalSteps() = default;
+    // The window is already shown; returns once the user has closed it.
+    virtual void waitForErrorWindow(ErrorGui &window) = 0;
+    // Returns the dialog's result code.
+    virtual int runDisclaimer(DisclaimerDialog &dialog) = 0;
+    // The main window is already shown; returns the program's exit code.
+    virtual int runMainWindow(MainWindow &window) = 0;
+};
+
+// Waits the way the program does: in the application's event loop and in the dialog's own.
+class CEventLoopSteps : public IModalSteps
+{
+public:
+    void waitForErrorWindow(ErrorGui &window) override;
+    int runDisclaimer(DisclaimerDialog &dialog) override;
+    int runMainWindow(MainWindow &window) override;
+};
+
+// The program from its command line to its exit code: data files, version query, single copy,
+// identity, start language, disclaimer, then every page and dialog built once, wired together,
+// and the main window's event loop.
+class CStartup
+{
+public:
+    static constexpr int kExitNormal = 0;
+    static constexpr int kExitFailed = 1;
+
+    // What the program finds around itself. Empty fields take the real values: the directory of
+    // the executable, the system locale, and the user's runtime directory for the lock.
+    struct Surroundings
+    {
+        QString programDirectory;
+        QString localeName;
+        QString lockDirectory;
+    };
+
+    explicit CStartup(IModalSteps &steps, Surroundings surroundings = {});
+
+    // An application object that already exists (as in tests) is used instead of a new one.
+    int run(int &argc, char **argv);
+
+private:
+    int reportFileError(int &argc, char **argv, const CFileError &error);
+    int runNormalStart(int &argc, char **argv, CDataHolder &data);
+    int runWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu);
+
+    IModalSteps &m_steps;
+    const Surroundings m_surroundings;
+};

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "i18n/itranslatable.h"
+
+#include <QCoreApplication>
+#include <QString>
+#include <QVector>
+
+#include <memory>
+#include <vector>
+
+class QTranslator;
+
+// Owns the translations and switches the running program between its languages. English is
+// the language of the program's own texts; every further language comes from a translation
+// file. After each switch the registered parts of the user interface set their texts again.
+class CLanguageSwitcher : public ITranslatable
+{
+    Q_DECLARE_TR_FUNCTIONS(CLanguageSwitcher)
+
+public:
+    static constexpr int kEnglish = 0;
+    static constexpr int kGerman = 1;
+    static constexpr int kLanguageCount = 2;
+
+    // By index, the same everywhere language names are shown.
+    static QString languageName(int language);
+    static QString languageCode(int language);
+    // German for a locale name such as "de_AT", English for everything else.
+    static int languageForLocale(const QString &localeName);
+
+    CLanguageSwitcher();
+    ~CLanguageSwitcher() override;
+
+    // Loads "lang_<code>.qm" from the working directory. The language is added even when its
+    // file is missing: choosing it then simply leaves the texts in English.
+    void addLanguage(const QString &code);
+    void setLanguage(int language);
+    // Not owned; called in registration order.
+    void registerListener(ITranslatable *listener);
+
+    int language() const { return m_language; }
+
+    // Another part hands a language choice on with the same call it receives.
+    void retranslate(int language) override { setLanguage(language); }
+
+private:
+    // Language n uses translator n - 1; English needs none.
+    std::vector<std::unique_ptr<QTranslator>> m_translators;
+    QVector<ITranslatable *> m_listeners;
+    int m_installed = -1;
+    int m_language = kEnglish;
+};
