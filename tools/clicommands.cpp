@@ -1,15 +1,22 @@
 #include "tools/clicommands.h"
 
+#include "editor/mapplotter.h"
 #include "profile/defaultlibrary.h"
 #include "profile/hintcatalog.h"
 #include "profile/profilefile.h"
 #include "profile/profilejson.h"
+#include "summary/summarysheet.h"
 
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonParseError>
+#include <QRegularExpression>
+#include <QTranslator>
 
 int CliCommands::run(const QStringList &arguments)
 {
@@ -30,6 +37,10 @@ int CliCommands::run(const QStringList &arguments)
         return buildLibrary(rest.at(0), rest.at(1));
     if (verb == QLatin1String("build-hints") && rest.size() == 2)
         return buildHints(rest.at(0), rest.at(1));
+    if (verb == QLatin1String("print"))
+        return print(rest);
+    if (verb == QLatin1String("graph"))
+        return graph(rest);
 
     const QStringList verbs {QStringLiteral("dump"), QStringLiteral("pack"), QStringLiteral("build-library"),
                              QStringLiteral("build-hints")};
@@ -47,6 +58,11 @@ void CliCommands::printHelp()
              "  pack PROFILE.json OUT.cdi          write a profile as a .cdi file, as the program saves it\n"
              "  build-library SOURCE.json OUT.cds  build the factory library from its JSON source\n"
              "  build-hints SOURCE.json OUT.cdh    build the hints file from its JSON source\n"
+             "  print FILE.cdi OUT.pdf [--language en|de]\n"
+             "                                     the profile sheet, as the program prints it; needs\n"
+             "                                     default.cds (and lang_de.qm) in the working folder\n"
+             "  graph FILE.cdi OUT.png [--size WxH] [--language en|de]\n"
+             "                                     the map as the editor's graph draws it (733x430)\n"
              "  --help                             show this text\n"
              "\n"
              "Exit codes: 0 done, 1 a file could not be read or written, 2 wrong usage.\n";
@@ -169,4 +185,146 @@ int CliCommands::buildHints(const QString &source, const QString &target)
     if (!catalog)
         return fileError(source, error);
     return writeOutput(target, hintCatalogBytes(*catalog));
+}
+
+bool CliCommands::needsGui(const QStringList &arguments)
+{
+    return !arguments.isEmpty()
+        && (arguments.first() == QLatin1String("print") || arguments.first() == QLatin1String("graph"));
+}
+
+bool CliCommands::parseDrawingArguments(const QString &verb, const QStringList &arguments,
+    const QStringList &allowed, QStringList &positional, QMap<QString, QString> &options)
+{
+    for (int i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments.at(i);
+        if (!argument.startsWith(QLatin1String("--"))) {
+            positional << argument;
+            continue;
+        }
+        if (!allowed.contains(argument)) {
+            usage(QStringLiteral("unknown option '%1' for '%2'").arg(argument, verb));
+            return false;
+        }
+        if (i + 1 >= arguments.size()) {
+            usage(QStringLiteral("option '%1' needs a value").arg(argument));
+            return false;
+        }
+        options.insert(argument, arguments.at(++i));
+    }
+    if (positional.size() != 2) {
+        usage(QStringLiteral("wrong number of arguments for '%1'").arg(verb));
+        return false;
+    }
+    return true;
+}
+
+bool CliCommands::installLanguage(
+    const QString &verb, const QString &language, QTranslator &translator, int &status)
+{
+    if (language.isEmpty() || language == QLatin1String("en"))
+        return true;
+    if (language != QLatin1String("de")) {
+        status
+            = usage(QStringLiteral("unknown language '%1' for '%2': expected en or de").arg(language, verb));
+        return false;
+    }
+    // The program's own rule: "lang_" + code, relative to the working folder.
+    const QString name = QStringLiteral("lang_") + language;
+    if (!translator.load(name)) {
+        status = fileError(name + QStringLiteral(".qm"), QStringLiteral("cannot load the translation"));
+        return false;
+    }
+    QCoreApplication::installTranslator(&translator);
+    return true;
+}
+
+bool CliCommands::readProfile(const QString &path, Profile &profile)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        fileError(path, QStringLiteral("cannot open: ") + file.errorString());
+        return false;
+    }
+    const std::optional<Profile> read = readProfileFile(file);
+    if (!read) {
+        fileError(path, QStringLiteral("not a readable profile file (broken or truncated)"));
+        return false;
+    }
+    profile = *read;
+    return true;
+}
+
+int CliCommands::print(const QStringList &arguments)
+{
+    QStringList positional;
+    QMap<QString, QString> options;
+    if (!parseDrawingArguments(
+            QStringLiteral("print"), arguments, {QStringLiteral("--language")}, positional, options))
+        return kUsageError;
+    QTranslator translator;
+    int status = kOk;
+    if (!installLanguage(
+            QStringLiteral("print"), options.value(QStringLiteral("--language")), translator, status))
+        return status;
+
+    Profile profile;
+    if (!readProfile(positional.at(0), profile))
+        return kFileError;
+
+    // The header names the factory library the program runs with.
+    const QString libraryPath = QStringLiteral("default.cds");
+    QFile libraryFile(libraryPath);
+    if (!libraryFile.open(QIODevice::ReadOnly))
+        return fileError(libraryPath, QStringLiteral("cannot open: ") + libraryFile.errorString());
+    const std::unique_ptr<DefaultLibrary> library = loadDefaultLibrary(libraryFile, true);
+    if (!library)
+        return fileError(libraryPath, QStringLiteral("not a readable profile library (broken or truncated)"));
+
+    const QByteArray pdf = summarySheetPdf(
+        profile, summarySheetHeaderLine(library->libraryValue(), QDateTime::currentDateTime()));
+    if (pdf.isEmpty())
+        return fileError(positional.at(1), QStringLiteral("could not produce the PDF document"));
+    return writeOutput(positional.at(1), pdf);
+}
+
+int CliCommands::graph(const QStringList &arguments)
+{
+    QStringList positional;
+    QMap<QString, QString> options;
+    if (!parseDrawingArguments(QStringLiteral("graph"), arguments,
+            {QStringLiteral("--size"), QStringLiteral("--language")}, positional, options))
+        return kUsageError;
+
+    int width = 733;
+    int height = 430;
+    if (options.contains(QStringLiteral("--size"))) {
+        static const QRegularExpression sizePattern(QStringLiteral("^(\\d{1,5})x(\\d{1,5})$"));
+        const QRegularExpressionMatch match = sizePattern.match(options.value(QStringLiteral("--size")));
+        constexpr int kLargest = 4096;
+        if (match.hasMatch()) {
+            width = match.captured(1).toInt();
+            height = match.captured(2).toInt();
+        }
+        if (!match.hasMatch() || width < 1 || height < 1 || width > kLargest || height > kLargest)
+            return usage(QStringLiteral("--size expects WIDTHxHEIGHT, each 1 to %1").arg(kLargest));
+    }
+    QTranslator translator;
+    int status = kOk;
+    if (!installLanguage(
+            QStringLiteral("graph"), options.value(QStringLiteral("--language")), translator, status))
+        return status;
+
+    Profile profile;
+    if (!readProfile(positional.at(0), profile))
+        return kFileError;
+
+    // As the editor shows it: editable colours, no point selected, axes fitted to the map.
+    MapPlotter plotter(width, height, 16);
+    plotter.drawSingle(profile, -1, true, true);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    if (!plotter.image().save(&buffer, "PNG"))
+        return fileError(positional.at(1), QStringLiteral("could not encode the image"));
+    return writeOutput(positional.at(1), buffer.data());
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
@@ -12,6 +13,8 @@ public:
     CliCommands(QTextStream &out, QTextStream &err) : m_out(out), m_err(err) { }
 
     int run(const QStringList &arguments);
+    // The drawing verbs need fonts, hence a QGuiApplication rather than a QCoreApplication.
+    static bool needsGui(const QStringList &arguments);
 
     static constexpr int kOk = 0;
     static constexpr int kFileError = 1;
@@ -22,6 +25,17 @@ private:
     int pack(const QString &source, const QString &target);
     int buildLibrary(const QString &source, const QString &target);
     int buildHints(const QString &source, const QString &target);
+    int print(const QStringList &arguments);
+    int graph(const QStringList &arguments);
+
+    // Splits "FILE OUT [--option value]..." into the positional arguments and the options
+    // allowed for the verb; false (after a usage message) on anything else.
+    bool parseDrawingArguments(const QString &verb, const QStringList &arguments, const QStringList &allowed,
+        QStringList &positional, QMap<QString, QString> &options);
+    // Installs the translation for --language; false (after the message) when it cannot be used.
+    bool installLanguage(
+        const QString &verb, const QString &language, class QTranslator &translator, int &status);
+    bool readProfile(const QString &path, class Profile &profile);
 
     int usage(const QString &problem);
     int fileError(const QString &path, const QString &what);

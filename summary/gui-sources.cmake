@@ -1,0 +1,3 @@
+target_sources(sparkwright-gui PRIVATE
+    ${CMAKE_CURRENT_LIST_DIR}/summaryform.cpp
+)
