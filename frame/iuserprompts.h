@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QWidget;
+
+// Every modal question, warning and file dialog of the program goes through this seam, so that
+// tests can answer them without a blocking dialog.
+class IUserPrompts
+{
+public:
+    virtual ~IUserPrompts() = default;
+
+    // A question box with the given buttons (left to right); returns the index of the button
+    // pressed, or -1 when the box was closed otherwise. escapeButton -1: Escape does nothing.
+    virtual int ask(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons,
+                    int defaultButton, int escapeButton)
+        = 0;
+    // A warning box with a single button.
+    virtual void warn(QWidget *parent, const QString &title, const QString &text, const QString &button) = 0;
+    // Empty when cancelled.
+    virtual QString openFileName(QWidget *parent, const QString &title, const QString &filter) = 0;
+    virtual QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
+                                 const QString &filter)
+        = 0;
+};
+
+// The real dialogs; one instance lives for the whole run.
+IUserPrompts &userPrompts();
+// Tests install their own answers; null restores the real dialogs.
+void setUserPrompts(IUserPrompts *prompts);
