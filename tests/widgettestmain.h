@@ -1,12 +1,17 @@
 #pragma once
 
-// The main function of a QtTest executable that drives widgets.
+// The main function of a QtTest executable that drives widgets, and what such tests share.
 //
 // The offscreen platform that the tests run on never frees the screen it sets up while the
 // application object is built, and LeakSanitizer would report that at every exit. Only the
 // allocations made while the application object is built are left out of the leak check;
 // everything the tests themselves allocate is still checked.
 #include <QApplication>
+#include <QCheckBox>
+#include <QHash>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QTranslator>
 #include <QtTest>
 
 #include <memory>
@@ -31,6 +36,37 @@ inline std::unique_ptr<QApplication> createTestApplication(int &argc, char **arg
     application->setAttribute(Qt::AA_Use96Dpi, true);
     return application;
 }
+
+namespace WidgetTest {
+
+// Clicks the box itself, where the user clicks, not its label.
+inline void clickCheckBox(QCheckBox *box)
+{
+    QStyleOptionButton option;
+    option.initFrom(box);
+    const QRect indicator = box->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, box);
+    QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, indicator.center());
+}
+
+// A translation given as "context|source" -> text; installed, it changes the language of
+// every window without a translation file.
+class Translator : public QTranslator
+{
+public:
+    explicit Translator(QHash<QString, QString> texts)
+        : m_texts(std::move(texts))
+    { }
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        return m_texts.value(QString::fromUtf8(context) + QLatin1Char('|') + QString::fromUtf8(source));
+    }
+
+private:
+    const QHash<QString, QString> m_texts;
+};
+
+} // namespace WidgetTest
 
 #define SPARKWRIGHT_WIDGET_TEST_MAIN(TestObject)                                                             \
     int main(int argc, char *argv[])                                                                         \

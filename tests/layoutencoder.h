@@ -1,0 +1,153 @@
+#pragma once
+
+// The file layouts written out by hand, independent of the program's writers, so that the tests
+// compare the program against the layout and not against itself.
+#include "profile/profile.h"
+#include "profile/profilerecord.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <cstring>
+
+inline quint64 bitsOf(double value)
+{
+    quint64 bits = 0;
+    std::memcpy(&bits, &value, sizeof(bits));
+    return bits;
+}
+
+inline QByteArray littleEndian(quint64 value, int size)
+{
+    QByteArray out;
+    for (int i = 0; i < size; ++i)
+        out.append(char((value >> (8 * i)) & 0xFF));
+    return out;
+}
+
+// Tagged values: 'i' and four bytes, 'B' or 'b', 'd' and eight bytes, all lowest byte first;
+// a string is 'Q' (older files: 'S'), its UTF-8 length as a tagged int, then the bytes.
+inline QByteArray tInt(qint32 value)
+{
+    return 'i' + littleEndian(quint32(value), 4);
+}
+
+inline QByteArray tBool(bool value)
+{
+    return QByteArray(1, value ? 'B' : 'b');
+}
+
+inline QByteArray tDouble(double value)
+{
+    return 'd' + littleEndian(bitsOf(value), 8);
+}
+
+inline QByteArray tString(const QString &value, char tag = 'Q')
+{
+    const QByteArray utf8 = value.toUtf8();
+    return tag + tInt(utf8.size()) + utf8;
+}
+
+// One record: 'U', its length in three bytes, then its bytes.
+inline QByteArray framed(const QByteArray &record)
+{
+    return 'U' + littleEndian(quint32(record.size()), 3) + record;
+}
+
+// The container: "cdi", a zero byte, the record count in two bytes, then the framed records.
+inline QByteArray handContainer(const QList<QByteArray> &records)
+{
+    QByteArray out = QByteArray("cdi", 3) + '\0' + littleEndian(quint32(records.size()), 2);
+    for (const QByteArray &record : records)
+        out += framed(record);
+    return out;
+}
+
+// The library's header record.
+inline QByteArray libraryHeader(
+    const QString &magic = QStringLiteral("def"), qint32 format = 1, qint32 value = 7, char stringTag = 'Q')
+{
+    return tString(magic, stringTag) + tInt(format) + tInt(value);
+}
+
+// The hint catalog's record: value, format, hint count, language count, then per hint and
+// language a title and a text.
+inline QByteArray hintsRecord(qint32 catalogValue, qint32 format, qint32 hints, qint32 languages,
+    const QStringList &texts, char stringTag = 'Q')
+{
+    QByteArray out = tInt(catalogValue) + tInt(format) + tInt(hints) + tInt(languages);
+    for (const QString &text : texts)
+        out += tString(text, stringTag);
+    return out;
+}
+
+// The profile record, item by item in file order; the defaults are those of a new profile.
+struct HandRecord
+{
+    qint32 version = 1;
+    qint32 motorbikeType = 0;
+    qint32 templateType = 0; // only from version 1 on
+    bool isCustom = true;
+    bool auxFlag = false;
+    QString name = QStringLiteral("Unnamed");
+    QString notes;
+    qint32 flagByte = 0;
+    qint32 voltage = 200;
+    bool edgeSelectable = true;
+    bool modeOne = false;
+    double k1Rising = 0.0;
+    double k1Falling = 0.0;
+    std::array<qint32, kMapPointCount> rpm {};
+    std::array<qint32, kMapPointCount> angle {};
+    double k0 = 0.0;
+    double k1 = 0.0;
+    double k2 = 0.0;
+    QStringList trailing {QString(), QString()};
+    char stringTag = 'Q';
+
+    QByteArray bytes() const
+    {
+        QByteArray out
+            = tInt(version) + tInt(motorbikeType) + (version > 0 ? tInt(templateType) : QByteArray());
+        out += tBool(isCustom) + tBool(auxFlag) + tString(name, stringTag) + tString(notes, stringTag);
+        out += tInt(flagByte) + tInt(voltage) + tBool(edgeSelectable) + tBool(modeOne);
+        out += tDouble(k1Rising) + tDouble(k1Falling);
+        for (int i = 0; i < kMapPointCount; ++i)
+            out += tInt(rpm[i]) + tInt(angle[i]);
+        out += tDouble(k0) + tDouble(k1) + tDouble(k2) + tInt(trailing.size());
+        for (const QString &text : trailing)
+            out += tString(text, stringTag);
+        return out;
+    }
+};
+
+// Every field of the profile that a file keeps, as the record holds it (checked byte for byte
+// on its own), in hex: profiles compare equal when these compare equal.
+inline QByteArray fieldsOf(const Profile &profile)
+{
+    QByteArray record;
+    writeRecord(profile, record);
+    return record.toHex();
+}
+
+inline ProfileFlags flagsOf(bool monitoring, bool groundEnables, bool rising, quint32 mode)
+{
+    ProfileFlags flags;
+    flags.sideStandMonitoring = monitoring;
+    flags.groundEnablesIgnition = groundEnables;
+    flags.pickUpRisingEdge = rising;
+    flags.sensorMode = mode;
+    return flags;
+}
+
+inline IgnitionMap mapOf(
+    const std::array<qint32, kMapPointCount> &rpm, const std::array<qint32, kMapPointCount> &angle)
+{
+    IgnitionMap map;
+    for (int i = 0; i < kMapPointCount; ++i)
+        map.setPoint(i, rpm[i], angle[i]);
+    return map;
+}
