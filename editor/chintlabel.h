@@ -19,9 +19,20 @@ class CHintLabel : public QLabel
 public:
     CHintLabel(CHintLabelListener *listener, int width, QWidget *parent = nullptr);
 
+    // A text too long for the designed width is set smaller, and only then widens the label.
+    void setHintText(const QString &text);
+
+    // The blinker alternates the text between two colours.
+    void setTextColor(const QColor &color);
+    QColor textColor() const;
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    static constexpr int kPointSize = 12;
+    static constexpr int kSmallestPointSize = 9;
+
     CHintLabelListener *m_listener;
+    const int m_designedWidth;
 };

@@ -2,6 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
+    <name>AboutDialog</name>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>Ignition profiles for programmable CDIs: create, edit, compare, print and program them.</source>
+        <translation>Zündprofile für programmierbare CDIs: erstellen, bearbeiten, vergleichen, drucken und programmieren.</translation>
+    </message>
+    <message>
+        <source>Copyright © 2025 The Sparkwright developers</source>
+        <translation>Copyright © 2025 Die Sparkwright-Entwickler</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Factory profiles: library %1</source>
+        <translation>Werksprofile: Bibliothek %1</translation>
+    </message>
+</context>
+<context>
     <name>CDataHolder</name>
     <message>
         <source>The default CDI profiles could not be loaded. The source file is either missing or corrupted or was created for a newer version of Sparkwright.</source>
@@ -38,6 +65,139 @@
     </message>
 </context>
 <context>
+    <name>CProfileItem</name>
+    <message>
+        <source>Custom</source>
+        <translation>Eigenes</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>Standard</translation>
+    </message>
+</context>
+<context>
+    <name>CUpdater</name>
+    <message>
+        <source>file is inaccessible</source>
+        <translation>Datei ist nicht zugänglich</translation>
+    </message>
+    <message>
+        <source>error code</source>
+        <translation>Fehlercode</translation>
+    </message>
+</context>
+<context>
+    <name>CWebLinks</name>
+    <message>
+        <source>en/technical-specifications</source>
+        <translation>de/technische-daten</translation>
+    </message>
+    <message>
+        <source>en/programmable-cdi</source>
+        <translation>de/programmierbare-cdi</translation>
+    </message>
+    <message>
+        <source>en/facts-worth-knowing-about-ignition</source>
+        <translation>de/wissenswertes-zur-zuendung</translation>
+    </message>
+    <message>
+        <source>en/frequently-asked-questions</source>
+        <translation>de/haeufige-fragen</translation>
+    </message>
+    <message>
+        <source>http://sparkwright.example/en</source>
+        <translation>http://sparkwright.example/de</translation>
+    </message>
+    <message>
+        <source>en/contact</source>
+        <translation>de/kontakt</translation>
+    </message>
+    <message>
+        <source>Visit us on</source>
+        <translation>Besuchen Sie uns auf</translation>
+    </message>
+</context>
+<context>
+    <name>ComparisonForm</name>
+    <message>
+        <source>Select the profiles that you would like to see in a common diagram.</source>
+        <translation>Wählen Sie die Profile aus, die Sie in einem gemeinsamen Diagramm sehen möchten.</translation>
+    </message>
+    <message>
+        <source>List of profiles</source>
+        <translation>Profilliste</translation>
+    </message>
+    <message>
+        <source>Select a {default} profile to add to the list.</source>
+        <translation>Wählen Sie ein {Standardprofil} aus, das der Liste hinzugefügt wird.</translation>
+    </message>
+    <message>
+        <source>Add default profile</source>
+        <translation>Standardprofil hinzufügen</translation>
+    </message>
+    <message>
+        <source>Select a {custom} profile to add to the list.</source>
+        <translation>Wählen Sie ein {eigenes Profil} aus, das der Liste hinzugefügt wird.</translation>
+    </message>
+    <message>
+        <source>Add custom profile</source>
+        <translation>Eigenes Profil hinzufügen</translation>
+    </message>
+    <message>
+        <source>{Remove} the selected profile from the list.</source>
+        <translation>Das ausgewählte Profil aus der Liste {entfernen}.</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Remove all</source>
+        <translation>Alle entfernen</translation>
+    </message>
+    <message>
+        <source>Show graph</source>
+        <translation>Diagramm anzeigen</translation>
+    </message>
+</context>
+<context>
+    <name>ContinueForm</name>
+    <message>
+        <source>Continue editing ...</source>
+        <translation>Weiter bearbeiten ...</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Weiter</translation>
+    </message>
+</context>
+<context>
+    <name>CustomForm</name>
+    <message>
+        <source>Custom profile</source>
+        <translation>Eigenes Profil</translation>
+    </message>
+    <message>
+        <source>Custom profile:</source>
+        <translation>Eigenes Profil:</translation>
+    </message>
+</context>
+<context>
+    <name>DefaultProfilesGui</name>
+    <message>
+        <source>Profiles</source>
+        <translation>Profile</translation>
+    </message>
+    <message>
+        <source>About this template</source>
+        <translation>Zu dieser Vorlage</translation>
+    </message>
+    <message>
+        <source>No information available</source>
+        <translation>Keine Informationen verfügbar</translation>
+    </message>
+</context>
+<context>
     <name>DisclaimerDialog</name>
     <message>
         <source>Disclaimer</source>
@@ -65,6 +225,73 @@
     </message>
 </context>
 <context>
+    <name>EditorForm</name>
+    <message>
+        <source>Parameters</source>
+        <translation>Parameter</translation>
+    </message>
+    <message>
+        <source>User defined parameters</source>
+        <translation>Benutzerdefinierte Parameter</translation>
+    </message>
+    <message>
+        <source>Click for additional information</source>
+        <translation>Für weitere Informationen klicken</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Informationen</translation>
+    </message>
+    <message>
+        <source>Write down some notes</source>
+        <translation>Eigene Notizen festhalten</translation>
+    </message>
+    <message>
+        <source>Click to edit</source>
+        <translation>Zum Ändern klicken</translation>
+    </message>
+    <message>
+        <source>Drag points to edit</source>
+        <translation>Punkte zum Ändern ziehen</translation>
+    </message>
+    <message>
+        <source>Edit your profile. Drag the points in the graph or type into the table.</source>
+        <translation>Bearbeiten Sie Ihr Profil: Ziehen Sie die Punkte im Diagramm oder geben Sie die Werte in der Tabelle ein.</translation>
+    </message>
+    <message>
+        <source>No information available</source>
+        <translation>Keine Informationen vorhanden</translation>
+    </message>
+    <message>
+        <source>Your current CDI profile &lt;b&gt;%1&lt;/b&gt; has unsaved changes.&lt;br&gt;&lt;br&gt;Do you really want to discard them?</source>
+        <translation>Ihr aktuelles CDI-Profil &lt;b&gt;%1&lt;/b&gt; enthält ungespeicherte Änderungen.&lt;br&gt;&lt;br&gt;Möchten Sie diese Änderungen wirklich verwerfen?</translation>
+    </message>
+    <message>
+        <source>Unsaved changes</source>
+        <translation>Ungespeicherte Änderungen</translation>
+    </message>
+    <message>
+        <source>Discard changes</source>
+        <translation>Änderungen verwerfen</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>This will reset your profile to the factory settings of &lt;b&gt;%1&lt;/b&gt;.</source>
+        <translation>Ihr Profil wird auf die Werkseinstellungen von &lt;b&gt;%1&lt;/b&gt; zurückgesetzt.</translation>
+    </message>
+    <message>
+        <source>Reset profile</source>
+        <translation>Profil zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>ErrorGui</name>
     <message>
         <source>Sparkwright - Error Message</source>
@@ -80,10 +307,259 @@
     </message>
 </context>
 <context>
+    <name>FlagsForm</name>
+    <message>
+        <source>Flags</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Ignition voltage</source>
+        <translation>Zündspannung</translation>
+    </message>
+    <message>
+        <source>Charging voltage of the ignition capacitor</source>
+        <translation>Ladespannung des Zündkondensators</translation>
+    </message>
+    <message>
+        <source>Click for additional information</source>
+        <translation>Für weitere Informationen klicken</translation>
+    </message>
+    <message>
+        <source>Pulse generator edge</source>
+        <translation>Impulsgeberflanke</translation>
+    </message>
+    <message>
+        <source>Trigger with falling edge</source>
+        <translation>Zündung bei fallender Flanke</translation>
+    </message>
+    <message>
+        <source>Trigger with rising edge</source>
+        <translation>Zündung bei steigender Flanke</translation>
+    </message>
+    <message>
+        <source>Side stand monitoring</source>
+        <translation>Seitenständerüberwachung</translation>
+    </message>
+    <message>
+        <source>If the CDI has a blue or yellow wire, then the wire must also be cut to activate monitoring.</source>
+        <translation>Hat die CDI ein blaues oder gelbes Kabel, muss dieses Kabel zusätzlich durchtrennt werden, damit die Überwachung wirkt.</translation>
+    </message>
+    <message>
+        <source>Enabled</source>
+        <translation>Aktiviert</translation>
+    </message>
+    <message>
+        <source>The ignition is enabled when pin 2 of the CDI is connected to battery minus.</source>
+        <translation>Die Zündung ist freigegeben, wenn Pin 2 der CDI mit dem Minuspol der Batterie verbunden ist.</translation>
+    </message>
+    <message>
+        <source>Ground enables ignition</source>
+        <translation>Masse gibt die Zündung frei</translation>
+    </message>
+    <message>
+        <source>The ignition is blocked when pin 2 of the CDI is connected to battery minus.</source>
+        <translation>Die Zündung ist gesperrt, wenn Pin 2 der CDI mit dem Minuspol der Batterie verbunden ist.</translation>
+    </message>
+    <message>
+        <source>Ground blocks ignition</source>
+        <translation>Masse sperrt die Zündung</translation>
+    </message>
+    <message>
+        <source>Sensor advance</source>
+        <translation>Sensorvorzündung</translation>
+    </message>
+</context>
+<context>
     <name>GraphForm</name>
     <message>
         <source>Graph</source>
         <translation>Diagramm</translation>
+    </message>
+</context>
+<context>
+    <name>HintDialog</name>
+    <message>
+        <source>Hint</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>Welcome.</source>
+        <translation>Willkommen.</translation>
+    </message>
+    <message>
+        <source>Exit program</source>
+        <translation>Programm beenden</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Links</source>
+        <translation>Links</translation>
+    </message>
+    <message>
+        <source>Create from template</source>
+        <translation>Aus Vorlage erstellen</translation>
+    </message>
+    <message>
+        <source>Open file</source>
+        <translation>Datei öffnen</translation>
+    </message>
+    <message>
+        <source>Save as</source>
+        <translation>Speichern unter</translation>
+    </message>
+    <message>
+        <source>Reset to defaults</source>
+        <translation>Auf Werkseinstellungen zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über</translation>
+    </message>
+    <message>
+        <source>Import from CDI</source>
+        <translation>Aus CDI importieren</translation>
+    </message>
+    <message>
+        <source>Program CDI</source>
+        <translation>CDI programmieren</translation>
+    </message>
+    <message>
+        <source>How to program our CDIs</source>
+        <translation>So programmieren Sie unsere CDIs</translation>
+    </message>
+    <message>
+        <source>Technical specification of our CDIs</source>
+        <translation>Technische Daten unserer CDIs</translation>
+    </message>
+    <message>
+        <source>Contact us</source>
+        <translation>Kontakt</translation>
+    </message>
+    <message>
+        <source>Frequently asked questions</source>
+        <translation>Häufig gestellte Fragen</translation>
+    </message>
+    <message>
+        <source>Facts worth knowing about ignition</source>
+        <translation>Wissenswertes zur Zündung</translation>
+    </message>
+    <message>
+        <source>Print PDF</source>
+        <translation>PDF drucken</translation>
+    </message>
+    <message>
+        <source>version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Program the CDI with this profile</source>
+        <translation>Die CDI mit diesem Profil programmieren</translation>
+    </message>
+    <message>
+        <source>Please confirm programming the CDI with this profile.</source>
+        <translation>Bitte bestätigen Sie, dass die CDI mit diesem Profil programmiert werden soll.</translation>
+    </message>
+    <message>
+        <source>Program the CDI</source>
+        <translation>CDI programmieren</translation>
+    </message>
+    <message>
+        <source>Connection to the CDI</source>
+        <translation>Verbindung zur CDI</translation>
+    </message>
+    <message>
+        <source>This version of Sparkwright cannot talk to the CDI yet. Nothing was sent to it and your profile is unchanged.</source>
+        <translation>Diese Version von Sparkwright kann noch nicht mit der CDI kommunizieren. Es wurde nichts an die CDI gesendet, und Ihr Profil ist unverändert.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Update Failed</source>
+        <translation>Aktualisierung fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Could not launch updater</source>
+        <translation>Das Aktualisierungsprogramm konnte nicht gestartet werden</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>CDI profiles</source>
+        <translation>CDI-Profile</translation>
+    </message>
+    <message>
+        <source>Open CDI profile</source>
+        <translation>CDI-Profil öffnen</translation>
+    </message>
+    <message>
+        <source>CDI profile could not be loaded.</source>
+        <translation>Das CDI-Profil konnte nicht geladen werden.</translation>
+    </message>
+    <message>
+        <source>could not overwrite file</source>
+        <translation>Datei konnte nicht überschrieben werden</translation>
+    </message>
+    <message>
+        <source>could not write to file</source>
+        <translation>Datei konnte nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>file missing after being written</source>
+        <translation>Datei fehlt nach dem Schreiben</translation>
+    </message>
+    <message>
+        <source>profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>Save CDI profile</source>
+        <translation>CDI-Profil speichern</translation>
+    </message>
+    <message>
+        <source>Saving profile failed</source>
+        <translation>Speichern des Profils fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>PDF files</source>
+        <translation>PDF-Dateien</translation>
+    </message>
+    <message>
+        <source>Printing PDF failed</source>
+        <translation>Drucken als PDF fehlgeschlagen</translation>
     </message>
 </context>
 <context>
@@ -99,6 +575,51 @@
     <message>
         <source>RPM</source>
         <translation>U/min</translation>
+    </message>
+</context>
+<context>
+    <name>MultiGraphForm</name>
+    <message>
+        <source>Form</source>
+        <translation>Formular</translation>
+    </message>
+    <message>
+        <source>The graph shows the selected profiles for comparison.</source>
+        <translation>Das Diagramm zeigt die ausgewählten Profile im Vergleich.</translation>
+    </message>
+</context>
+<context>
+    <name>NameForm</name>
+    <message>
+        <source>Profile:</source>
+        <translation>Profil:</translation>
+    </message>
+    <message>
+        <source>Click to rename</source>
+        <translation>Zum Umbenennen klicken</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Apply [Enter]</source>
+        <translation>Übernehmen [Enter]</translation>
+    </message>
+</context>
+<context>
+    <name>NotesForm</name>
+    <message>
+        <source>Custom notes</source>
+        <translation>Eigene Notizen</translation>
+    </message>
+    <message>
+        <source>Edit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Apply [Esc]</source>
+        <translation>Übernehmen [Esc]</translation>
     </message>
 </context>
 <context>
@@ -243,6 +764,153 @@
     <message>
         <source>Angle</source>
         <translation>Winkel</translation>
+    </message>
+</context>
+<context>
+    <name>WizardForm</name>
+    <message>
+        <source>Create or modify your personal profiles with {custom parameters}</source>
+        <translation>Erstellen oder ändern Sie Ihre persönlichen Profile mit {eigenen Parametern}</translation>
+    </message>
+    <message>
+        <source>Customize profiles</source>
+        <translation>Profile anpassen</translation>
+    </message>
+    <message>
+        <source>{Program your CDI} with a profile of your choice</source>
+        <translation>{Programmieren Sie Ihre CDI} mit einem Profil Ihrer Wahl</translation>
+    </message>
+    <message>
+        <source>Program your CDI</source>
+        <translation>Ihre CDI programmieren</translation>
+    </message>
+    <message>
+        <source>{Test the connection} between your computer and your plugged-in CDI</source>
+        <translation>{Testen Sie die Verbindung} zwischen Ihrem Computer und Ihrer angeschlossenen CDI</translation>
+    </message>
+    <message>
+        <source>Test connection to CDI</source>
+        <translation>Verbindung zur CDI testen</translation>
+    </message>
+    <message>
+        <source>Display two or more profiles in a graph to {compare} them.</source>
+        <translation>Zeigen Sie zwei oder mehr Profile in einem Diagramm an, um sie zu {vergleichen}.</translation>
+    </message>
+    <message>
+        <source>Compare profiles</source>
+        <translation>Profile vergleichen</translation>
+    </message>
+    <message>
+        <source>Create a new profile from a {default template}</source>
+        <translation>Ein neues Profil aus einer {Standardvorlage} erstellen</translation>
+    </message>
+    <message>
+        <source>Create from template</source>
+        <translation>Aus Vorlage erstellen</translation>
+    </message>
+    <message>
+        <source>Load a previously created custom profile from a {file}</source>
+        <translation>Ein zuvor erstelltes eigenes Profil aus einer {Datei} laden</translation>
+    </message>
+    <message>
+        <source>Load from file</source>
+        <translation>Aus Datei laden</translation>
+    </message>
+    <message>
+        <source>Import profile data from your {CDI}</source>
+        <translation>Profildaten aus Ihrer {CDI} importieren</translation>
+    </message>
+    <message>
+        <source>Import from CDI</source>
+        <translation>Aus CDI importieren</translation>
+    </message>
+    <message>
+        <source>Program the CDI with a previously created {custom profile}</source>
+        <translation>Die CDI mit einem zuvor erstellten {eigenen Profil} programmieren</translation>
+    </message>
+    <message>
+        <source>Use custom profile</source>
+        <translation>Eigenes Profil verwenden</translation>
+    </message>
+    <message>
+        <source>Program the CDI with a default profile using {factory settings}</source>
+        <translation>Die CDI mit einem Standardprofil mit {Werkseinstellungen} programmieren</translation>
+    </message>
+    <message>
+        <source>Use default profile</source>
+        <translation>Standardprofil verwenden</translation>
+    </message>
+    <message>
+        <source>Choose a template</source>
+        <translation>Vorlage auswählen</translation>
+    </message>
+    <message>
+        <source>Welcome to Sparkwright. What would you like to do?</source>
+        <translation>Willkommen bei Sparkwright. Was möchten Sie tun?</translation>
+    </message>
+    <message>
+        <source>Choose where to load your profile from.</source>
+        <translation>Wählen Sie, woher Ihr Profil geladen werden soll.</translation>
+    </message>
+    <message>
+        <source>Choose what kind of profile to program your CDI with.</source>
+        <translation>Wählen Sie, mit welcher Art von Profil Ihre CDI programmiert werden soll.</translation>
+    </message>
+    <message>
+        <source>Select a profile from the dropdown list to program your CDI.</source>
+        <translation>Wählen Sie in der Auswahlliste ein Profil, mit dem Ihre CDI programmiert werden soll.</translation>
+    </message>
+    <message>
+        <source>Select a profile from the drop-down list for comparison.</source>
+        <translation>Wählen Sie in der Auswahlliste ein Profil für den Vergleich.</translation>
+    </message>
+    <message>
+        <source>Select an item from the drop-down list as template for your custom profile.</source>
+        <translation>Wählen Sie in der Auswahlliste eine Vorlage für Ihr eigenes Profil.</translation>
+    </message>
+    <message>
+        <source>Put together the profiles whose ignition maps you would like to compare.</source>
+        <translation>Stellen Sie die Profile zusammen, deren Zündkennfelder Sie vergleichen möchten.</translation>
+    </message>
+    <message>
+        <source>Program</source>
+        <translation>Programmieren</translation>
+    </message>
+    <message>
+        <source>{Program the CDI} with selected profile</source>
+        <translation>Die CDI mit dem ausgewählten Profil {programmieren}</translation>
+    </message>
+    <message>
+        <source>Add to list</source>
+        <translation>Zur Liste hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add the selected profile to the {comparison}</source>
+        <translation>Das ausgewählte Profil zum {Vergleich} hinzufügen</translation>
+    </message>
+    <message>
+        <source>Create</source>
+        <translation>Erstellen</translation>
+    </message>
+    <message>
+        <source>Create {custom profile} from selected template</source>
+        <translation>{Eigenes Profil} aus der ausgewählten Vorlage erstellen</translation>
+    </message>
+    <message>
+        <source>Continue editing profile</source>
+        <translation>Profil weiter bearbeiten</translation>
+    </message>
+    <message>
+        <source>Continue editing</source>
+        <translation>Weiter bearbeiten</translation>
+    </message>
+    <message>
+        <source>Program the CDI with the profile recently opened in editor</source>
+        <translation>Die CDI mit dem zuletzt im Editor geöffneten Profil programmieren</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Weiter</translation>
     </message>
 </context>
 </TS>
