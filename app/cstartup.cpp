@@ -5,11 +5,19 @@
 #include "app/cfilemanifest.h"
 #include "app/csingleinstance.h"
 #include "app/errorgui.h"
+#include "dialogs/aboutdialog.h"
 #include "dialogs/cdisclaimeracceptance.h"
 #include "dialogs/disclaimerdialog.h"
+#include "editor/customform.h"
+#include "editor/editorform.h"
+#include "editor/hintdialog.h"
 #include "frame/mainwindow.h"
 #include "i18n/clanguagemenu.h"
 #include "i18n/clanguageswitcher.h"
+#include "pages/comparisonform.h"
+#include "pages/defaultprofilesgui.h"
+#include "pages/multigraphform.h"
+#include "pages/wizardform.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -158,26 +166,60 @@ int CStartup::runNormalStart(int &argc, char **argv, CDataHolder &data)
     return exitCode;
 }
 
-// Builds every page and dialog once, wires them together and runs the main window. The order
-// matters: later objects are given earlier ones, and the switcher calls its listeners in the
-// order they were registered in.
-int CStartup::runWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu)
+// The order matters: later objects are given earlier ones, and the switcher calls its listeners
+// in the order they were registered in.
+CProgramWindows::CProgramWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu)
 {
-    // The pages and shared dialogs first, then the main window, which takes the pages over.
-    auto mainWindow = std::make_unique<MainWindow>(data, languageMenu);
+    // The shared pages and dialogs, each once.
+    m_hintDialog = std::make_unique<HintDialog>(data.hints(), switcher);
+    auto templates = std::make_unique<DefaultProfilesGui>(switcher, data.library());
+    auto comparison = std::make_unique<ComparisonForm>();
+    ComparisonForm *comparisonList = comparison.get();
+    auto multiGraph = std::make_unique<MultiGraphForm>();
+    auto editor = std::make_unique<EditorForm>(data.library(), switcher, *m_hintDialog);
+    EditorForm *editorPage = editor.get();
+    auto wizard
+        = std::make_unique<WizardForm>(std::move(templates), std::move(comparison), std::move(multiGraph));
+    WizardForm *startPage = wizard.get();
+    // The port selection and progress pages (DevicesForm, WaitForm) take their place here once
+    // the program talks to the CDI.
+    auto confirmation = std::make_unique<CustomForm>(switcher);
+
+    // The main window takes the pages over.
+    m_mainWindow = std::make_unique<MainWindow>(
+        data, std::move(wizard), std::move(editor), std::move(confirmation), languageMenu);
+
+    m_aboutDialog = std::make_unique<AboutDialog>(data.library(), m_mainWindow.get());
+    // The write confirmation dialog (WriteConfirmationDialog) is built here, with the main window
+    // as its parent, once the program talks to the CDI.
 
     // Every language switch reaches these, in this order.
-    switcher.registerListener(mainWindow.get());
+    switcher.registerListener(m_mainWindow.get());
+    switcher.registerListener(startPage);
+    switcher.registerListener(m_aboutDialog.get());
+    switcher.registerListener(editorPage);
 
-    mainWindow->start();
-    mainWindow->show();
+    m_mainWindow->setAboutDialog(m_aboutDialog.get());
+    m_mainWindow->start();
+    m_mainWindow->show();
 
-    // The links that need the finished main window.
+    // The links that need the finished main window. The progress page and the device
+    // transactions are linked to it here as well, once they exist.
     setSharedDefaultLibrary(data.library());
+    comparisonList->setBrowserMain(m_mainWindow.get());
+    comparisonList->setComparisonParent(startPage);
+}
 
-    const int exitCode = m_steps.runMainWindow(*mainWindow);
-
+CProgramWindows::~CProgramWindows()
+{
     setSharedDefaultLibrary(nullptr);
-    mainWindow.reset();
-    return exitCode;
+    m_aboutDialog.reset();
+    m_mainWindow.reset();
+    m_hintDialog.reset();
+}
+
+int CStartup::runWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu)
+{
+    CProgramWindows windows(data, switcher, languageMenu);
+    return m_steps.runMainWindow(windows.mainWindow());
 }

@@ -2,12 +2,16 @@
 
 #include <QString>
 
+#include <memory>
+
+class AboutDialog;
 class CDataHolder;
 class CFileError;
 class CLanguageMenu;
 class CLanguageSwitcher;
 class DisclaimerDialog;
 class ErrorGui;
+class HintDialog;
 class MainWindow;
 
 // The places where start-up hands control to the user and waits. The program runs event loops
@@ -31,6 +35,25 @@ public:
     void waitForErrorWindow(ErrorGui &window) override;
     int runDisclaimer(DisclaimerDialog &dialog) override;
     int runMainWindow(MainWindow &window) override;
+};
+
+// Every page and dialog of a normal start, built once, in a fixed order, and wired together;
+// the main window is shown at the end. They live until this object goes, and the main window
+// owns its pages.
+class CProgramWindows
+{
+public:
+    CProgramWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu);
+    ~CProgramWindows();
+
+    MainWindow &mainWindow() const { return *m_mainWindow; }
+    AboutDialog &aboutDialog() const { return *m_aboutDialog; }
+    HintDialog &hintDialog() const { return *m_hintDialog; }
+
+private:
+    std::unique_ptr<HintDialog> m_hintDialog;
+    std::unique_ptr<MainWindow> m_mainWindow;
+    std::unique_ptr<AboutDialog> m_aboutDialog;
 };
 
 // The program from its command line to its exit code: data files, version query, single copy,

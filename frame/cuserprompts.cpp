@@ -10,7 +10,7 @@ class CDialogPrompts : public IUserPrompts
 {
 public:
     int ask(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons,
-            int defaultButton, int escapeButton) override
+        int defaultButton, int escapeButton) override
     {
         QMessageBox box(QMessageBox::Question, title, text, QMessageBox::NoButton, parent);
         QList<QPushButton *> pushButtons;
@@ -31,13 +31,20 @@ public:
         box.exec();
     }
 
+    void inform(QWidget *parent, const QString &title, const QString &text, const QString &button) override
+    {
+        QMessageBox box(QMessageBox::Information, title, text, QMessageBox::NoButton, parent);
+        box.addButton(button, QMessageBox::AcceptRole);
+        box.exec();
+    }
+
     QString openFileName(QWidget *parent, const QString &title, const QString &filter) override
     {
         return QFileDialog::getOpenFileName(parent, title, QString(), filter);
     }
 
-    QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
-                         const QString &filter) override
+    QString saveFileName(
+        QWidget *parent, const QString &title, const QString &suggestedPath, const QString &filter) override
     {
         return QFileDialog::getSaveFileName(parent, title, suggestedPath, filter);
     }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "profile/profile.h"
+
 #include <QString>
 
-class Profile;
+#include <optional>
 
 // The main window as the pages see it: every page change is a request to it.
 class IBrowserMain
@@ -14,7 +16,7 @@ public:
     virtual void start() = 0;
     // Visibility of Exit, Back and Next, Next's enabled state, text and tool tip.
     virtual void setButtonState(bool exitVisible, bool backVisible, bool nextVisible, bool nextEnabled,
-                                const QString &nextText, const QString &nextToolTip)
+        const QString &nextText, const QString &nextToolTip)
         = 0;
     // The editor with a copy of the profile.
     virtual void showEditor(const Profile &profile) = 0;
@@ -29,4 +31,28 @@ public:
     virtual void requestProgramming(const Profile &profile, bool allowReimport) = 0;
     virtual void requestConnectionTest() = 0;
     virtual void requestImport() = 0;
+
+    // What the start and comparison pages need besides. They have neutral defaults, so that a
+    // page that only navigates can be tested with a main window that implements the above.
+
+    // Back to the editor with the profile it holds.
+    virtual void continueEditing() { }
+    // The editor's working profile; null while no profile was loaded in this run.
+    virtual const Profile *editedProfile() const { return nullptr; }
+    // The open dialog and its messages; nothing when the user cancelled or the file was unreadable.
+    virtual std::optional<Profile> readProfileFromFile() { return std::nullopt; }
+    // Asks whether the CDI may give the profile back later, then programs it.
+    virtual void confirmProgramming(const Profile &profile) { requestProgramming(profile, false); }
+    // The current page changed its prompt (its status tip) without a page change.
+    virtual void refreshPrompt() { }
+};
+
+// The main window as the progress page sees it.
+class IBrowserSub
+{
+public:
+    virtual ~IBrowserSub() = default;
+
+    // The transaction shown on the progress page has ended, successfully or not.
+    virtual void onTransactionFinished() = 0;
 };

@@ -15,14 +15,19 @@ public:
     // A question box with the given buttons (left to right); returns the index of the button
     // pressed, or -1 when the box was closed otherwise. escapeButton -1: Escape does nothing.
     virtual int ask(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons,
-                    int defaultButton, int escapeButton)
+        int defaultButton, int escapeButton)
         = 0;
     // A warning box with a single button.
     virtual void warn(QWidget *parent, const QString &title, const QString &text, const QString &button) = 0;
+    // An information box with a single button; answers that only note a warning note this too.
+    virtual void inform(QWidget *parent, const QString &title, const QString &text, const QString &button)
+    {
+        warn(parent, title, text, button);
+    }
     // Empty when cancelled.
     virtual QString openFileName(QWidget *parent, const QString &title, const QString &filter) = 0;
-    virtual QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
-                                 const QString &filter)
+    virtual QString saveFileName(
+        QWidget *parent, const QString &title, const QString &suggestedPath, const QString &filter)
         = 0;
 };
 

@@ -1,26 +1,548 @@
 #include "frame/mainwindow.h"
 
 #include "app/cdataholder.h"
+#include "app/cfilemanifest.h"
+#include "dialogs/aboutdialog.h"
+#include "dialogs/cupdater.h"
+#include "dialogs/cweblinks.h"
+#include "editor/customform.h"
+#include "editor/editorform.h"
+#include "frame/iuserprompts.h"
+#include "frame/suggestedfilename.h"
 #include "i18n/clanguagemenu.h"
+#include "pages/wizardform.h"
+#include "profile/profilefile.h"
+#include "profile/safefilewriter.h"
+#include "summary/summarysheet.h"
 
 #include "ui_mainwindow.h"
 
-MainWindow::MainWindow(CDataHolder &data, CLanguageMenu &languageMenu, QWidget *parent)
+#include <QCloseEvent>
+#include <QDateTime>
+#include <QPainter>
+#include <QScreen>
+#include <QStyle>
+#include <QThread>
+
+#include <algorithm>
+
+namespace {
+
+const char kOrganizationFallback[] = "sparkwright.example";
+
+} // namespace
+
+MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
+    std::unique_ptr<EditorForm> editor, std::unique_ptr<CustomForm> confirmation, CLanguageMenu &languageMenu,
+    QWidget *parent)
     : QMainWindow(parent)
     , m_ui(std::make_unique<Ui::MainWindow>())
     , m_data(data)
+    , m_wizard(wizard.get())
+    , m_editor(editor.get())
+    , m_confirmation(confirmation.get())
 {
     m_ui->setupUi(this);
-    m_ui->menubar->addMenu(&languageMenu);
+    m_ui->menuLanguage->addActions(languageMenu.actions());
+    m_ui->actionUpdate->setIcon(style()->standardIcon(QStyle::SP_BrowserReload));
+
+    // The content area owns the pages from here on; only the page shown is visible.
+    m_ui->contentLayout->addWidget(wizard.release());
+    m_ui->contentLayout->addWidget(editor.release());
+    m_ui->contentLayout->addWidget(confirmation.release());
+    m_wizard->setBrowserMain(this);
+    m_editor->setBrowserMain(this);
+    m_confirmation->setBrowserMain(this);
+    switchTo(nullptr);
+
+    connect(m_ui->backButton, &QPushButton::clicked, this, &MainWindow::onBackButton);
+    connect(m_ui->nextButton, &QPushButton::clicked, this, &MainWindow::onNextButton);
+    connect(m_ui->exitButton, &QPushButton::clicked, this, &MainWindow::onExitMenu);
+    connect(m_ui->actionExit, &QAction::triggered, this, &MainWindow::onExitMenu);
+    connect(m_ui->actionNew, &QAction::triggered, this, &MainWindow::onNewProfileMenu);
+    connect(m_ui->actionOpen, &QAction::triggered, this, &MainWindow::onOpenProfileMenu);
+    connect(m_ui->actionSaveAs, &QAction::triggered, this, &MainWindow::onSaveProfileAsMenu);
+    connect(m_ui->actionReset, &QAction::triggered, this, &MainWindow::onResetMenu);
+    connect(m_ui->actionUpdate, &QAction::triggered, this, &MainWindow::onUpdateMenu);
+    connect(m_ui->actionAbout, &QAction::triggered, this, &MainWindow::onAboutMenu);
+    connect(m_ui->actionImport, &QAction::triggered, this, &MainWindow::onImportMenu);
+    connect(m_ui->actionExport, &QAction::triggered, this, &MainWindow::onExportMenu);
+    connect(m_ui->actionPrint, &QAction::triggered, this, &MainWindow::onPrintMenu);
+    connect(m_ui->actionTechnicalSpecifications, &QAction::triggered, this,
+        &MainWindow::onTechnicalSpecifications);
+    connect(m_ui->actionProgrammableCDIs, &QAction::triggered, this, &MainWindow::onProgrammableCDIs);
+    connect(m_ui->actionTrivia, &QAction::triggered, this, &MainWindow::onTrivia);
+    connect(m_ui->actionFAQ, &QAction::triggered, this, &MainWindow::onFAQ);
+    connect(m_ui->actionVisitUs, &QAction::triggered, this, &MainWindow::onVisitUs);
+    connect(m_ui->actionContactUs, &QAction::triggered, this, &MainWindow::onContactUs);
+    connect(m_confirmation, &CustomForm::backRequested, this, &MainWindow::onConfirmationBack);
+    connect(m_confirmation, &CustomForm::nextRequested, this, &MainWindow::onConfirmationNext);
+
+    setFixedTexts();
+    paintBanner();
+    placeOnScreen();
 }
 
 MainWindow::~MainWindow() = default;
 
+void MainWindow::setAboutDialog(AboutDialog *about)
+{
+    m_about = about;
+}
+
+// The window opens at its smallest size, centred in the free area of its screen.
+void MainWindow::placeOnScreen()
+{
+    resize(minimumSize());
+    if (const QScreen *display = screen())
+        setGeometry(
+            QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(), display->availableGeometry()));
+}
+
+// The banner carries the version and the names, painted into the image once per language. The
+// strips above and below it continue the image's own edge colours, so that it never looks cut
+// off on a taller window.
+void MainWindow::paintBanner()
+{
+    const bool sharp = devicePixelRatioF() > 1.0;
+    QPixmap banner(
+        sharp ? QStringLiteral(":/Images/wizflash@2x.png") : QStringLiteral(":/Images/wizflash.png"));
+    if (banner.isNull())
+        return;
+    if (sharp)
+        banner.setDevicePixelRatio(2.0);
+    const QImage edges = banner.toImage();
+    {
+        QPainter painter(&banner);
+        painter.setRenderHint(QPainter::TextAntialiasing);
+        QFont font = painter.font();
+        font.setPointSize(12);
+        painter.setFont(font);
+        painter.setPen(QColor(115, 115, 140));
+        painter.drawText(QPoint(20, 35), tr("version %1").arg(programVersion()));
+        painter.drawText(QPoint(20, 53), QStringLiteral("Sparkwright"));
+        QString organization = QCoreApplication::organizationName();
+        if (organization.isEmpty())
+            organization = QLatin1String(kOrganizationFallback);
+        int x = 20;
+        for (int i = 0; i < organization.size(); ++i) {
+            // A blue that lightens with every character; long names stay at white's edge.
+            painter.setPen(
+                QColor(std::min(70 + 6 * i, 255), std::min(90 + 6 * i, 255), std::min(180 + 6 * i, 255)));
+            painter.drawText(QPoint(x, 80), organization.at(i));
+            x += painter.fontMetrics().horizontalAdvance(organization.at(i));
+        }
+    }
+    m_ui->imageLabelMid->setPixmap(banner);
+
+    const auto fill = [](QLabel *label, QColor colour) {
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::Window, colour);
+        label->setPalette(palette);
+    };
+    fill(m_ui->imageLabelTop, edges.pixelColor(edges.width() / 2, 0));
+    fill(m_ui->imageLabelBottom, edges.pixelColor(edges.width() / 2, edges.height() - 1));
+}
+
+// Texts that the form cannot hold in one piece.
+void MainWindow::setFixedTexts()
+{
+    m_ui->actionVisitUs->setText(CWebLinks::visitUsText());
+}
+
+// ---- page changes ----
+
+void MainWindow::switchTo(QWidget *target)
+{
+    setNextEnabled(true);
+    const bool editing = target && target == m_editor;
+    if (editing)
+        m_ui->exitButton->hide();
+    for (QAction *action : {m_ui->actionSaveAs, m_ui->actionReset, m_ui->actionExport, m_ui->actionPrint})
+        action->setEnabled(editing);
+    m_wizard->setActive(target == m_wizard);
+    m_editor->setActive(target == m_editor);
+    m_confirmation->setActive(target == m_confirmation);
+    m_ui->promptLabel->setText(target ? target->statusTip() : QString());
+}
+
+void MainWindow::resetFrame()
+{
+    setWindowTitle(QStringLiteral("Sparkwright"));
+    m_ui->nextButton->setToolTip(QString());
+    m_ui->imageColumn->show();
+    m_ui->leftBorderFrame->show();
+}
+
+// Every page change: no page first, then the target is prepared (its data, its prompt, its
+// buttons) and shown.
+void MainWindow::showPage(QWidget *target, CBrowserWidget *page, const std::function<void()> &prepare)
+{
+    switchTo(nullptr);
+    m_currentWidget = target;
+    m_current = page;
+    resetFrame();
+    m_ui->promptLabel->show();
+    prepare();
+    switchTo(target);
+}
+
+void MainWindow::showStartPage(const std::function<void()> &chooseView)
+{
+    showPage(m_wizard, m_wizard, chooseView);
+}
+
 void MainWindow::start()
-{ }
+{
+    showStartPage([this] { m_wizard->showMainChoices(); });
+}
+
+// The editor words its own prompt.
+void MainWindow::prepareEditorFrame()
+{
+    setButtonState(false, true, true, true, tr("Next"), tr("Program the CDI with this profile"));
+}
+
+void MainWindow::showEditor(const Profile &profile)
+{
+    showPage(m_editor, m_editor, [this, &profile] {
+        m_editor->setProfile(profile);
+        prepareEditorFrame();
+    });
+}
+
+void MainWindow::continueEditing()
+{
+    if (!m_editor->hasProfile())
+        return;
+    showPage(m_editor, m_editor, [this] { prepareEditorFrame(); });
+}
+
+void MainWindow::prepareConfirmationFrame()
+{
+    m_confirmation->setStatusTip(tr("Please confirm programming the CDI with this profile."));
+    setButtonState(true, true, true, true, tr("Program the CDI"), QString());
+}
+
+void MainWindow::showProgrammingConfirmation(const Profile &profile)
+{
+    // A copy: the profile may be the editor's own, which must stay as it is.
+    const Profile shown = profile;
+    m_confirmationFromEditor = m_currentWidget == m_editor;
+    showPage(m_confirmation, m_confirmation, [this, &shown] {
+        m_confirmation->setProfile(shown);
+        prepareConfirmationFrame();
+    });
+}
+
+void MainWindow::onConfirmationBack()
+{
+    if (m_confirmationFromEditor && m_editor->hasProfile())
+        continueEditing();
+    else
+        showStartPage([this] { m_wizard->showProgrammingChoices(); });
+}
+
+void MainWindow::onConfirmationNext()
+{
+    confirmProgramming(m_confirmation->profile());
+}
+
+void MainWindow::setButtonState(bool exitVisible, bool backVisible, bool nextVisible, bool nextEnabled,
+    const QString &nextText, const QString &nextToolTip)
+{
+    m_ui->exitButton->setVisible(exitVisible);
+    m_ui->backButton->setVisible(backVisible);
+    m_ui->nextButton->setVisible(nextVisible);
+    m_ui->nextButton->setEnabled(nextEnabled);
+    m_ui->nextButton->setText(nextText);
+    m_ui->nextButton->setToolTip(nextToolTip);
+}
+
+void MainWindow::setNextEnabled(bool enabled)
+{
+    m_ui->nextButton->setEnabled(enabled);
+}
+
+void MainWindow::refreshPrompt()
+{
+    m_ui->promptLabel->setText(m_currentWidget ? m_currentWidget->statusTip() : QString());
+}
+
+bool MainWindow::mayLeaveEditor()
+{
+    return m_editor->confirmDiscard();
+}
+
+const Profile *MainWindow::editedProfile() const
+{
+    return m_editor->hasProfile() ? &m_editor->profile() : nullptr;
+}
+
+void MainWindow::onBackButton()
+{
+    if (m_current)
+        m_current->onBack();
+}
+
+void MainWindow::onNextButton()
+{
+    if (m_current)
+        m_current->onNext();
+}
+
+// ---- device requests ----
+
+// The write confirmation dialog belongs here: it asks whether the CDI may give the profile back
+// later. Until the device pages exist, the profile is programmed without that permission.
+void MainWindow::confirmProgramming(const Profile &profile)
+{
+    requestProgramming(profile, false);
+}
+
+void MainWindow::requestProgramming(const Profile &profile, bool allowReimport)
+{
+    Q_UNUSED(profile)
+    Q_UNUSED(allowReimport)
+    showDeviceUnavailable();
+}
+
+void MainWindow::requestConnectionTest()
+{
+    showDeviceUnavailable();
+}
+
+void MainWindow::requestImport()
+{
+    showDeviceUnavailable();
+}
+
+void MainWindow::showPortSelection()
+{
+    showDeviceUnavailable();
+}
+
+void MainWindow::showProgress()
+{
+    showDeviceUnavailable();
+}
+
+// The pages stay where they are: nothing has been sent to the CDI.
+void MainWindow::showDeviceUnavailable()
+{
+    userPrompts().inform(this, tr("Connection to the CDI"),
+        tr("This version of Sparkwright cannot talk to the CDI yet. Nothing was sent to it and your profile "
+           "is unchanged."),
+        tr("OK"));
+}
+
+void MainWindow::onTransactionFinished()
+{
+    start();
+}
+
+// ---- menus ----
+
+void MainWindow::onExitMenu()
+{
+    if (mayLeaveEditor())
+        QCoreApplication::exit(0);
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (!mayLeaveEditor()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    // The hint window may still be open; the program ends with its main window all the same.
+    QCoreApplication::exit(0);
+}
+
+void MainWindow::onNewProfileMenu()
+{
+    if (mayLeaveEditor())
+        showStartPage([this] { m_wizard->showTemplateChoice(WizardForm::kCreateCustom); });
+}
+
+void MainWindow::onOpenProfileMenu()
+{
+    if (!mayLeaveEditor())
+        return;
+    if (const std::optional<Profile> profile = readProfileFromFile())
+        showEditor(*profile);
+}
+
+// The reset asks its own question, naming the template; a second question about unsaved
+// changes before it would only repeat it.
+void MainWindow::onResetMenu()
+{
+    if (m_currentWidget == m_editor)
+        m_editor->resetProfile();
+}
+
+void MainWindow::onImportMenu()
+{
+    requestImport();
+}
+
+void MainWindow::onExportMenu()
+{
+    if (m_currentWidget == m_editor)
+        showProgrammingConfirmation(m_editor->profile());
+}
+
+void MainWindow::onAboutMenu()
+{
+    // Modal, yet it returns at once: the dialog's Close button ends it.
+    if (m_about)
+        m_about->open();
+}
+
+void MainWindow::onUpdateMenu()
+{
+    if (!mayLeaveEditor())
+        return;
+    const QString error
+        = CUpdater::launch(QCoreApplication::applicationDirPath(), CFileManifest(m_data).text());
+    if (error.isEmpty()) {
+        // The updater replaces the program's files, so the program gets out of its way.
+        hide();
+        QThread::msleep(1000);
+        QCoreApplication::exit(0);
+        return;
+    }
+    userPrompts().warn(this, tr("Update Failed"),
+        tr("Could not launch updater") + QLatin1String(" (") + error + QLatin1String(")."), tr("Close"));
+}
+
+void MainWindow::onTechnicalSpecifications()
+{
+    CWebLinks::open(CWebLinks::TechnicalSpecifications);
+}
+
+void MainWindow::onProgrammableCDIs()
+{
+    CWebLinks::open(CWebLinks::ProgrammableCdis);
+}
+
+void MainWindow::onTrivia()
+{
+    CWebLinks::open(CWebLinks::Trivia);
+}
+
+void MainWindow::onFAQ()
+{
+    CWebLinks::open(CWebLinks::Faq);
+}
+
+void MainWindow::onVisitUs()
+{
+    CWebLinks::open(CWebLinks::VisitUs);
+}
+
+void MainWindow::onContactUs()
+{
+    CWebLinks::open(CWebLinks::ContactUs);
+}
+
+// ---- files ----
+
+QString MainWindow::profileFilter() const
+{
+    return tr("CDI profiles") + QLatin1String(" (*.cdi)");
+}
+
+std::optional<Profile> MainWindow::readProfileFromFile()
+{
+    const QString path = userPrompts().openFileName(this, tr("Open CDI profile"), profileFilter());
+    if (path.isEmpty())
+        return std::nullopt;
+    std::optional<Profile> profile = readProfileFile(path);
+    if (!profile)
+        userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
+    return profile;
+}
+
+QString MainWindow::writeErrorText(FileWriteError error)
+{
+    switch (error) {
+    case FileWriteError::None:
+        break;
+    case FileWriteError::CannotOverwrite:
+        return tr("could not overwrite file");
+    case FileWriteError::CannotWrite:
+        return tr("could not write to file");
+    case FileWriteError::MissingAfterWrite:
+        return tr("file missing after being written");
+    }
+    return QString();
+}
+
+// Save as and Print PDF: the file is written completely beside the target and only then takes
+// its place, so a failure never costs the file that was there before.
+void MainWindow::writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
+    const QString &failureHeading, const std::function<QByteArray()> &bytes,
+    const std::function<void()> &onSuccess)
+{
+    if (m_currentWidget != m_editor)
+        return;
+    const QString suggested = suggestedFileName(m_editor->profile().name(), tr("profile")) + extension;
+    const QString path = userPrompts().saveFileName(this, title, suggested, fileFilter);
+    if (path.isEmpty())
+        return;
+    const QByteArray content = bytes();
+    const QString error = content.isEmpty() ? writeErrorText(FileWriteError::CannotWrite)
+                                            : writeErrorText(writeFileSafely(path, content));
+    if (!error.isEmpty()) {
+        userPrompts().warn(this, title, failureHeading + QLatin1String(":\n\n") + error, tr("OK"));
+        return;
+    }
+    onSuccess();
+}
+
+void MainWindow::onSaveProfileAsMenu()
+{
+    writeEditedProfile(
+        tr("Save CDI profile"), profileFilter(), QStringLiteral(".cdi"), tr("Saving profile failed"),
+        [this] { return profileFileBytes(m_editor->profile()); }, [this] { m_editor->markSaved(); });
+}
+
+void MainWindow::onPrintMenu()
+{
+    writeEditedProfile(
+        tr("Print PDF"), tr("PDF files") + QLatin1String(" (*.pdf)"), QStringLiteral(".pdf"),
+        tr("Printing PDF failed"),
+        [this] {
+            const qint32 libraryValue = m_data.library() ? m_data.library()->libraryValue() : 0;
+            return summarySheetPdf(
+                m_editor->profile(), summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime()));
+        },
+        [] {});
+}
+
+// ---- language ----
+
+// The editor sets its prompt again after the frame was told of the switch; the change event
+// that the switch posts arrives once every part has its new texts.
+void MainWindow::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        refreshPrompt();
+    QMainWindow::changeEvent(event);
+}
 
 void MainWindow::retranslate(int language)
 {
     Q_UNUSED(language)
     m_ui->retranslateUi(this);
+    setFixedTexts();
+    paintBanner();
+    // The start page sets its own texts when it is told; the others are prepared here.
+    if (m_currentWidget == m_editor)
+        prepareEditorFrame();
+    else if (m_currentWidget == m_confirmation)
+        prepareConfirmationFrame();
+    refreshPrompt();
 }

@@ -1,31 +1,116 @@
 #pragma once
 
+#include "frame/ibrowsermain.h"
 #include "i18n/itranslatable.h"
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
 class MainWindow;
 }
+class AboutDialog;
+class CBrowserWidget;
 class CDataHolder;
 class CLanguageMenu;
+class CustomForm;
+class EditorForm;
+class WizardForm;
+enum class FileWriteError;
 
-// The program's one window. It holds the pages and shows one of them at a time.
-class MainWindow : public QMainWindow, public ITranslatable
+// The program's one window. It holds every page and shows one of them at a time under a prompt
+// line, with Exit, Back and Next below; Back and Next go to the page shown, which asks back for
+// the next page. It carries the menus and the file commands: open, save as and print to PDF.
+class MainWindow : public QMainWindow, public IBrowserMain, public IBrowserSub, public ITranslatable
 {
     Q_OBJECT
 
 public:
-    MainWindow(CDataHolder &data, CLanguageMenu &languageMenu, QWidget *parent = nullptr);
+    // The pages become the window's own.
+    MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, std::unique_ptr<EditorForm> editor,
+        std::unique_ptr<CustomForm> confirmation, CLanguageMenu &languageMenu, QWidget *parent = nullptr);
     ~MainWindow() override;
 
-    // Shows the first page.
-    void start();
+    void setAboutDialog(AboutDialog *about);
+
+    // IBrowserMain
+    void start() override;
+    void setButtonState(bool exitVisible, bool backVisible, bool nextVisible, bool nextEnabled,
+        const QString &nextText, const QString &nextToolTip) override;
+    void showEditor(const Profile &profile) override;
+    void showProgrammingConfirmation(const Profile &profile) override;
+    void showPortSelection() override;
+    void showProgress() override;
+    bool mayLeaveEditor() override;
+    void setNextEnabled(bool enabled) override;
+    void requestProgramming(const Profile &profile, bool allowReimport) override;
+    void requestConnectionTest() override;
+    void requestImport() override;
+    void continueEditing() override;
+    const Profile *editedProfile() const override;
+    std::optional<Profile> readProfileFromFile() override;
+    void confirmProgramming(const Profile &profile) override;
+    void refreshPrompt() override;
+
+    // IBrowserSub
+    void onTransactionFinished() override;
+
     void retranslate(int language) override;
 
+protected:
+    void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private slots:
+    void onBackButton();
+    void onNextButton();
+    void onExitMenu();
+    void onNewProfileMenu();
+    void onOpenProfileMenu();
+    void onSaveProfileAsMenu();
+    void onResetMenu();
+    void onUpdateMenu();
+    void onAboutMenu();
+    void onImportMenu();
+    void onExportMenu();
+    void onPrintMenu();
+    void onTechnicalSpecifications();
+    void onProgrammableCDIs();
+    void onTrivia();
+    void onFAQ();
+    void onVisitUs();
+    void onContactUs();
+    void onConfirmationBack();
+    void onConfirmationNext();
+
 private:
+    void showPage(QWidget *target, CBrowserWidget *page, const std::function<void()> &prepare);
+    void switchTo(QWidget *target);
+    void resetFrame();
+    void prepareEditorFrame();
+    void prepareConfirmationFrame();
+    void showStartPage(const std::function<void()> &chooseView);
+    void showDeviceUnavailable();
+    void writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
+        const QString &failureHeading, const std::function<QByteArray()> &bytes,
+        const std::function<void()> &onSuccess);
+    void setFixedTexts();
+    void paintBanner();
+    void placeOnScreen();
+    static QString writeErrorText(FileWriteError error);
+    QString profileFilter() const;
+
     std::unique_ptr<Ui::MainWindow> m_ui;
     CDataHolder &m_data;
+    WizardForm *m_wizard;
+    EditorForm *m_editor;
+    CustomForm *m_confirmation;
+    AboutDialog *m_about = nullptr;
+    // The page shown, null during a page change.
+    QWidget *m_currentWidget = nullptr;
+    CBrowserWidget *m_current = nullptr;
+    // Back on the confirmation page returns to the editor when the profile came from there.
+    bool m_confirmationFromEditor = false;
 };

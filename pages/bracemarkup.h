@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+// Descriptive texts (tool tips, page explanations) mark the words to stress with braces:
+// "{Program your CDI} with a profile of your choice". Shown, those words appear in the
+// program's highlight colour and the braces disappear.
+QString withBraceMarkup(const QString &text);
+
+// The highlight colour of stressed words and profile names in descriptive texts.
+extern const char kHighlightColour[];

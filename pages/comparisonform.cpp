@@ -1,0 +1,117 @@
+#include "pages/comparisonform.h"
+
+#include "frame/ibrowsermain.h"
+#include "pages/bracemarkup.h"
+#include "pages/ccomparisonparent.h"
+#include "pages/cprofileitem.h"
+
+#include "ui_comparisonform.h"
+
+ComparisonForm::ComparisonForm(QWidget *parent)
+    : QWidget(parent)
+    , m_ui(std::make_unique<Ui::ComparisonForm>())
+{
+    m_ui->setupUi(this);
+    setToolTips();
+    connect(m_ui->addDefaultButton, &QPushButton::clicked, this, &ComparisonForm::onAddDefaultButton);
+    connect(m_ui->addCustomButton, &QPushButton::clicked, this, &ComparisonForm::onAddCustomButton);
+    connect(m_ui->removeButton, &QPushButton::clicked, this, &ComparisonForm::onRemoveButton);
+    connect(m_ui->clearButton, &QPushButton::clicked, this, &ComparisonForm::onClearButton);
+    connect(m_ui->showGraphButton, &QPushButton::clicked, this, &ComparisonForm::onShowGraphButton);
+    connect(m_ui->list, &QListWidget::itemClicked, this, &ComparisonForm::onItemClicked);
+    m_ui->removeButton->setEnabled(false);
+    updateButtons();
+}
+
+ComparisonForm::~ComparisonForm() = default;
+
+void ComparisonForm::setComparisonParent(CComparisonParent *parent)
+{
+    m_parent = parent;
+}
+
+void ComparisonForm::setBrowserMain(IBrowserMain *main)
+{
+    m_main = main;
+}
+
+void ComparisonForm::addProfile(const Profile &profile)
+{
+    m_ui->list->addItem(new CProfileItem(profile)); // the list owns its items
+    updateButtons();
+}
+
+std::vector<Profile> ComparisonForm::profiles() const
+{
+    std::vector<Profile> listed;
+    for (int row = 0; row < m_ui->list->count(); ++row) {
+        if (const auto *item = dynamic_cast<const CProfileItem *>(m_ui->list->item(row)))
+            listed.push_back(item->profile());
+    }
+    return listed;
+}
+
+void ComparisonForm::retranslate()
+{
+    m_ui->retranslateUi(this);
+    setToolTips();
+    for (int row = 0; row < m_ui->list->count(); ++row) {
+        if (auto *item = dynamic_cast<CProfileItem *>(m_ui->list->item(row)))
+            item->retranslate();
+    }
+}
+
+void ComparisonForm::setToolTips()
+{
+    for (QPushButton *button : {m_ui->addDefaultButton, m_ui->addCustomButton, m_ui->removeButton})
+        button->setToolTip(withBraceMarkup(button->toolTip()));
+}
+
+// "Show graph" and "Remove all" need something in the list.
+void ComparisonForm::updateButtons()
+{
+    const bool filled = m_ui->list->count() > 0;
+    m_ui->showGraphButton->setEnabled(filled);
+    m_ui->clearButton->setEnabled(filled);
+}
+
+void ComparisonForm::onItemClicked(QListWidgetItem *item)
+{
+    m_ui->removeButton->setEnabled(item != nullptr);
+    updateButtons();
+}
+
+void ComparisonForm::onAddDefaultButton()
+{
+    if (m_parent)
+        m_parent->chooseTemplateForComparison();
+}
+
+void ComparisonForm::onAddCustomButton()
+{
+    if (!m_main)
+        return;
+    if (const std::optional<Profile> profile = m_main->readProfileFromFile())
+        addProfile(*profile);
+}
+
+void ComparisonForm::onRemoveButton()
+{
+    delete m_ui->list->takeItem(m_ui->list->currentRow());
+    m_ui->removeButton->setEnabled(false);
+    updateButtons();
+}
+
+void ComparisonForm::onClearButton()
+{
+    m_ui->list->clear();
+    m_ui->list->update();
+    m_ui->removeButton->setEnabled(false);
+    updateButtons();
+}
+
+void ComparisonForm::onShowGraphButton()
+{
+    if (m_parent)
+        m_parent->showComparisonGraph(profiles());
+}

@@ -1,0 +1,141 @@
+#pragma once
+
+// The whole program as a user meets it after the disclaimer: the data files from the build
+// folder, every page and dialog built and wired the way a normal start does it, the main window
+// shown. Every dialog is answered by ScriptedPrompts, which also notes what the user was shown.
+#include "app/cdataholder.h"
+#include "app/cfileerror.h"
+#include "app/cstartup.h"
+#include "editor/editorform.h"
+#include "frame/iuserprompts.h"
+#include "frame/mainwindow.h"
+#include "i18n/clanguagemenu.h"
+#include "i18n/clanguageswitcher.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QTest>
+#include <QTranslator>
+
+#include <memory>
+
+class ScriptedPrompts : public IUserPrompts
+{
+public:
+    struct Shown
+    {
+        QString kind; // "ask", "warn", "inform", "open" or "save"
+        QString title;
+        QString text; // the file filter for file dialogs
+        QStringList buttons; // the suggested path for the save dialog
+    };
+
+    QList<Shown> shown;
+    QList<int> askAnswers;
+    QStringList fileAnswers;
+
+    int ask(
+        QWidget *, const QString &title, const QString &text, const QStringList &buttons, int, int) override
+    {
+        shown.append({QStringLiteral("ask"), title, text, buttons});
+        return askAnswers.isEmpty() ? -1 : askAnswers.takeFirst();
+    }
+    void warn(QWidget *, const QString &title, const QString &text, const QString &button) override
+    {
+        shown.append({QStringLiteral("warn"), title, text, {button}});
+    }
+    void inform(QWidget *, const QString &title, const QString &text, const QString &button) override
+    {
+        shown.append({QStringLiteral("inform"), title, text, {button}});
+    }
+    QString openFileName(QWidget *, const QString &title, const QString &filter) override
+    {
+        shown.append({QStringLiteral("open"), title, filter, {}});
+        return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
+    }
+    QString saveFileName(
+        QWidget *, const QString &title, const QString &suggestedPath, const QString &filter) override
+    {
+        shown.append({QStringLiteral("save"), title, filter, {suggestedPath}});
+        return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
+    }
+
+    QStringList titles() const
+    {
+        QStringList list;
+        for (const Shown &item : shown)
+            list.append(item.title);
+        return list;
+    }
+};
+
+// A translator that knows a handful of texts, enough to see a language switch arrive.
+class SmallTranslator : public QTranslator
+{
+public:
+    // context, source -> translation
+    QHash<QPair<QByteArray, QByteArray>, QString> texts;
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        return texts.value(qMakePair(QByteArray(context), QByteArray(source)));
+    }
+};
+
+// The editor words its own prompt; Program::prompt() gives this in its place.
+const char kEditorPrompt[] = "<the editor's own prompt>";
+
+class Program
+{
+public:
+    Program()
+    {
+        setUserPrompts(&prompts);
+        QVERIFY2(!data.loadLibrary(true), "default.cds missing in the build folder");
+        QVERIFY2(!data.loadHints(), "hints.cdh missing in the build folder");
+        menu = std::make_unique<CLanguageMenu>(switcher);
+        windows = std::make_unique<CProgramWindows>(data, switcher, *menu);
+        QVERIFY(QTest::qWaitForWindowExposed(&window()));
+        window().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window()));
+    }
+
+    ~Program()
+    {
+        windows.reset();
+        menu.reset();
+        setUserPrompts(nullptr);
+    }
+
+    // False when the data files or the window could not be had; the constructor said why.
+    bool ready() const { return windows && window().isActiveWindow(); }
+    MainWindow &window() const { return windows->mainWindow(); }
+    template<typename T = QWidget> T *child(const char *name) const
+    {
+        return window().findChild<T *>(QLatin1String(name));
+    }
+    QAbstractButton *button(const char *name) const { return child<QAbstractButton>(name); }
+    QString prompt() const
+    {
+        const QString text = child<QLabel>("promptLabel")->text();
+        const EditorForm *editor = window().findChild<EditorForm *>();
+        if (editor->isVisible() && !text.isEmpty() && text == editor->statusTip())
+            return QLatin1String(kEditorPrompt);
+        return text;
+    }
+    void click(const char *name) const
+    {
+        QAbstractButton *target = button(name);
+        QVERIFY2(target, name);
+        QVERIFY2(target->isVisible() && target->isEnabled(), name);
+        QTest::mouseClick(target, Qt::LeftButton);
+    }
+    const Profile &firstTemplate() const { return *data.library()->profileAt(0); }
+
+    ScriptedPrompts prompts;
+    CDataHolder data;
+    CLanguageSwitcher switcher;
+    std::unique_ptr<CLanguageMenu> menu;
+    std::unique_ptr<CProgramWindows> windows;
+};
