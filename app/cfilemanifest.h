@@ -1,5 +1,7 @@
 #pragma once
 
+#include "programversion.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QVector>
@@ -24,8 +26,8 @@ public:
         }
     };
 
-    // The program's version 0.95.1 as a number; the translation carries the same number.
-    static constexpr int kProgramVersion = 9501;
+    // The translation carries the program's version number too.
+    static constexpr int kProgramVersion = kProgramVersionNumber;
 
     // Both data files must be loaded.
     explicit CFileManifest(const CDataHolder &data);

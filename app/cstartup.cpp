@@ -1,5 +1,7 @@
 #include "app/cstartup.h"
 
+#include "programversion.h"
+
 #include "app/cdataholder.h"
 #include "app/cfileerror.h"
 #include "app/cfilemanifest.h"
@@ -51,7 +53,7 @@ void setIdentity()
 {
     QCoreApplication::setOrganizationName(QStringLiteral("sparkwright.example"));
     QCoreApplication::setApplicationName(QStringLiteral("Sparkwright"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("0.95.1"));
+    QCoreApplication::setApplicationVersion(QLatin1String(kProgramVersionText));
     QIcon icon;
     for (int size : {16, 24, 32, 48, 64, 128, 256})
         icon.addFile(QStringLiteral(":/Images/app-%1.png").arg(size), QSize(size, size));

@@ -15,13 +15,12 @@
 #include <QPdfWriter>
 #include <QTextLayout>
 
+#include "programversion.h"
+
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
-#ifndef SPARKWRIGHT_VERSION
-#define SPARKWRIGHT_VERSION "0.95.1"
-#endif
 
 namespace {
 
@@ -302,7 +301,7 @@ void paintNotes(QPainter &painter, const QRect &box, const Profile &profile)
 
 QString programVersion()
 {
-    return QStringLiteral(SPARKWRIGHT_VERSION);
+    return QLatin1String(kProgramVersionText);
 }
 
 QString libraryNumberText(qint32 value)
