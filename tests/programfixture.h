@@ -7,81 +7,16 @@
 #include "app/cfileerror.h"
 #include "app/cstartup.h"
 #include "editor/editorform.h"
-#include "frame/iuserprompts.h"
 #include "frame/mainwindow.h"
 #include "i18n/clanguagemenu.h"
 #include "i18n/clanguageswitcher.h"
+#include "tests/widgettestmain.h"
 
 #include <QAbstractButton>
 #include <QLabel>
 #include <QTest>
-#include <QTranslator>
 
 #include <memory>
-
-class ScriptedPrompts : public IUserPrompts
-{
-public:
-    struct Shown
-    {
-        QString kind; // "ask", "warn", "inform", "open" or "save"
-        QString title;
-        QString text; // the file filter for file dialogs
-        QStringList buttons; // the suggested path for the save dialog
-    };
-
-    QList<Shown> shown;
-    QList<int> askAnswers;
-    QStringList fileAnswers;
-
-    int ask(
-        QWidget *, const QString &title, const QString &text, const QStringList &buttons, int, int) override
-    {
-        shown.append({QStringLiteral("ask"), title, text, buttons});
-        return askAnswers.isEmpty() ? -1 : askAnswers.takeFirst();
-    }
-    void warn(QWidget *, const QString &title, const QString &text, const QString &button) override
-    {
-        shown.append({QStringLiteral("warn"), title, text, {button}});
-    }
-    void inform(QWidget *, const QString &title, const QString &text, const QString &button) override
-    {
-        shown.append({QStringLiteral("inform"), title, text, {button}});
-    }
-    QString openFileName(QWidget *, const QString &title, const QString &filter) override
-    {
-        shown.append({QStringLiteral("open"), title, filter, {}});
-        return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
-    }
-    QString saveFileName(
-        QWidget *, const QString &title, const QString &suggestedPath, const QString &filter) override
-    {
-        shown.append({QStringLiteral("save"), title, filter, {suggestedPath}});
-        return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
-    }
-
-    QStringList titles() const
-    {
-        QStringList list;
-        for (const Shown &item : shown)
-            list.append(item.title);
-        return list;
-    }
-};
-
-// A translator that knows a handful of texts, enough to see a language switch arrive.
-class SmallTranslator : public QTranslator
-{
-public:
-    // context, source -> translation
-    QHash<QPair<QByteArray, QByteArray>, QString> texts;
-
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *source, const char *, int) const override
-    {
-        return texts.value(qMakePair(QByteArray(context), QByteArray(source)));
-    }
-};
 
 // The editor words its own prompt; Program::prompt() gives this in its place.
 const char kEditorPrompt[] = "<the editor's own prompt>";

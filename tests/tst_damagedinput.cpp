@@ -167,8 +167,6 @@ private slots:
     void truncatedFile_data();
     void truncatedFile();
     void truncatedDeviceFrame();
-    void hugeLengths_data();
-    void hugeLengths();
     void randomDamage_data();
     void randomDamage();
 };
@@ -229,42 +227,6 @@ void TestDamagedInput::truncatedDeviceFrame()
         QCOMPARE(profile.isModified(), failure.isEmpty());
         QCOMPARE(fieldsOf(profile) == fieldsOf(before), !failure.isEmpty());
     }
-}
-
-void TestDamagedInput::hugeLengths_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("loads");
-
-    const QByteArray record = HandRecord().bytes();
-    const QByteArray huge = tInt(0x7FFFFFFF);
-    // Offsets in a new profile's record: the name's length 18, the count of texts 193.
-    QTest::newRow("name claiming 0x7FFFFFFF bytes")
-        << "profile file" << handContainer({patched(record, 18, huge)}) << false;
-    QTest::newRow("text count 0x7FFFFFFF")
-        << "profile file" << handContainer({patched(record, 193, huge)}) << false;
-    QTest::newRow("record length 0xFFFFFF")
-        << "profile file" << patched(handContainer({record}), 7, QByteArray::fromHex("ffffff")) << false;
-    QTest::newRow("record count 0xFFFF")
-        << "library" << patched(handContainer({libraryHeader()}), 4, "\xff\xff") << false;
-
-    const QStringList texts {"T", "X", "Titel", "Text"};
-    QTest::newRow("hint count 0x7FFFFFFF")
-        << "hints" << handContainer({hintsRecord(1, 1, 0x7FFFFFFF, 2, texts)}) << false;
-    QTest::newRow("language count 0x7FFFFFFF")
-        << "hints" << handContainer({hintsRecord(1, 1, 1, 0x7FFFFFFF, texts)}) << false;
-    QTest::newRow("hint count 0x7FFFFFFF without languages is empty")
-        << "hints" << handContainer({hintsRecord(1, 1, 0x7FFFFFFF, 0, {})}) << true;
-}
-
-void TestDamagedInput::hugeLengths()
-{
-    QFETCH(QString, kind);
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, loads);
-    QCOMPARE(load(kind, bytes).has_value(), loads);
-    QCOMPARE(load(kind, bytes, true).has_value(), loads);
 }
 
 void TestDamagedInput::randomDamage_data()

@@ -4,8 +4,6 @@
 
 #include <QtTest>
 
-#include <limits>
-
 Q_DECLARE_METATYPE(Profile)
 
 namespace {
@@ -102,9 +100,6 @@ void TestDeviceImage::writeImage_data()
     p.setSensorCoefficients({0.1, -0.0, 1e300});
     QTest::newRow("coefficients narrowed to float, beyond its range infinite")
         << p << true << withBytes(kImage, 33, "3dcccccd800000007f800000");
-    p.setSensorCoefficients({-1e300, std::numeric_limits<double>::denorm_min(), 16777217.0});
-    QTest::newRow("tiny value flushes to zero, odd integer rounds to even")
-        << p << true << withBytes(kImage, 33, "ff800000000000004b800000");
     IgnitionMap map;
     map.setPoint(0, 0x1234, 49);
     map.setPoint(9, 0xABCD, 0);
@@ -179,13 +174,8 @@ void TestDeviceImage::imageCheck_data()
     QTest::newRow("voltage 100 passes") << withBytes(kFrame, 34, "64") << "";
     QTest::newRow("voltage 250 passes") << withBytes(kFrame, 34, "fa") << "";
     QTest::newRow("voltage 251") << withBytes(kFrame, 34, "fb") << "invalid voltage: 251";
-    QTest::newRow("image too short to hold the voltage") << kFrame.left(34) << "invalid voltage: 0";
-    QTest::newRow("image ending after the voltage passes") << kFrame.left(35) << "";
-    QTest::newRow("type byte is not checked") << withBytes(kFrame, 3, "ff") << "";
     QTest::newRow("rpm reported before angle and voltage")
         << withBytes(withBytes(withBytes(kFrame, 20, "ffff"), 24, "ff"), 34, "00") << "rpm > 20000";
-    QTest::newRow("angle reported before voltage")
-        << withBytes(withBytes(kFrame, 33, "32"), 34, "fb") << "angle > 49";
 }
 
 void TestDeviceImage::imageCheck()

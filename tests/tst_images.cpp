@@ -3,7 +3,6 @@
 // so each is checked here.
 #include <QDir>
 #include <QImageReader>
-#include <QMovie>
 #include <QSet>
 #include <QtTest>
 
@@ -62,8 +61,6 @@ private slots:
     void decodesAtItsSize_data();
     void decodesAtItsSize();
     void everyCompiledInImageIsChecked();
-    void busyAnimationLoopsThroughDistinctFrames();
-    void successAnimationAlternatesTwoDifferentImages();
 };
 
 void TestImages::decodesAtItsSize_data()
@@ -112,35 +109,6 @@ void TestImages::everyCompiledInImageIsChecked()
     unchecked.sort();
     QVERIFY2(unchecked.isEmpty(),
         qPrintable(QStringLiteral("not checked: ") + unchecked.join(QStringLiteral(", "))));
-}
-
-void TestImages::busyAnimationLoopsThroughDistinctFrames()
-{
-    QMovie movie(QStringLiteral(":/Images/work.gif"));
-    QVERIFY(movie.isValid() && movie.frameCount() > 1);
-    QImageReader reader(QStringLiteral(":/Images/work.gif"));
-    QVERIFY(reader.supportsAnimation());
-    QCOMPARE(reader.loopCount(), -1); // loops for as long as the page shows it
-
-    QImage previous;
-    int frames = 0;
-    for (; reader.canRead(); ++frames) {
-        const QImage frame = reader.read();
-        QCOMPARE(frame.size(), QSize(48, 48));
-        QVERIFY2(qAlpha(frame.pixel(0, 0)) == 0, "frame background is not transparent");
-        QVERIFY2(reader.nextImageDelay() >= 30 && reader.nextImageDelay() <= 200, "frame delay");
-        QVERIFY2(frame != previous, "two frames in a row are the same");
-        previous = frame;
-    }
-    QCOMPARE(frames, movie.frameCount());
-}
-
-// The success animation alternates two images of one size.
-void TestImages::successAnimationAlternatesTwoDifferentImages()
-{
-    const QImage first = readImage(QStringLiteral("ok.png")).convertToFormat(QImage::Format_ARGB32);
-    QVERIFY(!first.isNull()
-        && first != readImage(QStringLiteral("ok2.png")).convertToFormat(QImage::Format_ARGB32));
 }
 
 QTEST_MAIN(TestImages)

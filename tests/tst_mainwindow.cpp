@@ -1,26 +1,28 @@
-// The main window as the user drives it: which page shows with which prompt and buttons, the
-// menu commands and their shortcuts, the open, save and print flows with their messages, the
-// updater, the web links and the about box.
-#include "dialogs/aboutdialog.h"
+// The whole program after the disclaimer as the user drives it: every page with its prompt,
+// buttons and way back, the menu commands and their shortcuts, the open, save and print flows
+// with their messages, the template chooser, the panels that lead back to the profile last
+// edited, and the comparison list and its graph.
 #include "editor/customform.h"
 #include "editor/editorform.h"
 #include "frame/suggestedfilename.h"
-#include "pages/wizardform.h"
+#include "pages/comparisonform.h"
+#include "pages/continueform.h"
+#include "pages/multigraphform.h"
 #include "profile/profilefile.h"
-#include "summary/summarysheet.h"
 #include "tests/programfixture.h"
 #include "tests/widgettestmain.h"
 
 #include <QAction>
-#include <QDesktopServices>
+#include <QComboBox>
+#include <QDir>
 #include <QEventLoop>
 #include <QFile>
+#include <QListWidget>
+#include <QMenu>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
-#include <QUrl>
-
-#include <unistd.h>
 
 namespace {
 
@@ -37,280 +39,273 @@ bool writeAll(const QString &path, const QByteArray &bytes)
 }
 
 const char kWelcome[] = "Welcome to Sparkwright. What would you like to do?";
+const char kEditProfiles[] = "Choose where to load your profile from.";
+const char kProgramming[] = "Choose what kind of profile to program your CDI with.";
+const char kComparison[] = "Put together the profiles whose ignition maps you would like to compare.";
+const char kChooseTemplate[] = "Select an item from the drop-down list as template for your custom profile.";
 const char kConfirmPrompt[] = "Please confirm programming the CDI with this profile.";
 
-// Where the window is, as the user sees it.
-enum class Place
+Profile namedProfile(const QString &name, int shift)
 {
-    StartPage,
-    TemplateChooser,
-    Editor,
-    Confirmation
-};
+    Profile profile;
+    profile.setName(name);
+    IgnitionMap map;
+    for (int i = 0; i < kMapPointCount; ++i)
+        map.setPoint(i, 1000 * (i + 1), 10 + i + shift);
+    profile.setMap(map);
+    profile.setSensorCoefficients({40.0, -0.0004, 0.0});
+    return profile;
+}
+
+QStringList entries(const QListWidget *list)
+{
+    QStringList texts;
+    for (int row = 0; row < list->count(); ++row)
+        texts.append(list->item(row)->text());
+    return texts;
+}
+
+// What the page now shown holds: the profile's name on the editor and on the confirmation page,
+// the entries of the list on the comparison page.
+QString shownProfile(const Program &program)
+{
+    if (program.prompt() == QLatin1String(kEditorPrompt))
+        return program.window().findChild<EditorForm *>()->profile().name();
+    if (program.prompt() == QLatin1String(kConfirmPrompt))
+        return program.window().findChild<CustomForm *>()->profile().name();
+    return entries(program.child<QListWidget>("list")).join(QLatin1String(", "));
+}
+
+void clickEntry(QListWidget *list, int row)
+{
+    QTest::mouseClick(
+        list->viewport(), Qt::LeftButton, Qt::NoModifier, list->visualItemRect(list->item(row)).center());
+}
+
+// Takes a step as the user would: a button by its name, "^X" for Ctrl+X, or "editor" for a
+// template handed to the editor as the template chooser does it.
+void take(Program &program, const QString &step)
+{
+    if (step.startsWith(QLatin1Char('^')))
+        QTest::keyClick(&program.window(), Qt::Key(step.at(1).unicode()), Qt::ControlModifier);
+    else if (step == QLatin1String("editor"))
+        program.window().showEditor(program.firstTemplate());
+    else
+        program.click(qPrintable(step));
+}
 
 } // namespace
-
-Q_DECLARE_METATYPE(Place)
-
-// Takes URLs instead of the desktop's browser.
-class UrlCatcher : public QObject
-{
-    Q_OBJECT
-
-public:
-    QList<QUrl> urls;
-
-public slots:
-    void take(const QUrl &url) { urls.append(url); }
-};
 
 class TestMainWindow : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void pages_data();
-    void pages();
+    void pagesAndBack_data();
+    void pagesAndBack();
     void editorShortcutsActOnlyOnTheEditor_data();
     void editorShortcutsActOnlyOnTheEditor();
-    void backAndNextFollowThePages();
-    void deviceRequestsSayTheyAreNotAvailable_data();
-    void deviceRequestsSayTheyAreNotAvailable();
-    void openFlow_data();
-    void openFlow();
+    void openFlows_data();
+    void openFlows();
     void saveAndPrintFlows_data();
     void saveAndPrintFlows();
     void suggestedFileNames_data();
     void suggestedFileNames();
-    void missingUpdaterIsReported();
-    void webLinks_data();
-    void webLinks();
-    void aboutBox();
+    void templateChooser_data();
+    void templateChooser();
+    void continuePanels_data();
+    void continuePanels();
+    void comparisonButtonStates_data();
+    void comparisonButtonStates();
+    void comparisonListsDuplicatesAndDrawsInListOrder();
+    void languageSwitchReachesEveryPage();
     void exitEndsTheProgramWithZero();
-    void bannerCarriesTheVersion();
-    void languageSwitchReachesTheFrame();
-
-private:
-    void goTo(Program &program, Place place);
-    QTemporaryDir m_folder;
 };
 
-void TestMainWindow::goTo(Program &program, Place place)
+void TestMainWindow::pagesAndBack_data()
 {
-    switch (place) {
-    case Place::StartPage:
-        break;
-    case Place::TemplateChooser:
-        QTest::keyClick(&program.window(), Qt::Key_N, Qt::ControlModifier);
-        break;
-    case Place::Editor:
-        program.window().showEditor(program.firstTemplate());
-        break;
-    case Place::Confirmation:
-        program.window().showEditor(program.firstTemplate());
-        program.click("nextButton");
-        break;
-    }
-}
-
-void TestMainWindow::pages_data()
-{
-    QTest::addColumn<Place>("place");
+    QTest::addColumn<QStringList>("steps");
     QTest::addColumn<QString>("prompt");
-    QTest::addColumn<QString>("visiblePage");
     QTest::addColumn<bool>("exitVisible");
-    QTest::addColumn<bool>("backVisible");
-    QTest::addColumn<QString>("nextText"); // empty: Next hidden
-    QTest::addColumn<bool>("editorActions");
+    QTest::addColumn<QStringList>("nextAndBack"); // Next's text and the prompt after Back; empty: hidden
 
-    QTest::newRow("start page") << Place::StartPage << kWelcome << "WizardForm" << true << false << ""
-                                << false;
+    const QString none;
+    QTest::newRow("start page") << QStringList() << kWelcome << true << QStringList {none, none};
+    QTest::newRow("edit profiles") << QStringList {"editProfilesButton"} << kEditProfiles << true
+                                   << QStringList {none, kWelcome};
+    QTest::newRow("programming") << QStringList {"calibrationSelectionButton"} << kProgramming << true
+                                 << QStringList {none, kWelcome};
+    QTest::newRow("comparison") << QStringList {"compareButton"} << kComparison << true
+                                << QStringList {none, kWelcome};
+    QTest::newRow("template for a new profile")
+        << QStringList {"editProfilesButton", "createFromTemplateButton"} << kChooseTemplate << true
+        << QStringList {"Create", kEditProfiles};
     QTest::newRow("Ctrl+N opens the template chooser")
-        << Place::TemplateChooser
-        << "Select an item from the drop-down list as template for your custom profile."
-        << "WizardForm" << true << true << "Create" << false;
-    QTest::newRow("editor") << Place::Editor << kEditorPrompt << "EditorForm" << false << true << "Next"
-                            << true;
-    QTest::newRow("confirmation") << Place::Confirmation << kConfirmPrompt << "CustomForm" << true << true
-                                  << "Program the CDI" << false;
+        << QStringList {"^N"} << kChooseTemplate << true << QStringList {"Create", kEditProfiles};
+    QTest::newRow("template to program")
+        << QStringList {"calibrationSelectionButton", "calibrateDefaultButton"}
+        << "Select a profile from the dropdown list to program your CDI." << true
+        << QStringList {"Program", kProgramming};
+    QTest::newRow("template to compare") << QStringList {"compareButton", "addDefaultButton"}
+                                         << "Select a profile from the drop-down list for comparison." << true
+                                         << QStringList {"Add to list", kComparison};
+    QTest::newRow("editor, nothing changed")
+        << QStringList {"editor"} << kEditorPrompt << false << QStringList {"Next", kWelcome};
+    QTest::newRow("confirmation") << QStringList {"editor", "nextButton"} << kConfirmPrompt << true
+                                  << QStringList {"Program the CDI", kEditorPrompt};
 }
 
-void TestMainWindow::pages()
+void TestMainWindow::pagesAndBack()
 {
-    QFETCH(Place, place);
+    QFETCH(QStringList, steps);
     QFETCH(QString, prompt);
-    QFETCH(QString, visiblePage);
     QFETCH(bool, exitVisible);
-    QFETCH(bool, backVisible);
-    QFETCH(QString, nextText);
-    QFETCH(bool, editorActions);
+    QFETCH(QStringList, nextAndBack);
+    const QString nextText = nextAndBack[0];
+    const QString promptAfterBack = nextAndBack[1];
 
     Program program;
     QVERIFY(program.ready());
-    goTo(program, place);
+    for (const QString &step : steps)
+        take(program, step);
 
     QCOMPARE(program.window().windowTitle(), QStringLiteral("Sparkwright"));
     QCOMPARE(program.prompt(), prompt);
-    const QList<QWidget *> pages {program.window().findChild<WizardForm *>(),
-        program.window().findChild<EditorForm *>(), program.window().findChild<CustomForm *>()};
-    for (QWidget *page : pages)
-        QCOMPARE(page->isVisible(), QLatin1String(page->metaObject()->className()) == visiblePage);
     QCOMPARE(program.button("exitButton")->isVisible(), exitVisible);
-    QCOMPARE(program.button("backButton")->isVisible(), backVisible);
     QCOMPARE(program.button("nextButton")->isVisible(), !nextText.isEmpty());
     if (!nextText.isEmpty())
         QCOMPARE(program.button("nextButton")->text(), nextText);
+    // The actions that need a profile work on the editor only.
+    const bool onEditor = prompt == QLatin1String(kEditorPrompt);
     for (const char *name : {"actionSaveAs", "actionReset", "actionExport", "actionPrint"})
-        QCOMPARE(program.child<QAction>(name)->isEnabled(), editorActions);
+        QCOMPARE(program.child<QAction>(name)->isEnabled(), onEditor);
     for (const char *name : {"actionNew", "actionOpen", "actionImport", "actionExit", "actionAbout"})
         QVERIFY(program.child<QAction>(name)->isEnabled());
+    if (prompt == QLatin1String(kConfirmPrompt)) {
+        const CustomForm *confirmation = program.window().findChild<CustomForm *>();
+        QCOMPARE(confirmation->profile().name(), program.firstTemplate().name());
+        QCOMPARE(confirmation->findChild<QLabel *>(QStringLiteral("labelName"))->text(),
+            program.firstTemplate().name());
+    }
+
+    QCOMPARE(program.button("backButton")->isVisible(), !promptAfterBack.isEmpty());
+    if (!promptAfterBack.isEmpty()) {
+        program.click("backButton");
+        QCOMPARE(program.prompt(), promptAfterBack);
+    }
+    QVERIFY(program.prompts.shown.isEmpty());
 }
 
 void TestMainWindow::editorShortcutsActOnlyOnTheEditor_data()
 {
     QTest::addColumn<int>("key");
-    QTest::addColumn<bool>("onEditor");
-    QTest::addColumn<QString>("shown"); // the dialog title, or the prompt of the page reached
+    QTest::addColumn<QString>("shown"); // on the editor: the dialog title, or the prompt of the page reached
 
-    QTest::newRow("Ctrl+S off the editor") << int(Qt::Key_S) << false << kWelcome;
-    QTest::newRow("Ctrl+Z off the editor") << int(Qt::Key_Z) << false << kWelcome;
-    QTest::newRow("Ctrl+W off the editor") << int(Qt::Key_W) << false << kWelcome;
-    QTest::newRow("Ctrl+P off the editor") << int(Qt::Key_P) << false << kWelcome;
-    QTest::newRow("Ctrl+S saves") << int(Qt::Key_S) << true << "Save CDI profile";
-    QTest::newRow("Ctrl+Z resets") << int(Qt::Key_Z) << true << "Reset profile";
-    QTest::newRow("Ctrl+W programs") << int(Qt::Key_W) << true << kConfirmPrompt;
-    QTest::newRow("Ctrl+P prints") << int(Qt::Key_P) << true << "Print PDF";
+    QTest::newRow("Ctrl+S saves") << int(Qt::Key_S) << "Save CDI profile";
+    QTest::newRow("Ctrl+Z resets") << int(Qt::Key_Z) << "Reset profile";
+    QTest::newRow("Ctrl+W programs") << int(Qt::Key_W) << kConfirmPrompt;
+    QTest::newRow("Ctrl+P prints") << int(Qt::Key_P) << "Print PDF";
 }
 
 void TestMainWindow::editorShortcutsActOnlyOnTheEditor()
 {
     QFETCH(int, key);
-    QFETCH(bool, onEditor);
     QFETCH(QString, shown);
 
     Program program;
     QVERIFY(program.ready());
-    if (onEditor)
-        goTo(program, Place::Editor);
-    const QString before = program.prompt();
     QTest::keyClick(&program.window(), Qt::Key(key), Qt::ControlModifier);
-
-    if (program.prompts.shown.isEmpty()) {
-        QCOMPARE(program.prompt(), shown);
-        QCOMPARE(program.prompt() == before, !onEditor);
-    } else {
-        QVERIFY(onEditor);
-        QCOMPARE(program.prompts.titles(), QStringList {shown});
-    }
-}
-
-void TestMainWindow::backAndNextFollowThePages()
-{
-    Program program;
-    QVERIFY(program.ready());
-    goTo(program, Place::Editor);
-
-    program.click("nextButton");
-    QCOMPARE(program.prompt(), QString::fromLatin1(kConfirmPrompt));
-    QCOMPARE(program.window().findChild<CustomForm *>()->profile().name(), program.firstTemplate().name());
-    program.click("backButton");
-    QCOMPARE(program.prompt(), QString::fromLatin1(kEditorPrompt));
-    program.click("backButton");
     QCOMPARE(program.prompt(), QString::fromLatin1(kWelcome));
-    QVERIFY(program.prompts.shown.isEmpty()); // nothing was changed, so nothing was asked
+    QVERIFY(program.prompts.shown.isEmpty());
+
+    take(program, QStringLiteral("editor"));
+    QTest::keyClick(&program.window(), Qt::Key(key), Qt::ControlModifier);
+    if (program.prompts.shown.isEmpty())
+        QCOMPARE(program.prompt(), shown);
+    else
+        QCOMPARE(program.prompts.titles(), QStringList {shown});
 }
 
-void TestMainWindow::deviceRequestsSayTheyAreNotAvailable_data()
+void TestMainWindow::openFlows_data()
 {
-    QTest::addColumn<QString>("how");
-    QTest::newRow("Program the CDI on the confirmation page") << "confirm";
-    QTest::newRow("Import from CDI in the menu") << "import";
-}
-
-void TestMainWindow::deviceRequestsSayTheyAreNotAvailable()
-{
-    QFETCH(QString, how);
-    Program program;
-    QVERIFY(program.ready());
-    if (how == QLatin1String("confirm")) {
-        goTo(program, Place::Confirmation);
-        program.click("nextButton");
-    } else {
-        QTest::keyClick(&program.window(), Qt::Key_R, Qt::ControlModifier);
-    }
-    QCOMPARE(program.prompts.shown.size(), 1);
-    QCOMPARE(program.prompts.shown.at(0).kind, QStringLiteral("inform"));
-    QCOMPARE(program.prompts.shown.at(0).title, QStringLiteral("Connection to the CDI"));
-    QVERIFY(program.window().isVisible());
-}
-
-void TestMainWindow::openFlow_data()
-{
+    QTest::addColumn<QStringList>("steps");
     QTest::addColumn<QByteArray>("content"); // null: the dialog was cancelled
-    QTest::addColumn<QString>("warning");
+    QTest::addColumn<bool>("warned");
     QTest::addColumn<QString>("prompt");
 
-    Profile saved;
-    saved.setName(QStringLiteral("Race tune"));
-    QTest::newRow("a profile file") << profileFileBytes(saved) << "" << kEditorPrompt;
-    QTest::newRow("an unreadable file")
-        << QByteArray("not a profile at all") << "CDI profile could not be loaded." << kWelcome;
-    QTest::newRow("an empty file") << QByteArray("") << "CDI profile could not be loaded." << kWelcome;
-    QTest::newRow("cancelled") << QByteArray() << "" << kWelcome;
+    const QByteArray saved = profileFileBytes(namedProfile(QStringLiteral("Race tune"), 0));
+    const QStringList open {"^O"};
+    const QStringList compare {"compareButton", "addCustomButton"};
+    QTest::newRow("a profile file") << open << saved << false << kEditorPrompt;
+    QTest::newRow("an unreadable file") << open << QByteArray("not a profile at all") << true << kWelcome;
+    QTest::newRow("an empty file") << open << QByteArray("") << true << kWelcome;
+    QTest::newRow("cancelled") << open << QByteArray() << false << kWelcome;
+    QTest::newRow("load from file on the start page")
+        << QStringList {"editProfilesButton", "loadFileButton"} << saved << false << kEditorPrompt;
+    QTest::newRow("program a custom profile")
+        << QStringList {"calibrationSelectionButton", "calibrateCustomButton"} << saved << false
+        << kConfirmPrompt;
+    QTest::newRow("compare a custom profile") << compare << saved << false << kComparison;
+    QTest::newRow("compare an unreadable file") << compare << QByteArray("garbage") << true << kComparison;
+    QTest::newRow("compare, cancelled") << compare << QByteArray() << false << kComparison;
 }
 
-void TestMainWindow::openFlow()
+// The profile read lands where the way to the dialog leads.
+void TestMainWindow::openFlows()
 {
+    QFETCH(QStringList, steps);
     QFETCH(QByteArray, content);
-    QFETCH(QString, warning);
+    QFETCH(bool, warned);
     QFETCH(QString, prompt);
 
+    QTemporaryDir folder;
     Program program;
     QVERIFY(program.ready());
-    const QString path = m_folder.filePath(QStringLiteral("opened.cdi"));
+    const QString path = folder.filePath(QStringLiteral("opened.cdi"));
     if (!content.isNull()) {
         QVERIFY(writeAll(path, content));
         program.prompts.fileAnswers.append(path);
     }
-    QTest::keyClick(&program.window(), Qt::Key_O, Qt::ControlModifier);
+    for (const QString &step : steps)
+        take(program, step);
 
+    QCOMPARE(program.prompts.shown.size(), warned ? 2 : 1);
     QCOMPARE(program.prompts.shown.at(0).kind, QStringLiteral("open"));
     QCOMPARE(program.prompts.shown.at(0).title, QStringLiteral("Open CDI profile"));
     QCOMPARE(program.prompts.shown.at(0).text, QStringLiteral("CDI profiles (*.cdi)"));
-    if (warning.isEmpty()) {
-        QCOMPARE(program.prompts.shown.size(), 1);
-    } else {
-        QCOMPARE(program.prompts.shown.size(), 2);
+    if (warned) {
         QCOMPARE(program.prompts.shown.at(1).kind, QStringLiteral("warn"));
-        QCOMPARE(program.prompts.shown.at(1).text, warning);
+        QCOMPARE(program.prompts.shown.at(1).text, QStringLiteral("CDI profile could not be loaded."));
     }
     QCOMPARE(program.prompt(), prompt);
-    if (prompt == QLatin1String(kEditorPrompt))
-        QCOMPARE(program.window().findChild<EditorForm *>()->profile().name(), QStringLiteral("Race tune"));
+    const bool read = !content.isNull() && !warned;
+    QCOMPARE(shownProfile(program),
+        !read                                      ? QString()
+            : prompt == QLatin1String(kComparison) ? "Custom: Race tune"
+                                                   : "Race tune");
 }
 
 void TestMainWindow::saveAndPrintFlows_data()
 {
     QTest::addColumn<int>("key");
-    QTest::addColumn<QString>("target"); // "new", "read-only", "missing folder", "read-only folder"
+    QTest::addColumn<QString>("target"); // "new", "older", "read-only", "missing folder"
     QTest::addColumn<QString>("message");
 
-    for (const auto &[key, name, heading] : {std::make_tuple(int(Qt::Key_S), "save", "Saving profile failed"),
-             std::make_tuple(int(Qt::Key_P), "print", "Printing PDF failed")}) {
-        const QString failed = QLatin1String(heading) + QLatin1String(":\n\n");
-        QTest::addRow("%s into a new file", name) << key << "new"
-                                                  << "";
-        QTest::addRow("%s over an older file", name) << key << "older"
-                                                     << "";
-        QTest::addRow("%s over a read-only file", name)
-            << key << "read-only" << failed + "could not overwrite file";
-        QTest::addRow("%s into a missing folder", name)
-            << key << "missing folder" << failed + "could not write to file";
-        QTest::addRow("%s into a read-only folder", name)
-            << key << "read-only folder" << failed + "could not write to file";
-    }
+    QTest::newRow("save into a new file") << int(Qt::Key_S) << "new"
+                                          << "";
+    QTest::newRow("save over an older file") << int(Qt::Key_S) << "older"
+                                             << "";
+    QTest::newRow("save over a read-only file") << int(Qt::Key_S) << "read-only"
+                                                << "Saving profile failed:\n\ncould not overwrite file";
+    QTest::newRow("save into a missing folder") << int(Qt::Key_S) << "missing folder"
+                                                << "Saving profile failed:\n\ncould not write to file";
+    QTest::newRow("print over an older file") << int(Qt::Key_P) << "older"
+                                              << "";
+    QTest::newRow("print over a read-only file") << int(Qt::Key_P) << "read-only"
+                                                 << "Printing PDF failed:\n\ncould not overwrite file";
 }
 
+// A failed save or print leaves the old file as it was, and no temporary file behind.
 void TestMainWindow::saveAndPrintFlows()
 {
     QFETCH(int, key);
@@ -318,24 +313,19 @@ void TestMainWindow::saveAndPrintFlows()
     QFETCH(QString, message);
 
     const bool printing = key == Qt::Key_P;
-    if (target == QLatin1String("read-only folder") && geteuid() == 0)
-        QSKIP("the superuser writes into read-only folders");
     QTemporaryDir folder;
-    QString path = folder.filePath(printing ? QStringLiteral("sheet.pdf") : QStringLiteral("mine.cdi"));
+    const QString name = printing ? QStringLiteral("sheet.pdf") : QStringLiteral("mine.cdi");
+    const QString path
+        = folder.filePath(target == QLatin1String("missing folder") ? QStringLiteral("gone/") + name : name);
     const QByteArray old("the file that was there before");
-    if (target == QLatin1String("older") || target == QLatin1String("read-only")) {
+    if (target == QLatin1String("older") || target == QLatin1String("read-only"))
         QVERIFY(writeAll(path, old));
-        if (target == QLatin1String("read-only"))
-            QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadUser));
-    } else if (target == QLatin1String("missing folder")) {
-        path = folder.filePath(QStringLiteral("gone/mine.cdi"));
-    } else if (target == QLatin1String("read-only folder")) {
-        QVERIFY(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
-    }
+    if (target == QLatin1String("read-only"))
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadUser));
 
     Program program;
     QVERIFY(program.ready());
-    goTo(program, Place::Editor);
+    take(program, QStringLiteral("editor"));
     program.prompts.fileAnswers.append(path);
     QTest::keyClick(&program.window(), Qt::Key(key), Qt::ControlModifier);
 
@@ -344,180 +334,252 @@ void TestMainWindow::saveAndPrintFlows()
     QCOMPARE(dialog.title, printing ? QStringLiteral("Print PDF") : QStringLiteral("Save CDI profile"));
     QCOMPARE(
         dialog.text, printing ? QStringLiteral("PDF files (*.pdf)") : QStringLiteral("CDI profiles (*.cdi)"));
-    const QString suggested = program.firstTemplate().name() + (printing ? ".pdf" : ".cdi");
-    QCOMPARE(dialog.buttons, QStringList {suggested});
+    QCOMPARE(dialog.buttons, QStringList {program.firstTemplate().name() + (printing ? ".pdf" : ".cdi")});
 
-    if (message.isEmpty()) {
-        QCOMPARE(program.prompts.shown.size(), 1);
-        const QByteArray written = readAll(path);
-        if (printing) {
-            QVERIFY(written.startsWith("%PDF"));
-        } else {
-            std::optional<Profile> readBack = readProfileFile(path);
-            QVERIFY(readBack);
-            QCOMPARE(readBack->name(), program.firstTemplate().name());
-            QCOMPARE(readBack->map(), program.firstTemplate().map());
-        }
+    QCOMPARE(program.prompts.shown.size(), message.isEmpty() ? 1 : 2);
+    if (message.isEmpty() && printing) {
+        QVERIFY(readAll(path).startsWith("%PDF"));
+    } else if (message.isEmpty()) {
+        const std::optional<Profile> readBack = readProfileFile(path);
+        QVERIFY(readBack);
+        QCOMPARE(readBack->name(), program.firstTemplate().name());
+        QCOMPARE(readBack->map(), program.firstTemplate().map());
     } else {
-        QCOMPARE(program.prompts.shown.size(), 2);
-        QCOMPARE(program.prompts.shown.at(1).kind, QStringLiteral("warn"));
-        QCOMPARE(program.prompts.shown.at(1).title, dialog.title);
-        QCOMPARE(program.prompts.shown.at(1).text, message);
-        QCOMPARE(program.prompts.shown.at(1).buttons, QStringList {"OK"});
-        if (target == QLatin1String("read-only"))
-            QCOMPARE(readAll(path), old);
-        else
-            QVERIFY(!QFile::exists(path));
+        const ScriptedPrompts::Shown warning = program.prompts.shown.at(1);
+        QCOMPARE(warning.kind, QStringLiteral("warn"));
+        QCOMPARE(warning.title, dialog.title);
+        QCOMPARE(warning.text, message);
+        QCOMPARE(readAll(path), target == QLatin1String("read-only") ? old : QByteArray());
     }
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files),
+        target == QLatin1String("missing folder") ? QStringList() : QStringList {name});
     QCOMPARE(program.prompt(), QString::fromLatin1(kEditorPrompt));
-    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
 void TestMainWindow::suggestedFileNames_data()
 {
-    QTest::addColumn<QString>("profileName");
-    QTest::addColumn<QString>("fileName");
+    QTest::addColumn<QStringList>("names"); // the profile's, then the file's
 
-    QTest::newRow("plain") << "Two-stroke 125 cc"
-                           << "Two-stroke 125 cc";
-    QTest::newRow("path separators") << "road/track\\wet"
-                                     << "road_track_wet";
-    QTest::newRow("characters Windows refuses") << "a<b>c:d\"e|f?g*h"
-                                                << "a_b_c_d_e_f_g_h";
-    QTest::newRow("control characters") << "line\tone\ntwo"
-                                        << "line_one_two";
-    QTest::newRow("blanks and dots at the ends") << "  . tuned. . "
-                                                 << "tuned";
-    QTest::newRow("nothing but dots") << "..."
-                                      << "profile";
-    QTest::newRow("empty") << ""
-                           << "profile";
-    QTest::newRow("device name") << "con"
-                                 << "con_";
-    QTest::newRow("device name with extension") << "LPT1.old"
-                                                << "LPT1_.old";
-    QTest::newRow("device name inside a word") << "CONSOLE"
-                                               << "CONSOLE";
-    QTest::newRow("letters beyond ASCII stay") << "Zündung früh"
-                                               << "Zündung früh";
-    QTest::newRow("long names are cut") << QString(100, QLatin1Char('x')) << QString(80, QLatin1Char('x'));
+    QTest::newRow("path separators") << QStringList {"road/track\\wet", "road_track_wet"};
+    QTest::newRow("characters Windows refuses") << QStringList {"a<b>c:d\"e|f?g*h", "a_b_c_d_e_f_g_h"};
+    QTest::newRow("control characters") << QStringList {"line\tone\ntwo", "line_one_two"};
+    QTest::newRow("blanks and dots at the ends") << QStringList {"  . tuned. . ", "tuned"};
+    QTest::newRow("nothing but dots") << QStringList {"...", "profile"};
+    QTest::newRow("device name") << QStringList {"con", "con_"};
+    QTest::newRow("device name with extension") << QStringList {"LPT1.old", "LPT1_.old"};
+    QTest::newRow("device name inside a word") << QStringList {"CONSOLE", "CONSOLE"};
+    QTest::newRow("long names are cut") << QStringList {QString(100, 'x'), QString(80, 'x')};
     QTest::newRow("a cut never splits a character")
-        << QString(79, QLatin1Char('x')) + QString::fromUtf8("\xF0\x9F\x94\xA5") + "tail"
-        << QString(79, QLatin1Char('x'));
+        << QStringList {QString(79, 'x') + QString::fromUtf8("\xF0\x9F\x94\xA5") + "tail", QString(79, 'x')};
 }
 
 void TestMainWindow::suggestedFileNames()
 {
-    QFETCH(QString, profileName);
-    QFETCH(QString, fileName);
-    QCOMPARE(suggestedFileName(profileName, QStringLiteral("profile")), fileName);
+    QFETCH(QStringList, names);
+    QCOMPARE(suggestedFileName(names[0], QStringLiteral("profile")), names[1]);
 }
 
-void TestMainWindow::missingUpdaterIsReported()
+void TestMainWindow::templateChooser_data()
 {
-    Program program;
-    QVERIFY(program.ready());
-    program.child<QAction>("actionUpdate")->trigger();
-
-    const QString expectedPath
-        = QCoreApplication::applicationDirPath() + QLatin1String("/SparkwrightUpdater");
-    QCOMPARE(program.prompts.shown.size(), 1);
-    QCOMPARE(program.prompts.shown.at(0).kind, QStringLiteral("warn"));
-    QCOMPARE(program.prompts.shown.at(0).title, QStringLiteral("Update Failed"));
-    QCOMPARE(program.prompts.shown.at(0).text,
-        QStringLiteral("Could not launch updater (file is inaccessible: %1).").arg(expectedPath));
-    QCOMPARE(program.prompts.shown.at(0).buttons, QStringList {"Close"});
-    QVERIFY(program.window().isVisible());
+    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<QString>("prompt"); // after Next
+    QTest::newRow("create a custom profile")
+        << QStringList {"editProfilesButton", "createFromTemplateButton"} << kEditorPrompt;
+    QTest::newRow("add to the comparison")
+        << QStringList {"compareButton", "addDefaultButton"} << kComparison;
 }
 
-void TestMainWindow::webLinks_data()
+// The second template, chosen with the keyboard, shows its information and map, and goes on.
+void TestMainWindow::templateChooser()
 {
-    QTest::addColumn<QString>("action");
-    QTest::addColumn<QString>("english");
-    QTest::addColumn<QString>("germanPath"); // what the translation gives
-    QTest::addColumn<QString>("german");
-
-    QTest::newRow("technical specification") << "actionTechnicalSpecifications"
-                                             << "https://sparkwright.example/en/technical-specifications"
-                                             << "de/technische-daten"
-                                             << "https://sparkwright.example/de/technische-daten";
-    QTest::newRow("programming") << "actionProgrammableCDIs"
-                                 << "https://sparkwright.example/en/programmable-cdi"
-                                 << "de/programmierbare-cdi"
-                                 << "https://sparkwright.example/de/programmierbare-cdi";
-    QTest::newRow("facts") << "actionTrivia"
-                           << "https://sparkwright.example/en/facts-worth-knowing-about-ignition"
-                           << "de/wissenswertes"
-                           << "https://sparkwright.example/de/wissenswertes";
-    QTest::newRow("questions") << "actionFAQ"
-                               << "https://sparkwright.example/en/frequently-asked-questions"
-                               << "de/haeufige-fragen"
-                               << "https://sparkwright.example/de/haeufige-fragen";
-    QTest::newRow("visit us, the whole address translated") << "actionVisitUs"
-                                                            << "http://sparkwright.example/en"
-                                                            << "http://sparkwright.example/de"
-                                                            << "http://sparkwright.example/de";
-    QTest::newRow("contact") << "actionContactUs"
-                             << "https://sparkwright.example/en/contact"
-                             << "de/kontakt"
-                             << "https://sparkwright.example/de/kontakt";
-}
-
-void TestMainWindow::webLinks()
-{
-    QFETCH(QString, action);
-    QFETCH(QString, english);
-    QFETCH(QString, germanPath);
-    QFETCH(QString, german);
+    QFETCH(QStringList, steps);
+    QFETCH(QString, prompt);
 
     Program program;
     QVERIFY(program.ready());
-    UrlCatcher catcher;
-    QDesktopServices::setUrlHandler(QStringLiteral("https"), &catcher, "take");
-    QDesktopServices::setUrlHandler(QStringLiteral("http"), &catcher, "take");
-    QAction *link = program.child<QAction>(qPrintable(action));
-    link->trigger();
+    for (const QString &step : steps)
+        take(program, step);
+    QComboBox *combo = program.child<QComboBox>("comboBox");
+    QCOMPARE(combo->count(), program.data.library()->count());
+    combo->setFocus();
+    QTest::keyClick(combo, Qt::Key_Down);
+    const Profile &chosen = *program.data.library()->profileAt(1);
+    QCOMPARE(combo->currentText(), chosen.name());
+    QCOMPARE(program.child<QPlainTextEdit>("informationText")->toPlainText(), chosen.extraText(0));
+    program.click("nextButton");
 
-    SmallTranslator translator;
-    const QStringList sources {"en/technical-specifications", "en/programmable-cdi",
-        "en/facts-worth-knowing-about-ignition", "en/frequently-asked-questions",
-        "http://sparkwright.example/en", "en/contact"};
-    for (const QString &source : sources) {
-        if (QUrl(english).toString().endsWith(source))
-            translator.texts.insert(qMakePair(QByteArray("CWebLinks"), source.toLatin1()), germanPath);
+    QCOMPARE(program.prompt(), prompt);
+    QVERIFY(program.prompts.shown.isEmpty());
+    QCOMPARE(shownProfile(program),
+        prompt == QLatin1String(kEditorPrompt) ? chosen.name() : "Default: " + chosen.name());
+    if (prompt == QLatin1String(kEditorPrompt)) {
+        QCOMPARE(program.window().findChild<EditorForm *>()->profile().map(), chosen.map());
+        QVERIFY(program.window().findChild<EditorForm *>()->profile().isCustom());
     }
-    QCoreApplication::installTranslator(&translator);
-    link->trigger();
-    QCoreApplication::removeTranslator(&translator);
-    QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
-    QDesktopServices::unsetUrlHandler(QStringLiteral("http"));
-
-    QCOMPARE(catcher.urls, (QList<QUrl> {QUrl(english), QUrl(german)}));
-    if (action == QLatin1String("actionVisitUs"))
-        QCOMPARE(link->text(), QStringLiteral("Visit us on sparkwright.example"));
 }
 
-void TestMainWindow::aboutBox()
+void TestMainWindow::continuePanels_data()
+{
+    QTest::addColumn<bool>("edited");
+    QTest::addColumn<QStringList>("viewAndPanel");
+    QTest::addColumn<QString>("prompt");
+
+    const QStringList editing {"editProfilesButton", "editContinueForm"};
+    const QStringList programming {"calibrationSelectionButton", "programmingContinueForm"};
+    QTest::newRow("nothing edited: no panel to continue editing") << false << editing << QString();
+    QTest::newRow("nothing edited: no panel to program") << false << programming << QString();
+    QTest::newRow("continue editing") << true << editing << kEditorPrompt;
+    QTest::newRow("program the edited profile") << true << programming << kConfirmPrompt;
+}
+
+void TestMainWindow::continuePanels()
+{
+    QFETCH(bool, edited);
+    QFETCH(QStringList, viewAndPanel);
+    QFETCH(QString, prompt);
+
+    Program program;
+    QVERIFY(program.ready());
+    Profile mine = program.firstTemplate();
+    mine.setName(QStringLiteral("Mine <2>"));
+    if (edited) {
+        program.window().showEditor(mine);
+        program.click("backButton");
+    }
+    program.click(qPrintable(viewAndPanel[0]));
+    ContinueForm *form = program.window().findChild<ContinueForm *>(viewAndPanel[1]);
+    QCOMPARE(form->isVisible(), edited);
+    if (!edited)
+        return;
+    const QString label = form->findChild<QLabel *>(QStringLiteral("label"))->text();
+    QVERIFY2(label.contains(QStringLiteral("Mine &lt;2&gt;")), qPrintable(label));
+    QTest::mouseClick(form->findChild<QPushButton *>(QStringLiteral("button")), Qt::LeftButton);
+
+    QCOMPARE(program.prompt(), prompt);
+    const Profile &shown = prompt == QLatin1String(kEditorPrompt)
+        ? program.window().findChild<EditorForm *>()->profile()
+        : program.window().findChild<CustomForm *>()->profile();
+    QCOMPARE(shown.name(), mine.name());
+    QCOMPARE(shown.map(), mine.map());
+}
+
+void TestMainWindow::comparisonButtonStates_data()
+{
+    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<bool>("showGraph");
+    QTest::addColumn<bool>("removeAll");
+    QTest::addColumn<bool>("remove");
+    QTest::addColumn<QStringList>("listed");
+
+    QTest::newRow("empty list") << QStringList {} << false << false << false << QStringList();
+    QTest::newRow("one entry") << QStringList {"add"} << true << true << false << QStringList {"Custom: 0"};
+    QTest::newRow("an entry clicked")
+        << QStringList {"add", "click 0"} << true << true << true << QStringList {"Custom: 0"};
+    QTest::newRow("the last entry removed")
+        << QStringList {"add", "click 0", "remove"} << false << false << false << QStringList();
+    QTest::newRow("the clicked one of two removed") << QStringList {"add", "add", "click 0", "remove"} << true
+                                                    << true << false << QStringList {"Custom: 1"};
+    QTest::newRow("all removed") << QStringList {"add", "add", "click 0", "remove all"} << false << false
+                                 << false << QStringList();
+}
+
+void TestMainWindow::comparisonButtonStates()
+{
+    QFETCH(QStringList, steps);
+    QFETCH(bool, showGraph);
+    QFETCH(bool, removeAll);
+    QFETCH(bool, remove);
+    QFETCH(QStringList, listed);
+
+    ComparisonForm form;
+    form.resize(700, 420);
+    form.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form));
+    QListWidget *list = form.findChild<QListWidget *>(QStringLiteral("list"));
+    const auto button
+        = [&form](const char *name) { return form.findChild<QPushButton *>(QLatin1String(name)); };
+    for (const QString &step : steps) {
+        if (step == QLatin1String("add"))
+            form.addProfile(namedProfile(QString::number(list->count()), 0));
+        else if (step.startsWith(QLatin1String("click ")))
+            clickEntry(list, step.mid(6).toInt());
+        else
+            QTest::mouseClick(
+                button(step == QLatin1String("remove") ? "removeButton" : "clearButton"), Qt::LeftButton);
+    }
+    QCOMPARE(button("showGraphButton")->isEnabled(), showGraph);
+    QCOMPARE(button("clearButton")->isEnabled(), removeAll);
+    QCOMPARE(button("removeButton")->isEnabled(), remove);
+    QCOMPARE(entries(list), listed);
+}
+
+// The same template twice is listed twice; the graph shows the list in its order, also after a
+// change back in the list.
+void TestMainWindow::comparisonListsDuplicatesAndDrawsInListOrder()
 {
     Program program;
     QVERIFY(program.ready());
-    program.child<QAction>("actionAbout")->trigger();
+    program.click("compareButton");
+    for (int i = 0; i < 2; ++i) {
+        program.click("addDefaultButton");
+        program.click("nextButton"); // the first template, as offered
+    }
+    QListWidget *list = program.child<QListWidget>("list");
+    const QString factory = QStringLiteral("Default: ") + program.firstTemplate().name();
+    QCOMPARE(entries(list), (QStringList {factory, factory}));
+    program.window().findChild<ComparisonForm *>()->addProfile(namedProfile(QStringLiteral("Alpha"), 3));
+    program.click("showGraphButton");
 
-    AboutDialog &about = program.windows->aboutDialog();
-    QVERIFY(QTest::qWaitForWindowExposed(&about));
-    QVERIFY(about.isModal());
-    QCOMPARE(about.windowTitle(), QStringLiteral("About"));
-    QCOMPARE(about.findChild<QLabel *>(QStringLiteral("titleLabel"))->text(), QStringLiteral("Sparkwright"));
-    QCOMPARE(
-        about.findChild<QLabel *>(QStringLiteral("versionLabel"))->text(), QStringLiteral("Version 0.95.1"));
-    const QString library = about.findChild<QLabel *>(QStringLiteral("libraryLabel"))->text();
-    QVERIFY2(
-        library.contains(libraryNumberText(program.data.library()->libraryValue())), qPrintable(library));
-    QVERIFY(about.findChild<QLabel *>(QStringLiteral("copyrightLabel"))
-                ->text()
-                .contains(QStringLiteral("Sparkwright")));
-    QTest::mouseClick(about.findChild<QPushButton *>(QStringLiteral("closeButton")), Qt::LeftButton);
-    QVERIFY(!about.isVisible());
+    MultiGraphForm *graph = program.window().findChild<MultiGraphForm *>();
+    QVERIFY(graph->isVisible());
+    QCOMPARE(program.prompt(), QStringLiteral("The graph shows the selected profiles for comparison."));
+    const auto legend = [graph] {
+        QStringList names;
+        for (const Profile &profile : graph->profiles())
+            names.append(profile.name());
+        return names;
+    };
+    const QString name = program.firstTemplate().name();
+    QCOMPARE(legend(), (QStringList {name, name, "Alpha"}));
+    QCOMPARE(graph->image().size(), graph->size());
+
+    program.click("backButton");
+    clickEntry(list, 0);
+    program.click("removeButton");
+    program.click("showGraphButton");
+    QCOMPARE(legend(), (QStringList {name, "Alpha"}));
+}
+
+void TestMainWindow::languageSwitchReachesEveryPage()
+{
+    Program program;
+    QVERIFY(program.ready());
+    program.click("editProfilesButton");
+    program.click("createFromTemplateButton");
+    WidgetTest::Translator translator({{QString("WizardForm|") + kChooseTemplate, "Wählen Sie eine Vorlage."},
+        {"WizardForm|Create", "Erstellen"},
+        {"WizardForm|{Program your CDI} with a profile of your choice",
+            "{Programmieren Sie Ihre CDI} mit einem Profil Ihrer Wahl"},
+        {"MainWindow|Profile", "Profil"}, {"MainWindow|Back", "Zurück"}, {"CProfileItem|Custom", "Eigenes"},
+        {"ComparisonForm|Remove all", "Alle entfernen"}});
+    QCoreApplication::installTranslator(&translator);
+    program.switcher.setLanguage(CLanguageSwitcher::kEnglish); // tells every listener
+
+    QCOMPARE(program.prompt(), QStringLiteral("Wählen Sie eine Vorlage."));
+    QCOMPARE(program.button("nextButton")->text(), QStringLiteral("Erstellen"));
+    QCOMPARE(program.button("backButton")->text(), QStringLiteral("Zurück"));
+    QCOMPARE(program.child<QMenu>("menuProfile")->title(), QStringLiteral("Profil"));
+    // The braces mark the highlighted words, in every language.
+    QCOMPARE(program.button("calibrationSelectionButton")->toolTip(),
+        QStringLiteral("<font color=#4B7D96>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl"));
+    for (const QAbstractButton *any : program.window().findChildren<QAbstractButton *>())
+        QVERIFY2(!any->toolTip().contains(QLatin1Char('{')), qPrintable(any->toolTip()));
+
+    program.window().findChild<ComparisonForm *>()->addProfile(namedProfile(QStringLiteral("Mine"), 0));
+    program.switcher.setLanguage(CLanguageSwitcher::kEnglish);
+    QCoreApplication::removeTranslator(&translator);
+    QCOMPARE(entries(program.child<QListWidget>("list")), QStringList {"Eigenes: Mine"});
+    QCOMPARE(program.button("clearButton")->text(), QStringLiteral("Alle entfernen"));
 }
 
 // The program's own event loop ends with 0. A loop that is still running after the click ends
@@ -532,52 +594,6 @@ void TestMainWindow::exitEndsTheProgramWithZero()
         QTimer::singleShot(0, &loop, [&loop] { loop.exit(7); });
     });
     QCOMPARE(loop.exec(), 0);
-}
-
-// The version and names are painted into the banner, above the drawing.
-void TestMainWindow::bannerCarriesTheVersion()
-{
-    Program program;
-    QVERIFY(program.ready());
-    const QImage shown = program.child<QLabel>("imageLabelMid")->pixmap(Qt::ReturnByValue).toImage();
-    const QImage plain = QImage(QStringLiteral(":/Images/wizflash.png")).convertToFormat(shown.format());
-    QCOMPARE(shown.size(), plain.size());
-    int changed = 0;
-    for (int y = 0; y < shown.height(); ++y) {
-        for (int x = 0; x < shown.width(); ++x) {
-            if (shown.pixel(x, y) != plain.pixel(x, y)) {
-                QVERIFY2(y >= 15 && y <= 85, "painted outside the text lines");
-                ++changed;
-            }
-        }
-    }
-    QVERIFY(changed > 500);
-}
-
-void TestMainWindow::languageSwitchReachesTheFrame()
-{
-    Program program;
-    QVERIFY(program.ready());
-    goTo(program, Place::Confirmation);
-    SmallTranslator translator;
-    const auto german = [&translator](const char *source, const char *translation) {
-        translator.texts.insert(
-            qMakePair(QByteArray("MainWindow"), QByteArray(source)), QString::fromUtf8(translation));
-    };
-    german(kConfirmPrompt, "Bitte bestätigen Sie.");
-    german("Program the CDI", "CDI programmieren");
-    german("Profile", "Profil");
-    german("Back", "Zurück");
-    QCoreApplication::installTranslator(&translator);
-    program.switcher.setLanguage(CLanguageSwitcher::kEnglish); // tells every listener
-    QCoreApplication::removeTranslator(&translator);
-
-    QCOMPARE(program.prompt(), QStringLiteral("Bitte bestätigen Sie."));
-    QCOMPARE(program.button("nextButton")->text(), QStringLiteral("CDI programmieren"));
-    QCOMPARE(program.child<QMenu>("menuProfile")->title(), QStringLiteral("Profil"));
-    QCOMPARE(program.button("backButton")->text(), QStringLiteral("Zurück"));
-    QVERIFY(program.button("exitButton")->isVisible());
-    QVERIFY(!program.child<QAction>("actionSaveAs")->isEnabled());
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestMainWindow)

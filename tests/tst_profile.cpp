@@ -1,9 +1,11 @@
-// The profile model: the flag byte, the sensor-mode rule for K1 and K2, the angle ceiling, and
-// the ignition map's slots and order.
+// The profile model and the map checker: the flag byte, the sensor-mode rule for K1 and K2, the
+// angle ceiling, the map's order, and what the checker says about each faulty value.
+#include "profile/mapvalidation.h"
 #include "profile/profile.h"
 
 #include <QtTest>
 
+#include <algorithm>
 #include <limits>
 
 Q_DECLARE_METATYPE(SensorCoefficients)
@@ -19,9 +21,10 @@ private slots:
     void sensorModeDerivesK1AndK2();
     void angleCeiling_data();
     void angleCeiling();
-    void coefficientComparison();
-    void mapSlots();
     void sortKeepsPairsAndOrder();
+    void pointMessages_data();
+    void pointMessages();
+    void equalSpeedsAreNotAscending();
 };
 
 // The flags as text: monitoring, ground (E enables, B blocks), edge (R rising, F falling), mode.
@@ -34,7 +37,6 @@ void TestProfile::flagByte_data()
     QTest::addColumn<bool>("writtenBack");
     QTest::newRow("zero") << 0x00 << "-EF0" << true;
     QTest::newRow("monitoring, ground blocks") << 0x03 << "MBF0" << true;
-    QTest::newRow("monitoring, ground enables") << 0x01 << "MEF0" << true;
     QTest::newRow("rising edge, mode 2") << 0x14 << "-ER2" << true;
     QTest::newRow("mode 1") << 0x08 << "-EF1" << true;
     QTest::newRow("ground blocking without monitoring reads as enabling") << 0x02 << "-EF0" << false;
@@ -115,39 +117,8 @@ void TestProfile::angleCeiling()
     QCOMPARE(::angleCeiling(curve, rpm), ceiling);
 }
 
-// Pairs count as about equal when the smaller over the larger exceeds 0.99.
-void TestProfile::coefficientComparison()
-{
-    const SensorCoefficients base {100, 1, -2};
-    QVERIFY(coefficientsAboutEqual(base, {100.9, 1.005, -2}));
-    QVERIFY(coefficientsAboutEqual({100.9, 1.005, -2}, base));
-    QVERIFY(!coefficientsAboutEqual(base, {101.1, 1, -2}));
-    QVERIFY(!coefficientsAboutEqual(base, {100, -1, -2}));
-    QVERIFY(!coefficientsAboutEqual({100, 0, -2}, {100, 1e-9, -2}));
-}
-
-void TestProfile::mapSlots()
-{
-    IgnitionMap map;
-    map.addPoint(1000, 10);
-    map.setPoint(1, 0, 5); // a zero speed with a positive angle is used, not empty
-    QCOMPARE(map.firstEmptySlot(), 2);
-    for (int i = 2; i < kMapPointCount; ++i)
-        map.addPoint(1000 * (i + 1), 20);
-    QCOMPARE(map.firstEmptySlot(), -1);
-    const IgnitionMap full = map;
-    map.addPoint(99999, 40);
-    // Out-of-range indexes neither crash nor change anything.
-    map.setPoint(10, 1, 1);
-    map.setPoint(-1, 1, 1);
-    QCOMPARE(map, full);
-    QVERIFY(map.pointEquals(9, 10000, 20) && !map.pointEquals(10, 0, 0));
-    QCOMPARE(map.maxRpm(), 10000);
-    QCOMPARE(map.maxAngle(), 20);
-}
-
-// A stable sort by speed: angles travel with their speeds, equal speeds keep their order, and
-// empty slots, which all have speed 0, go to the front.
+// The table's sort button: a stable sort by speed; angles travel with their speeds, equal speeds
+// keep their order, and empty slots go to the front.
 void TestProfile::sortKeepsPairsAndOrder()
 {
     IgnitionMap map;
@@ -155,16 +126,70 @@ void TestProfile::sortKeepsPairsAndOrder()
     for (int i = 0; i < kMapPointCount; ++i)
         map.setPoint(i, rpms[i], rpms[i] ? 10 + i : 0);
     QVERIFY(!map.isStrictlyAscending());
-    const IgnitionMap sorted = map.sortedAscending();
+    const IgnitionMap sorted = sortAscending(map);
     for (int i = 0; i < 6; ++i)
         QVERIFY(sorted.point(i).isEmpty());
     QVERIFY(sorted.pointEquals(6, 1000, 11) && sorted.pointEquals(7, 3000, 10)
         && sorted.pointEquals(8, 3000, 12) && sorted.pointEquals(9, 4000, 14));
-    IgnitionMap rising;
+}
+
+void TestProfile::pointMessages_data()
+{
+    QTest::addColumn<int>("rpm");
+    QTest::addColumn<int>("angle");
+    QTest::addColumn<SensorCoefficients>("curve");
+    QTest::addColumn<QString>("rpmMessage");
+    QTest::addColumn<QString>("angleMessage");
+
+    const SensorCoefficients flat30 {30, 0, 0}; // ceiling 28
+    QTest::newRow("upper bounds accepted") << 20000 << 49 << SensorCoefficients {100, 0, 0} << ""
+                                           << "";
+    QTest::newRow("angle at the ceiling accepted") << 7000 << 28 << flat30 << ""
+                                                   << "";
+    QTest::newRow("angle one above the ceiling")
+        << 7000 << 29 << flat30 << ""
+        << "the angle for 7000 RPM should not exceed 28 for this profile";
+    QTest::newRow("negative speed, angle too high") << -1 << 60 << flat30 << "RPM cannot be negative"
+                                                    << "angle exceeds maximum of 49";
+    QTest::newRow("speed too high skips the ceiling")
+        << 20001 << 40 << flat30 << "RPM exceed the maximum of 20000"
+        << "";
+    QTest::newRow("negative angle with a faulty speed")
+        << 20001 << -3 << flat30 << "RPM exceed the maximum of 20000"
+        << "angle cannot be negative";
+    QTest::newRow("negative ceiling rejects any positive angle")
+        << 5000 << 1 << SensorCoefficients {1.5, 0, 0} << ""
+        << "the angle for 5000 RPM should not exceed 0 for this profile";
+}
+
+void TestProfile::pointMessages()
+{
+    QFETCH(int, rpm);
+    QFETCH(int, angle);
+    QFETCH(SensorCoefficients, curve);
+    QFETCH(QString, rpmMessage);
+    QFETCH(QString, angleMessage);
+
+    IgnitionMap map;
+    map.setPoint(4, rpm, angle);
+    const PointValidation point = validate(map, curve).points[4];
+    QCOMPARE(point.index, 4);
+    QCOMPARE(point.rpmMessage, rpmMessage);
+    QCOMPARE(point.angleMessage, angleMessage);
+}
+
+// Equal speeds count as not rising although every point is valid.
+void TestProfile::equalSpeedsAreNotAscending()
+{
+    IgnitionMap map;
     for (int i = 0; i < kMapPointCount; ++i)
-        rising.setPoint(i, i * 1000, 10); // speed 0 in the first slot only
-    QVERIFY(rising.isStrictlyAscending());
-    QCOMPARE(rising.sortedAscending(), rising);
+        map.setPoint(i, 1000 * (i + 1), 8 + 2 * i);
+    QVERIFY(!validate(map, {30, 0, 0}).hasErrors());
+    map.setPoint(1, 1000, 10);
+    const MapValidation equal = validate(map, {30, 0, 0});
+    QVERIFY(equal.notAscending && equal.hasErrors());
+    QVERIFY(std::all_of(
+        equal.points.begin(), equal.points.end(), [](const PointValidation &p) { return p.isValid(); }));
 }
 
 QTEST_APPLESS_MAIN(TestProfile)

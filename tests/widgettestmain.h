@@ -6,6 +6,8 @@
 // application object is built, and LeakSanitizer would report that at every exit. Only the
 // allocations made while the application object is built are left out of the leak check;
 // everything the tests themselves allocate is still checked.
+#include "frame/iuserprompts.h"
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QHash>
@@ -67,6 +69,59 @@ private:
 };
 
 } // namespace WidgetTest
+
+// Answers every dialog of the program in the user's place and notes what the user was shown.
+class ScriptedPrompts : public IUserPrompts
+{
+public:
+    struct Shown
+    {
+        QString kind; // "ask", "warn", "inform", "open" or "save"
+        QString title;
+        QString text; // the file filter for file dialogs
+        QStringList buttons; // the suggested path for the save dialog
+        int defaultButton = -1;
+        int escapeButton = -1;
+    };
+
+    QList<Shown> shown;
+    QList<int> askAnswers;
+    QStringList fileAnswers;
+
+    int ask(QWidget *, const QString &title, const QString &text, const QStringList &buttons,
+        int defaultButton, int escapeButton) override
+    {
+        shown.append({QStringLiteral("ask"), title, text, buttons, defaultButton, escapeButton});
+        return askAnswers.isEmpty() ? -1 : askAnswers.takeFirst();
+    }
+    void warn(QWidget *, const QString &title, const QString &text, const QString &button) override
+    {
+        shown.append({QStringLiteral("warn"), title, text, {button}});
+    }
+    void inform(QWidget *, const QString &title, const QString &text, const QString &button) override
+    {
+        shown.append({QStringLiteral("inform"), title, text, {button}});
+    }
+    QString openFileName(QWidget *, const QString &title, const QString &filter) override
+    {
+        shown.append({QStringLiteral("open"), title, filter, {}});
+        return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
+    }
+    QString saveFileName(
+        QWidget *, const QString &title, const QString &suggestedPath, const QString &filter) override
+    {
+        shown.append({QStringLiteral("save"), title, filter, {suggestedPath}});
+        return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
+    }
+
+    QStringList titles() const
+    {
+        QStringList list;
+        for (const Shown &item : shown)
+            list.append(item.title);
+        return list;
+    }
+};
 
 #define SPARKWRIGHT_WIDGET_TEST_MAIN(TestObject)                                                             \
     int main(int argc, char *argv[])                                                                         \
