@@ -7,6 +7,7 @@
 #include "ui_flagsform.h"
 
 #include <QEvent>
+#include <QLocale>
 
 FlagsForm::FlagsForm(IProfileEditorMain *editor, HintDialog *hintDialog, QWidget *parent)
     : QWidget(parent)
@@ -51,6 +52,8 @@ void FlagsForm::setProfile(Profile *profile)
             m_ui->radioButtonPickUpPos->setChecked(true);
         else
             m_ui->radioButtonPickUpNeg->setChecked(true);
+        // The decimal separator follows the language the program is shown in.
+        m_ui->doubleSpinBoxHall->setLocale(QLocale());
         m_ui->doubleSpinBoxHall->setValue(m_profile->sensorCoefficients().k0);
         applySideStandRule();
         // Many CDIs take the edge from the pick-up they were built for; only some let it be chosen.

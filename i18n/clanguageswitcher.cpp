@@ -1,6 +1,7 @@
 #include "i18n/clanguageswitcher.h"
 
 #include <QDebug>
+#include <QLocale>
 #include <QTranslator>
 
 namespace {
@@ -56,6 +57,11 @@ void CLanguageSwitcher::setLanguage(int language)
 {
     m_language = language;
     const int wanted = language - 1;
+    // Numbers follow the texts: a comma as decimal separator only where the German texts are
+    // really shown. Set before the translators change, whose change events redraw the windows.
+    const bool translated
+        = wanted >= 0 && wanted < int(m_translators.size()) && !m_translators[size_t(wanted)]->isEmpty();
+    QLocale::setDefault(QLocale(languageCode(translated ? language : kEnglish)));
     if (m_installed != wanted) {
         if (m_installed >= 0)
             QCoreApplication::removeTranslator(m_translators[size_t(m_installed)].get());

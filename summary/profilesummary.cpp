@@ -3,10 +3,11 @@
 #include "profile/profile.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 
 QString sensorAdvanceText(const Profile &profile)
 {
-    return QString::number(profile.sensorCoefficients().k0, 'f', 1) + QChar(0x00B0);
+    return QLocale().toString(profile.sensorCoefficients().k0, 'f', 1) + QChar(0x00B0);
 }
 
 QString summaryMapTableHtml(const Profile &profile)

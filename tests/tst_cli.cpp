@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <QStandardPaths>
+
 namespace {
 
 const int kMap[10][2] = {{800, 6}, {1500, 10}, {2500, 15}, {3500, 20}, {4500, 24}, {5500, 27}, {6500, 29},
@@ -259,6 +261,16 @@ void TestCli::drawing()
         const QByteArray pdf = readAll(path(arguments[2]));
         QVERIFY(pdf.startsWith("%PDF-") && pdf.trimmed().endsWith("%%EOF"));
         QVERIFY2(pdf.contains("/MediaBox [0 0 842"), "an A4 page, the long side across");
+        // The German sheet speaks German, numbers included.
+        const QString pdftotext = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
+        if (pdftotext.isEmpty())
+            QSKIP("pdftotext (poppler-utils) is not installed");
+        QProcess extract;
+        extract.start(pdftotext, {path(arguments[2]), QStringLiteral("-")});
+        QVERIFY(extract.waitForFinished(30000));
+        const QString text = QString::fromUtf8(extract.readAllStandardOutput());
+        QVERIFY2(text.contains(QStringLiteral("Zündspannung")), qPrintable(text));
+        QVERIFY2(text.contains(QStringLiteral("36,5°")), qPrintable(text));
         return;
     }
     QCOMPARE(QImage(path(arguments[2])).size(), size);

@@ -15,6 +15,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonParseError>
+#include <QLocale>
 #include <QRegularExpression>
 #include <QTranslator>
 
@@ -43,7 +44,7 @@ int CliCommands::run(const QStringList &arguments)
         return graph(rest);
 
     const QStringList verbs {QStringLiteral("dump"), QStringLiteral("pack"), QStringLiteral("build-library"),
-                             QStringLiteral("build-hints")};
+        QStringLiteral("build-hints")};
     if (verbs.contains(verb))
         return usage(QStringLiteral("wrong number of arguments for '%1'").arg(verb));
     return usage(QStringLiteral("unknown verb '%1'").arg(verb));
@@ -125,7 +126,10 @@ bool CliCommands::readJsonObject(const QString &path, QJsonObject &object)
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parseError);
     if (parseError.error != QJsonParseError::NoError) {
-        fileError(path, QStringLiteral("malformed JSON at offset %1: %2").arg(parseError.offset).arg(parseError.errorString()));
+        fileError(path,
+            QStringLiteral("malformed JSON at offset %1: %2")
+                .arg(parseError.offset)
+                .arg(parseError.errorString()));
         return false;
     }
     if (!document.isObject()) {
@@ -236,6 +240,8 @@ bool CliCommands::installLanguage(
         return false;
     }
     QCoreApplication::installTranslator(&translator);
+    // Numbers on a German sheet are written the German way ("43,0°").
+    QLocale::setDefault(QLocale(language));
     return true;
 }
 
