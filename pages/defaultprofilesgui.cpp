@@ -11,7 +11,7 @@
 namespace {
 
 // Width of the axis strips, as in the editor's graph.
-constexpr int kMargin = 30;
+constexpr int kMargin = 16;
 
 } // namespace
 
