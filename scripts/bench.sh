@@ -6,11 +6,8 @@ source "$root/scripts/deps.sh"
 sparkwright_install_missing
 
 build="$root/build-bench"
-if [ ! -f "$build/CMakeCache.txt" ]; then
-    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-        -DSPARKWRIGHT_TESTS=OFF -DSPARKWRIGHT_BENCH=ON >/dev/null
-fi
-cmake --build "$build" --parallel "$(nproc)" >/dev/null
+sparkwright_build "$root" "$build" -DCMAKE_BUILD_TYPE=Release \
+    -DSPARKWRIGHT_TESTS=OFF -DSPARKWRIGHT_BENCH=ON >/dev/null
 
 export QT_QPA_PLATFORM=offscreen
 cd "$build"

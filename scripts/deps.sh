@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the Debian 12 packages the project needs, only those that are missing.
-# Sourced by run.sh, test.sh and bench.sh; safe to run again.
+# Sourced by run.sh, test.sh and bench.sh; safe to run again. Also holds their common build step.
 set -euo pipefail
 
 sparkwright_packages=(
@@ -28,4 +28,14 @@ sparkwright_install_missing() {
     export DEBIAN_FRONTEND=noninteractive
     $sudo apt-get update -qq
     $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
+
+# Configures the build folder on first use (with the given CMake options) and builds it.
+sparkwright_build() {
+    local root="$1" build="$2"
+    shift 2
+    if [ ! -f "$build/CMakeCache.txt" ]; then
+        cmake -S "$root" -B "$build" -G Ninja "$@"
+    fi
+    cmake --build "$build" --parallel "$(nproc)"
 }

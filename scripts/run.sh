@@ -7,10 +7,7 @@ source "$root/scripts/deps.sh"
 sparkwright_install_missing
 
 build="$root/build"
-if [ ! -f "$build/CMakeCache.txt" ]; then
-    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DSPARKWRIGHT_TESTS=OFF
-fi
-cmake --build "$build" --parallel "$(nproc)"
+sparkwright_build "$root" "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DSPARKWRIGHT_TESTS=OFF
 
 cd "$build"
 exec ./sparkwright "$@"

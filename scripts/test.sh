@@ -7,11 +7,8 @@ source "$root/scripts/deps.sh"
 sparkwright_install_missing
 
 build="$root/build-test"
-if [ ! -f "$build/CMakeCache.txt" ]; then
-    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
-        -DSPARKWRIGHT_SANITIZE=ON -DSPARKWRIGHT_WERROR=ON -DSPARKWRIGHT_TESTS=ON
-fi
-cmake --build "$build" --parallel "$(nproc)"
+sparkwright_build "$root" "$build" -DCMAKE_BUILD_TYPE=Debug \
+    -DSPARKWRIGHT_SANITIZE=ON -DSPARKWRIGHT_WERROR=ON -DSPARKWRIGHT_TESTS=ON
 
 export QT_QPA_PLATFORM=offscreen
 export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1:strict_string_checks=1"
