@@ -9,3 +9,7 @@ QString withBraceMarkup(const QString &text);
 
 // The highlight colour of stressed words and profile names in descriptive texts.
 extern const char kHighlightColour[];
+
+// The plain text of a rich text: tags dropped and the common entities turned back into their
+// characters, for output that cannot show markup (the command-line tool).
+QString withoutMarkup(const QString &richText);

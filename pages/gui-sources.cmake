@@ -1,5 +1,4 @@
 target_sources(sparkwright-gui PRIVATE
-    ${CMAKE_CURRENT_LIST_DIR}/bracemarkup.cpp
     ${CMAKE_CURRENT_LIST_DIR}/ccomparisonparent.h
     ${CMAKE_CURRENT_LIST_DIR}/icontinuemain.h
     ${CMAKE_CURRENT_LIST_DIR}/continueform.cpp

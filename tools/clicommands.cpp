@@ -42,9 +42,15 @@ int CliCommands::run(const QStringList &arguments)
         return print(rest);
     if (verb == QLatin1String("graph"))
         return graph(rest);
+    if (verb == QLatin1String("ports") && rest.isEmpty())
+        return ports();
+    if (verb == QLatin1String("ping") || verb == QLatin1String("import") || verb == QLatin1String("program"))
+        return deviceExchange(verb, rest);
+    if (verb == QLatin1String("virtual-cdi"))
+        return virtualCdi(rest);
 
     const QStringList verbs {QStringLiteral("dump"), QStringLiteral("pack"), QStringLiteral("build-library"),
-        QStringLiteral("build-hints")};
+        QStringLiteral("build-hints"), QStringLiteral("ports")};
     if (verbs.contains(verb))
         return usage(QStringLiteral("wrong number of arguments for '%1'").arg(verb));
     return usage(QStringLiteral("unknown verb '%1'").arg(verb));
@@ -64,9 +70,22 @@ void CliCommands::printHelp()
              "                                     default.cds (and lang_de.qm) in the working folder\n"
              "  graph FILE.cdi OUT.png [--size WxH] [--language en|de]\n"
              "                                     the map as the editor's graph draws it (733x430)\n"
+             "  ports                              list the serial ports; 'bridge' marks the one a CDI\n"
+             "                                     is looked for on, 'virtual' a virtual CDI\n"
+             "  ping [--port P] [--language en|de] test the connection to the CDI\n"
+             "  import OUT.cdi [--port P] [--language en|de]\n"
+             "                                     read the CDI's profile; needs default.cds in the\n"
+             "                                     working folder\n"
+             "  program IN.cdi [--port P] [--no-reimport] [--language en|de]\n"
+             "                                     write a profile into the CDI\n"
+             "  virtual-cdi [--firmware TEXT] [--serial N] [--profile FILE.cdi] [--fault KIND]\n"
+             "                                     serve a CDI on a pseudo-terminal until interrupted;\n"
+             "                                     prints its path first, then one line per request\n"
              "  --help                             show this text\n"
              "\n"
-             "Exit codes: 0 done, 1 a file could not be read or written, 2 wrong usage.\n";
+             "Exit codes: 0 done, 1 a file could not be read or written or the exchange with the\n"
+             "CDI failed, 2 wrong usage, or no CDI could be reached (no port, port cannot be opened,\n"
+             "profile not fit to be sent).\n";
     m_out.flush();
 }
 

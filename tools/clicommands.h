@@ -28,6 +28,15 @@ private:
     int print(const QStringList &arguments);
     int graph(const QStringList &arguments);
 
+    // The device verbs (clidevicecommands.cpp).
+    int ports();
+    int deviceExchange(const QString &verb, const QStringList &arguments);
+    int virtualCdi(const QStringList &arguments);
+    // Splits arguments into positional ones, options with a value and bare switches; false
+    // (after a usage message) on anything not allowed for the verb.
+    bool parseOptions(const QString &verb, const QStringList &arguments, const QStringList &valued,
+        const QStringList &switches, QStringList &positional, QMap<QString, QString> &options);
+
     // Splits "FILE OUT [--option value]..." into the positional arguments and the options
     // allowed for the verb; false (after a usage message) on anything else.
     bool parseDrawingArguments(const QString &verb, const QStringList &arguments, const QStringList &allowed,

@@ -1,0 +1,155 @@
+#include "device/cbridgecomm.h"
+
+#include "device/devicelog.h"
+#include "device/iwaitform.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+// The budget is counted in the device's own 700 ms steps (see BridgePacing).
+constexpr int kNominalTickMs = 700;
+
+QString openFailure(const QString &portName, const QSerialPort &port)
+{
+    QString reason = QCoreApplication::translate("QWidget", "Cannot open %1: %2").arg(portName, port.errorString());
+#ifdef Q_OS_LINUX
+    if (port.error() == QSerialPort::PermissionError) {
+        reason += QLatin1Char('\n')
+            + QCoreApplication::translate("QWidget",
+                "Your user account needs to be a member of the group \"dialout\" to use serial ports "
+                "(for example: sudo usermod -aG dialout $USER). Log out and in again afterwards.");
+    }
+#endif
+    return reason;
+}
+
+} // namespace
+
+CBridgeComm::CBridgeComm(QObject *parent) : QObject(parent)
+{
+    m_tick.setSingleShot(true);
+    m_quiet.setSingleShot(true);
+    connect(&m_tick, &QTimer::timeout, this, &CBridgeComm::onTimerTick);
+    connect(&m_quiet, &QTimer::timeout, this, [this] { end(false); });
+}
+
+CBridgeComm::~CBridgeComm() = default;
+
+CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> transaction,
+    const QString &portName, IWaitForm &wait, const BridgePacing &pacing)
+{
+    if (isBusy())
+        return {Refusal::Busy, {}};
+
+    auto port = std::make_unique<QSerialPort>(portName);
+    port->setBaudRate(QSerialPort::Baud9600);
+    port->setDataBits(QSerialPort::Data8);
+    port->setParity(QSerialPort::NoParity);
+    port->setStopBits(QSerialPort::OneStop);
+    port->setFlowControl(QSerialPort::NoFlowControl);
+    if (!port->open(QIODevice::ReadWrite)) {
+        qCDebug(lcDevice) << "cannot open" << portName << port->errorString();
+        return {Refusal::CannotOpen, openFailure(portName, *port)};
+    }
+    // An answer to an earlier exchange that came too late must not pass for this one's.
+    port->clear(QSerialPort::Input);
+    port->readAll();
+
+    m_port = std::move(port);
+    m_transaction = std::move(transaction);
+    m_wait = &wait;
+    m_pacing = pacing;
+    m_budgetMs = m_transaction->timeoutMs();
+    m_received.clear();
+    m_state = State::Opened;
+    connect(m_port.get(), &QSerialPort::readyRead, this, &CBridgeComm::onDataAvailable);
+    connect(m_port.get(), &QSerialPort::errorOccurred, this, &CBridgeComm::onPortError);
+    qCDebug(lcDevice) << "opened" << portName;
+
+    m_transaction->start(wait);
+    m_tick.start(m_pacing.tickMs);
+    return {};
+}
+
+void CBridgeComm::onTimerTick()
+{
+    switch (m_state) {
+    case State::Idle:
+        return;
+    case State::Opened: {
+        const QByteArray request = m_transaction->requestBytes();
+        qCDebug(lcDevice) << "sent" << request.toHex(' ');
+        m_port->write(request);
+        m_state = State::Sent;
+        m_tick.start(m_pacing.tickMs);
+        return;
+    }
+    case State::Sent:
+        m_transaction->showWaiting(*m_wait);
+        m_state = State::Waiting;
+        m_tick.start(m_pacing.tickMs);
+        return;
+    case State::Waiting:
+    case State::Collecting:
+        m_state = State::Collecting;
+        // The budget may go negative: it is tested before it is spent. While a complete answer
+        // is still settling, the quiet timer decides, but never past the latest end.
+        if (m_budgetMs > 0 && (m_received.size() < m_transaction->expectedLength() || m_quiet.isActive())) {
+            m_budgetMs -= kNominalTickMs;
+            m_tick.start(m_pacing.tickMs);
+            return;
+        }
+        end(false);
+        return;
+    }
+}
+
+void CBridgeComm::onDataAvailable()
+{
+    if (!m_port)
+        return;
+    const QByteArray chunk = m_port->readAll();
+    if (m_state == State::Idle || chunk.isEmpty())
+        return;
+    qCDebug(lcDevice) << "received" << chunk.toHex(' ');
+    m_received.append(chunk.left(kReceiveCapacity - m_received.size()));
+    if (m_state != State::Opened && m_received.size() >= m_transaction->expectedLength())
+        m_quiet.start(m_pacing.quietMs);
+}
+
+void CBridgeComm::onPortError(QSerialPort::SerialPortError error)
+{
+    if (error == QSerialPort::NoError || m_state == State::Idle)
+        return;
+    qCDebug(lcDevice) << "port error" << error << (m_port ? m_port->errorString() : QString());
+    // A pulled-out bridge keeps signalling read errors until the port is closed.
+    if (error == QSerialPort::ReadError || error == QSerialPort::ResourceError || error == QSerialPort::WriteError)
+        end(true);
+}
+
+void CBridgeComm::end(bool broken)
+{
+    if (m_state == State::Idle)
+        return;
+    m_state = State::Idle;
+    m_tick.stop();
+    m_quiet.stop();
+    if (m_port) {
+        m_port->disconnect(this);
+        m_port->close();
+        // This may run inside one of the port's own signals.
+        m_port.release()->deleteLater();
+    }
+    const std::unique_ptr<CCommunicator> transaction = std::move(m_transaction);
+    IWaitForm &wait = *m_wait;
+    m_wait = nullptr;
+    bool success = false;
+    if (broken) {
+        transaction->fail(wait);
+    } else {
+        qCDebug(lcDevice) << "exchange ended with" << m_received.size() << "bytes";
+        success = transaction->conclude(m_received, wait);
+    }
+    emit finished(success);
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "device/ccommunicator.h"
+
+#include <QObject>
+#include <QSerialPort>
+#include <QTimer>
+
+#include <memory>
+
+class IWaitForm;
+
+// The pace of an exchange. The request leaves at the first tick and "Waiting for response"
+// shows at the second; after that the transaction's budget is spent at 700 ms a tick whatever
+// the real tick, so a test may shorten the tick and keep the same sequence.
+struct BridgePacing
+{
+    int tickMs = 700;
+    // Once the expected number of bytes is in, this long without a further byte ends the exchange.
+    int quietMs = 100;
+};
+
+// Runs one request/response exchange on the bridge port at a time, on the calling thread's
+// event loop; knows nothing of pages.
+class CBridgeComm : public QObject
+{
+    Q_OBJECT
+public:
+    enum class Refusal { None, Busy, CannotOpen };
+    struct Start
+    {
+        Refusal refusal = Refusal::None;
+        // For CannotOpen: the port, the port's own error text and, where it helps, what to do.
+        QString reason;
+        bool accepted() const { return refusal == Refusal::None; }
+    };
+    enum class State { Idle, Opened, Sent, Waiting, Collecting };
+
+    explicit CBridgeComm(QObject *parent = nullptr);
+    ~CBridgeComm() override;
+
+    // Takes the transaction only when the exchange starts; a refused one is deleted here, since
+    // the caller has nothing left to do with it. The wait form must outlive the exchange.
+    Start runTransaction(std::unique_ptr<CCommunicator> transaction, const QString &portName, IWaitForm &wait,
+        const BridgePacing &pacing = BridgePacing());
+    bool isBusy() const { return m_state != State::Idle; }
+
+    static constexpr int kReceiveCapacity = 200;
+
+signals:
+    void finished(bool success);
+
+private:
+    void onTimerTick();
+    void onDataAvailable();
+    void onPortError(QSerialPort::SerialPortError error);
+    void end(bool broken);
+
+    std::unique_ptr<CCommunicator> m_transaction;
+    std::unique_ptr<QSerialPort> m_port;
+    IWaitForm *m_wait = nullptr;
+    QByteArray m_received;
+    BridgePacing m_pacing;
+    int m_budgetMs = 0;
+    QTimer m_tick;
+    QTimer m_quiet;
+    State m_state = State::Idle;
+};

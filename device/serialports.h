@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+// One serial port as the port list and the detection see it.
+struct SerialPortEntry
+{
+    QString name;
+    QString description;
+    QString manufacturer;
+    quint16 vendorId = 0;
+    quint16 productId = 0;
+    bool hasIds = false;
+    // A CDI served by CVirtualCdi on a pseudo-terminal.
+    bool isVirtual = false;
+};
+
+// Lists the serial ports a CDI may sit behind.
+class IPortLister
+{
+public:
+    virtual ~IPortLister() = default;
+    virtual std::vector<SerialPortEntry> ports() const = 0;
+};
+
+// The system's serial ports, then the virtual CDIs running on this machine (pseudo-terminals
+// never appear among the system's ports).
+class CSystemPortLister : public IPortLister
+{
+public:
+    std::vector<SerialPortEntry> ports() const override;
+};
+
+// The CP210x bridge: by its description, or by its USB IDs, since Linux describes it without
+// the vendor's name. A virtual CDI stands in for one.
+bool isBridgePort(const SerialPortEntry &port);
+bool isBridgeName(const QString &description);
+// The first bridge in list order, or -1.
+int findBridgePort(const std::vector<SerialPortEntry> &ports);
+// Its name, or empty when none is plugged in.
+QString findBridgePort(const IPortLister &lister);
+
+// Virtual CDIs announce their pseudo-terminals to other processes by small files in the user's
+// runtime folder; a file left by a process that is gone is removed when seen.
+namespace VirtualCdiRegistry {
+// Returns the file written, or empty when it could not be.
+QString announce(const QString &ptyPath);
+void withdraw(const QString &file);
+QStringList ptyPaths();
+} // namespace VirtualCdiRegistry

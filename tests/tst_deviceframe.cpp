@@ -1,0 +1,348 @@
+// The bytes of every request and the verdict on every kind of answer, against frames written
+// out from the layout, without a port.
+#include "device/ccalibrator.h"
+#include "device/cimporter.h"
+#include "device/cpinger.h"
+#include "device/cwaitrecord.h"
+#include "device/deviceframe.h"
+#include "device/iimportreceiver.h"
+#include "profile/defaultlibrary.h"
+
+#include <QtTest>
+
+#include <optional>
+
+namespace {
+
+// Type 2, custom; speeds 1000..10000, angles 10..19, 200 V, side stand with ground blocking,
+// sensor mode 2, K 38 / 0.5 / -2, reimport allowed, scrambling value 0x10.
+const char kProgramEcho[] = "4df6688303e807d00bb80fa0138817701b581f40232827100a0b0c0d0e0f10111213c833421800003f"
+                            "000000c00000000010e3";
+const char kProgramRequest[] = "4df668833a30603a8644ac4ed248e87f3b5c34665a70807a8597a9bbcdcfe1203217dd597960596aba"
+                               "8c9dae7fc0d10f0010f4";
+
+Profile sampleProfile()
+{
+    Profile profile;
+    profile.setName(QStringLiteral("Track"));
+    profile.setMotorbikeType(2, true);
+    IgnitionMap map;
+    for (int i = 0; i < kMapPointCount; ++i)
+        map.setPoint(i, 1000 * (i + 1), 10 + i);
+    profile.setMap(map);
+    profile.setVoltage(200);
+    ProfileFlags flags;
+    flags.sideStandMonitoring = true;
+    flags.groundEnablesIgnition = false;
+    flags.sensorMode = 2;
+    profile.setFlagsAndCoefficientsAsStored(flags, {38.0, 0.5, -2.0});
+    return profile;
+}
+
+QByteArray sealed(QByteArray frame)
+{
+    quint8 sum = 0;
+    for (int i = 0; i + 1 < frame.size(); ++i)
+        sum ^= quint8(frame.at(i));
+    frame[frame.size() - 1] = char(sum);
+    return frame;
+}
+
+QByteArray changed(const char *hex, int offset, quint8 value)
+{
+    QByteArray frame = QByteArray::fromHex(hex);
+    frame[offset] = char(value);
+    return sealed(frame);
+}
+
+QString highlighted(const char *value)
+{
+    return QStringLiteral("<font color=#4B7D96>%1</font>").arg(QLatin1String(value));
+}
+
+class CProfileKeeper : public IImportReceiver
+{
+public:
+    void acceptImportedProfile(const Profile &profile) override { imported = profile; }
+    std::optional<Profile> imported;
+};
+
+DefaultLibrary threeTemplates()
+{
+    DefaultLibrary library;
+    for (int type = 0; type < 3; ++type) {
+        Profile profile;
+        profile.setName(QStringLiteral("Template %1").arg(type));
+        profile.setMotorbikeType(type, false);
+        library.append(profile);
+    }
+    return library;
+}
+
+} // namespace
+
+class TestDeviceFrame : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void requests_data();
+    void requests();
+    void scrambling_data();
+    void scrambling();
+    void scramblingValue_data();
+    void scramblingValue();
+    void flagsByte_data();
+    void flagsByte();
+    void answers_data();
+    void answers();
+    void importedProfileComesFromItsTemplate();
+    void invalidMapIsRefused();
+};
+
+void TestDeviceFrame::requests_data()
+{
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<QByteArray>("expected");
+    const QByteArray zeros(44 * 2, '0');
+    QTest::newRow("ping with nonce 5A") << CPinger(0x5A).requestBytes()
+                                        << QByteArray::fromHex("4df6685a" + zeros + "010088");
+    QTest::newRow("ping with nonce 00") << CPinger(0x00).requestBytes()
+                                        << QByteArray::fromHex("4df66800" + zeros + "0100d2");
+    CProfileKeeper keeper;
+    const DefaultLibrary library;
+    QTest::newRow("read") << CImporter(library, keeper).requestBytes()
+                          << QByteArray::fromHex("4df66800" + zeros + "0200d1");
+    const CCalibrator calibrator(sampleProfile(), true, quint8(0x10));
+    QTest::newRow("program, plain") << calibrator.expectedEcho() << QByteArray::fromHex(kProgramEcho);
+    QTest::newRow("program, scrambled") << calibrator.requestBytes() << QByteArray::fromHex(kProgramRequest);
+}
+
+void TestDeviceFrame::requests()
+{
+    QFETCH(QByteArray, request);
+    QFETCH(QByteArray, expected);
+    QCOMPARE(request.toHex(), expected.toHex());
+}
+
+void TestDeviceFrame::scrambling_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QByteArray>("scrambled");
+    // Zero payloads, so each byte is the key itself.
+    QTest::newRow("m from 4t + r + 23 becomes 4") << 0x39 << 5
+        << QByteArray("4df6683906070304050607030405060703040506070304050607030405060703040506070304050607030405"
+                      "060703040005e9");
+    QTest::newRow("type with bit 7, m becomes 4") << 0xAA << 100
+        << QByteArray("4df668aa08090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f202122232425262728292a2b2c2d2e"
+                      "2f3031323300641d");
+    QTest::newRow("type with bit 7, smallest r") << 0x83 << 3
+        << QByteArray("4df668833e4f5d6e7f8d9eafbd081927380f1d2e3f4d5e6f7d8e9fadbe091728390d1e2f3d4e5f6d7e8f9d"
+                      "aebf071829000358");
+    QTest::newRow("large r") << 0x01 << 200
+        << QByteArray("4df6680197a8b9cadbecfd2b3c30415263748596a7b8c9daebfc0d3b4c08192a3b4c5d6e7f90a1b2c3d4e5"
+                      "132418293a00c880");
+}
+
+void TestDeviceFrame::scrambling()
+{
+    QFETCH(int, type);
+    QFETCH(int, value);
+    QFETCH(QByteArray, scrambled);
+    QByteArray frame = DeviceFrame::build(DeviceFrame::Program);
+    frame[DeviceFrame::kTypeOffset] = char(type);
+    frame[DeviceFrame::kScramblingOffset] = char(value);
+    DeviceFrame::sealChecksum(frame);
+    const QByteArray plain = frame;
+    DeviceFrame::scramble(frame);
+    QCOMPARE(frame.toHex(), scrambled);
+    DeviceFrame::unscramble(frame);
+    QCOMPARE(frame.toHex(), plain.toHex());
+}
+
+void TestDeviceFrame::scramblingValue_data()
+{
+    QTest::addColumn<quint32>("random");
+    QTest::addColumn<int>("value");
+    QTest::newRow("0") << 0u << 3;
+    QTest::newRow("1") << 1u << 3;
+    QTest::newRow("2") << 2u << 3;
+    QTest::newRow("3") << 3u << 3;
+    QTest::newRow("only the low byte counts") << 0x1FFu << 255;
+    QTest::newRow("low byte zero") << 0xABCD00u << 3;
+}
+
+void TestDeviceFrame::scramblingValue()
+{
+    QFETCH(quint32, random);
+    QFETCH(int, value);
+    QCOMPARE(int(DeviceFrame::scramblingValue(random)), value);
+}
+
+void TestDeviceFrame::flagsByte_data()
+{
+    QTest::addColumn<bool>("sideStand");
+    QTest::addColumn<bool>("groundEnables");
+    QTest::addColumn<bool>("risingEdge");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("reimport");
+    QTest::addColumn<int>("byte");
+    QTest::newRow("nothing set, reimport") << false << true << false << 0 << true << 0x20;
+    QTest::newRow("nothing set, no reimport") << false << true << false << 0 << false << 0x00;
+    QTest::newRow("ground blocks only counts with side stand") << false << false << false << 0 << false << 0x00;
+    QTest::newRow("side stand, ground blocks") << true << false << false << 0 << false << 0x03;
+    QTest::newRow("rising edge, mode 1") << false << true << true << 1 << false << 0x0C;
+    QTest::newRow("mode 2 and everything") << true << false << true << 2 << true << 0x37;
+    QTest::newRow("mode 3 sets no mode bit") << false << true << false << 3 << false << 0x00;
+}
+
+void TestDeviceFrame::flagsByte()
+{
+    QFETCH(bool, sideStand);
+    QFETCH(bool, groundEnables);
+    QFETCH(bool, risingEdge);
+    QFETCH(int, mode);
+    QFETCH(bool, reimport);
+    QFETCH(int, byte);
+    Profile profile = sampleProfile();
+    ProfileFlags flags;
+    flags.sideStandMonitoring = sideStand;
+    flags.groundEnablesIgnition = groundEnables;
+    flags.pickUpRisingEdge = risingEdge;
+    flags.sensorMode = quint32(mode);
+    profile.setFlagsAndCoefficientsAsStored(flags, profile.sensorCoefficients());
+    const QByteArray echo = CCalibrator(profile, reimport, quint8(7)).expectedEcho();
+    QCOMPARE(int(quint8(echo.at(35))), byte);
+}
+
+void TestDeviceFrame::answers_data()
+{
+    QTest::addColumn<QString>("transaction");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("success");
+
+    const char ping[] = "4df6685a312e3233000000000001e2400000000000000000";
+    const QByteArray pingAnswer = sealed(QByteArray::fromHex(ping) + '\0');
+    const QString invalid = QStringLiteral("CDI sent an invalid response");
+    const QString silent = QStringLiteral("CDI did not respond");
+    QTest::newRow("ping answered") << "ping" << pingAnswer << "Test successful"
+                                   << QStringLiteral("Your CDI responded as expected. Firmware %1 and serial number %2 "
+                                                     "were reported.")
+                                          .arg(highlighted("1.23"), highlighted("123456"))
+                                   << true;
+    QByteArray nineCharacters = pingAnswer;
+    nineCharacters.replace(4, 9, "1.23-beta");
+    QTest::newRow("ping, nine firmware characters")
+        << "ping" << sealed(nineCharacters) << "Test successful"
+        << QStringLiteral("Your CDI responded as expected. Firmware %1 and serial number %2 were reported.")
+               .arg(highlighted("1.23-beta"), highlighted("123456"))
+        << true;
+    QTest::newRow("ping, nonce not echoed")
+        << "ping" << changed(pingAnswer.toHex().constData(), 3, 0x5B) << "Test failed"
+        << "Your CDI responded but an error occurred during data transmission." << false;
+    QTest::newRow("ping, header wrong, checksum right")
+        << "ping" << changed(pingAnswer.toHex().constData(), 1, 0xF7) << "" << invalid << false;
+    QByteArray badSum = pingAnswer;
+    badSum[24] = char(badSum.at(24) ^ 1);
+    QTest::newRow("ping, checksum wrong") << "ping" << badSum << "" << invalid << false;
+    QTest::newRow("ping, one byte short") << "ping" << sealed(pingAnswer.left(24)) << "" << invalid << false;
+    QTest::newRow("ping, answered with 51 bytes")
+        << "ping" << QByteArray::fromHex(kProgramEcho) << "" << invalid << false;
+    QTest::newRow("ping, nothing") << "ping" << QByteArray() << "" << silent << false;
+
+    QTest::newRow("import") << "import" << QByteArray::fromHex(kProgramEcho) << "Import OK"
+                            << "Imported profile data will be sent to editor shortly." << true;
+    QTest::newRow("import, type byte 00")
+        << "import" << changed(kProgramEcho, 3, 0x00) << "Import failed"
+        << "Imported profile data corresponds to an invalid or unknown motorbike type (index=-1)." << false;
+    QTest::newRow("import, type without template")
+        << "import" << changed(kProgramEcho, 3, 0x84) << "Import failed"
+        << "Imported profile data corresponds to an invalid or unknown motorbike type (index=3)." << false;
+    QTest::newRow("import, voltage 99") << "import" << changed(kProgramEcho, 34, 99) << "Import failed"
+                                        << "Received invalid profile data  (invalid voltage: 99)." << false;
+    QTest::newRow("import, speed 20001")
+        << "import" << sealed(QByteArray::fromHex(kProgramEcho).replace(4, 2, QByteArray::fromHex("4e21")))
+        << "Import failed"
+        << "Received invalid profile data  (rpm > 20000)." << false;
+    QTest::newRow("import, 25 bytes") << "import" << pingAnswer << "" << invalid << false;
+    QTest::newRow("import, nothing") << "import" << QByteArray() << "" << silent << false;
+
+    const QString programFailed = QStringLiteral(
+        "An error occurred during data transmission. The CDI may be programmed improperly and should not be "
+        "used in its current state.");
+    QTest::newRow("program") << "program" << QByteArray::fromHex(kProgramEcho) << "Programming successful"
+                             << "Your CDI is now programmed with the profile <b>Track</b>." << true;
+    QTest::newRow("program, scrambled echo") << "program" << QByteArray::fromHex(kProgramRequest)
+                                             << "Programming failed" << programFailed << false;
+    QTest::newRow("program, one byte differs") << "program" << changed(kProgramEcho, 20, 0)
+                                               << "Programming failed" << programFailed << false;
+    QTest::newRow("program, nothing") << "program" << QByteArray() << "Programming failed" << programFailed
+                                      << false;
+    QTest::newRow("program, short") << "program" << sealed(QByteArray::fromHex(kProgramEcho).left(50))
+                                    << "Programming failed" << programFailed << false;
+}
+
+void TestDeviceFrame::answers()
+{
+    QFETCH(QString, transaction);
+    QFETCH(QByteArray, answer);
+    QFETCH(QString, title);
+    QFETCH(QString, text);
+    QFETCH(bool, success);
+
+    const DefaultLibrary library = threeTemplates();
+    CProfileKeeper keeper;
+    std::unique_ptr<CCommunicator> communicator;
+    if (transaction == QLatin1String("ping"))
+        communicator = std::make_unique<CPinger>(quint8(0x5A));
+    else if (transaction == QLatin1String("import"))
+        communicator = std::make_unique<CImporter>(library, keeper);
+    else
+        communicator = std::make_unique<CCalibrator>(sampleProfile(), true, quint8(0x10));
+
+    CWaitRecord record;
+    QCOMPARE(communicator->conclude(answer, record), success);
+    QVERIFY(record.hasResult);
+    QCOMPARE(record.resultTitle, title);
+    QCOMPARE(record.resultText, text);
+    QCOMPARE(record.success, success);
+    QCOMPARE(keeper.imported.has_value(), transaction == QLatin1String("import") && success);
+}
+
+void TestDeviceFrame::importedProfileComesFromItsTemplate()
+{
+    DefaultLibrary library = threeTemplates();
+    Profile second = library.profiles().back();
+    second.setName(QStringLiteral("Second of type 2"));
+    library.append(second);
+    CProfileKeeper keeper;
+    CWaitRecord record;
+    QVERIFY(CImporter(library, keeper).conclude(QByteArray::fromHex(kProgramEcho), record));
+    QVERIFY(keeper.imported);
+    const Profile &imported = *keeper.imported;
+    const Profile expected = sampleProfile();
+    QCOMPARE(imported.name(), QStringLiteral("Template 2"));
+    QCOMPARE(imported.motorbikeType(), 2);
+    QVERIFY(imported.isCustom());
+    QVERIFY(imported.map() == expected.map());
+    QCOMPARE(imported.voltage(), 200);
+    QVERIFY(imported.flags() == expected.flags());
+    QVERIFY(imported.sensorCoefficients() == expected.sensorCoefficients());
+}
+
+void TestDeviceFrame::invalidMapIsRefused()
+{
+    Profile profile = sampleProfile();
+    profile.setFlagsAndCoefficientsAsStored(profile.flags(), {49.0, 0.0, 0.0});
+    QVERIFY(CCalibrator::refusal(profile).isEmpty());
+    IgnitionMap map = profile.map();
+    map.setPoint(3, 3000, 60);
+    profile.setMap(map);
+    QVERIFY(!CCalibrator::refusal(profile).isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestDeviceFrame)
+#include "tst_deviceframe.moc"
