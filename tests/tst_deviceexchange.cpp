@@ -1,0 +1,359 @@
+// Whole exchanges over real pseudo-terminals: the bridge on one side, the virtual CDI on the
+// other, both on this thread's event loop, with a short tick so no test waits seconds.
+#include "device/cbridgecomm.h"
+#include "device/ccalibrator.h"
+#include "device/cimporter.h"
+#include "device/cpinger.h"
+#include "device/cvirtualcdi.h"
+#include "device/cwaitrecord.h"
+#include "device/iimportreceiver.h"
+#include "device/serialports.h"
+#include "profile/defaultlibrary.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <optional>
+
+namespace {
+
+// Request at 60 ms, "Waiting for response" at 120 ms, latest end at 300 ms.
+const BridgePacing kPacing {60, 20};
+constexpr int kSlowMs = 120;
+constexpr int kTooSlowMs = 450;
+
+Profile sampleProfile()
+{
+    Profile profile;
+    profile.setName(QStringLiteral("Track"));
+    profile.setMotorbikeType(1, true);
+    IgnitionMap map;
+    for (int i = 0; i < kMapPointCount; ++i)
+        map.setPoint(i, 1000 * (i + 1), 10 + 2 * i);
+    profile.setMap(map);
+    profile.setVoltage(180);
+    ProfileFlags flags;
+    flags.sideStandMonitoring = true;
+    flags.pickUpRisingEdge = true;
+    flags.sensorMode = 1;
+    profile.setFlagsAndCoefficientsAsStored(flags, {42.5, -0.00025, 0.0});
+    return profile;
+}
+
+class CProfileKeeper : public IImportReceiver
+{
+public:
+    void acceptImportedProfile(const Profile &profile) override { imported = profile; }
+    std::optional<Profile> imported;
+};
+
+struct Outcome
+{
+    CBridgeComm::Start start;
+    CWaitRecord record;
+    bool finished = false;
+};
+
+} // namespace
+
+class TestDeviceExchange : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void faults_data();
+    void faults();
+    void programmedProfileComesBack();
+    void profileWithoutReimportStaysInside();
+    void secondExchangeIsRefused();
+    void unopenablePortSaysWhy();
+    void lateAnswerDoesNotPassForTheNext();
+    void detection_data();
+    void detection();
+    void virtualCdiIsListedWhileItRuns();
+
+private:
+    std::unique_ptr<CCommunicator> transaction(const QString &kind);
+    void run(CBridgeComm &bridge, CVirtualCdi &cdi, const QString &kind, Outcome &outcome);
+
+    QTemporaryDir m_runtime;
+    DefaultLibrary m_library;
+    CProfileKeeper m_keeper;
+    QRandomGenerator m_random {20260424};
+};
+
+void TestDeviceExchange::initTestCase()
+{
+    // Virtual CDIs announce themselves here, out of sight of anything else running.
+    QVERIFY(m_runtime.isValid());
+    qputenv("XDG_RUNTIME_DIR", m_runtime.path().toLocal8Bit());
+    for (int type = 0; type < 3; ++type) {
+        Profile profile;
+        profile.setName(QStringLiteral("Template %1").arg(type));
+        profile.setMotorbikeType(type, false);
+        m_library.append(profile);
+    }
+}
+
+std::unique_ptr<CCommunicator> TestDeviceExchange::transaction(const QString &kind)
+{
+    if (kind == QLatin1String("ping"))
+        return std::make_unique<CPinger>(m_random);
+    if (kind == QLatin1String("import"))
+        return std::make_unique<CImporter>(m_library, m_keeper);
+    return std::make_unique<CCalibrator>(sampleProfile(), kind != QLatin1String("program, no reimport"), m_random);
+}
+
+void TestDeviceExchange::run(CBridgeComm &bridge, CVirtualCdi &cdi, const QString &kind, Outcome &outcome)
+{
+    QSignalSpy finished(&bridge, &CBridgeComm::finished);
+    m_keeper.imported.reset();
+    outcome.start = bridge.runTransaction(transaction(kind), cdi.portName(), outcome.record, kPacing);
+    QVERIFY2(outcome.start.accepted(), qPrintable(outcome.start.reason));
+    QVERIFY(finished.wait(5000));
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.at(0).at(0).toBool(), outcome.record.success);
+    outcome.finished = true;
+}
+
+void TestDeviceExchange::faults_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("success");
+
+    const QString pinged = QStringLiteral(
+        "Your CDI responded as expected. Firmware <font color=#4B7D96>2.05b</font> and serial number "
+        "<font color=#4B7D96>654321</font> were reported.");
+    const QString invalid = QStringLiteral("CDI sent an invalid response");
+    const QString silent = QStringLiteral("CDI did not respond");
+    const QString programmed = QStringLiteral("Your CDI is now programmed with the profile <b>Track</b>.");
+    const QString programFailed = QStringLiteral(
+        "An error occurred during data transmission. The CDI may be programmed improperly and should not be "
+        "used in its current state.");
+    const QString imported = QStringLiteral("Imported profile data will be sent to editor shortly.");
+
+    QTest::newRow("ping") << "ping" << "none" << "Test successful" << pinged << true;
+    QTest::newRow("ping, slow") << "ping" << "slow" << "Test successful" << pinged << true;
+    QTest::newRow("ping, silent") << "ping" << "silent" << "" << silent << false;
+    QTest::newRow("ping, too slow") << "ping" << "too-slow" << "" << silent << false;
+    QTest::newRow("ping, short") << "ping" << "short" << "" << invalid << false;
+    QTest::newRow("ping, long") << "ping" << "long" << "" << invalid << false;
+    QTest::newRow("ping, bad header") << "ping" << "bad-header" << "" << invalid << false;
+    QTest::newRow("ping, bad checksum") << "ping" << "bad-checksum" << "" << invalid << false;
+    QTest::newRow("ping, hangup") << "ping" << "hangup" << "" << invalid << false;
+    QTest::newRow("ping, wrong nonce") << "ping" << "wrong-nonce" << "Test failed"
+                                       << "Your CDI responded but an error occurred during data transmission."
+                                       << false;
+
+    QTest::newRow("import") << "import" << "none" << "Import OK" << imported << true;
+    QTest::newRow("import, slow") << "import" << "slow" << "Import OK" << imported << true;
+    QTest::newRow("import, silent") << "import" << "silent" << "" << silent << false;
+    QTest::newRow("import, long") << "import" << "long" << "" << invalid << false;
+    QTest::newRow("import, bad checksum") << "import" << "bad-checksum" << "" << invalid << false;
+    QTest::newRow("import, unknown type")
+        << "import" << "unknown-type" << "Import failed"
+        << "Imported profile data corresponds to an invalid or unknown motorbike type (index=-1)." << false;
+    QTest::newRow("import, bad value") << "import" << "bad-value" << "Import failed"
+                                       << "Received invalid profile data  (invalid voltage: 99)." << false;
+
+    QTest::newRow("program") << "program" << "none" << "Programming successful" << programmed << true;
+    QTest::newRow("program, slow") << "program" << "slow" << "Programming successful" << programmed << true;
+    QTest::newRow("program, wrong echo") << "program" << "wrong-echo" << "Programming failed" << programFailed
+                                         << false;
+    QTest::newRow("program, silent") << "program" << "silent" << "Programming failed" << programFailed << false;
+    QTest::newRow("program, short") << "program" << "short" << "Programming failed" << programFailed << false;
+    QTest::newRow("program, bad header") << "program" << "bad-header" << "Programming failed" << programFailed
+                                         << false;
+    QTest::newRow("program, hangup") << "program" << "hangup" << "Programming failed" << programFailed << false;
+}
+
+void TestDeviceExchange::faults()
+{
+    QFETCH(QString, kind);
+    QFETCH(QString, fault);
+    QFETCH(QString, title);
+    QFETCH(QString, text);
+    QFETCH(bool, success);
+
+    CVirtualCdi cdi;
+    cdi.setFirmware("2.05b");
+    cdi.setSerialNumber(654321);
+    cdi.setProfile(sampleProfile());
+    cdi.setDelays(kSlowMs, kTooSlowMs);
+    const std::optional<CVirtualCdi::Fault> chosen = CVirtualCdi::faultFromName(fault);
+    QVERIFY(chosen);
+    cdi.setFault(*chosen);
+    QCOMPARE(cdi.open(), QString());
+
+    CBridgeComm bridge;
+    Outcome outcome;
+    run(bridge, cdi, kind, outcome);
+    QVERIFY(outcome.finished);
+    QCOMPARE(outcome.record.resultTitle, title);
+    QCOMPARE(outcome.record.resultText, text);
+    QCOMPARE(outcome.record.success, success);
+    QVERIFY(!bridge.isBusy());
+}
+
+void TestDeviceExchange::programmedProfileComesBack()
+{
+    CVirtualCdi cdi;
+    QCOMPARE(cdi.open(), QString());
+    CBridgeComm bridge;
+    Outcome programming;
+    run(bridge, cdi, QStringLiteral("program"), programming);
+    QVERIFY(programming.record.success);
+    Outcome import;
+    run(bridge, cdi, QStringLiteral("import"), import);
+    QVERIFY(import.record.success);
+    QVERIFY(m_keeper.imported);
+
+    const Profile original = sampleProfile();
+    const Profile &back = *m_keeper.imported;
+    QCOMPARE(back.motorbikeType(), original.motorbikeType());
+    QCOMPARE(back.isCustom(), original.isCustom());
+    QVERIFY(back.map() == original.map());
+    QCOMPARE(back.voltage(), original.voltage());
+    QVERIFY(back.flags() == original.flags());
+    // The device keeps single precision.
+    QVERIFY(coefficientsAboutEqual(back.sensorCoefficients(), original.sensorCoefficients()));
+}
+
+void TestDeviceExchange::profileWithoutReimportStaysInside()
+{
+    CVirtualCdi cdi;
+    QCOMPARE(cdi.open(), QString());
+    QVERIFY(cdi.reimportAllowed());
+    CBridgeComm bridge;
+    Outcome programming;
+    run(bridge, cdi, QStringLiteral("program, no reimport"), programming);
+    QVERIFY(programming.record.success);
+    QVERIFY(!cdi.reimportAllowed());
+    QCOMPARE(quint8(cdi.storedImage().at(35 - 3)) & 0x20, 0);
+    Outcome import;
+    run(bridge, cdi, QStringLiteral("import"), import);
+    QCOMPARE(import.record.resultText, QStringLiteral("CDI did not respond"));
+    QVERIFY(!m_keeper.imported);
+}
+
+void TestDeviceExchange::secondExchangeIsRefused()
+{
+    CVirtualCdi cdi;
+    QCOMPARE(cdi.open(), QString());
+    CBridgeComm bridge;
+    QSignalSpy finished(&bridge, &CBridgeComm::finished);
+    CWaitRecord first;
+    QVERIFY(bridge.runTransaction(transaction(QStringLiteral("ping")), cdi.portName(), first, kPacing).accepted());
+    CWaitRecord second;
+    const CBridgeComm::Start refused
+        = bridge.runTransaction(transaction(QStringLiteral("ping")), cdi.portName(), second, kPacing);
+    QCOMPARE(int(refused.refusal), int(CBridgeComm::Refusal::Busy));
+    QVERIFY(finished.wait(5000));
+    QVERIFY(first.success);
+    QVERIFY(!second.hasResult);
+    QCOMPARE(second.activityTitle, QString());
+}
+
+void TestDeviceExchange::unopenablePortSaysWhy()
+{
+    CBridgeComm bridge;
+    CWaitRecord record;
+    const QString port = m_runtime.filePath(QStringLiteral("no-such-port"));
+    const CBridgeComm::Start start = bridge.runTransaction(transaction(QStringLiteral("ping")), port, record, kPacing);
+    QCOMPARE(int(start.refusal), int(CBridgeComm::Refusal::CannotOpen));
+    QVERIFY2(start.reason.startsWith(QStringLiteral("Cannot open %1: ").arg(port)), qPrintable(start.reason));
+    QVERIFY(start.reason.size() > port.size() + 14);
+    QVERIFY(!bridge.isBusy());
+    QVERIFY(!record.hasResult);
+}
+
+// The answer that came after the latest end waits in the port until the next exchange opens it.
+void TestDeviceExchange::lateAnswerDoesNotPassForTheNext()
+{
+    CVirtualCdi cdi;
+    cdi.setDelays(kSlowMs, kTooSlowMs);
+    cdi.setFault(CVirtualCdi::Fault::TooSlow);
+    QCOMPARE(cdi.open(), QString());
+    CBridgeComm bridge;
+    Outcome late;
+    run(bridge, cdi, QStringLiteral("ping"), late);
+    QVERIFY(!late.record.success);
+    QTest::qWait(kTooSlowMs);
+    cdi.setFault(CVirtualCdi::Fault::Silent);
+    Outcome next;
+    run(bridge, cdi, QStringLiteral("import"), next);
+    QCOMPARE(next.record.resultText, QStringLiteral("CDI did not respond"));
+}
+
+void TestDeviceExchange::detection_data()
+{
+    QTest::addColumn<QString>("description");
+    QTest::addColumn<int>("vendor");
+    QTest::addColumn<int>("product");
+    QTest::addColumn<bool>("bridge");
+    QTest::newRow("vendor's name") << "Silicon Labs CP210x USB to UART Bridge (COM4)" << -1 << 0 << true;
+    QTest::newRow("name in lower case") << "silicon labs cp210x usb to uart bridge (com7)" << -1 << 0 << true;
+    QTest::newRow("Linux description, CP2102 IDs") << "CP2102 USB to UART Bridge Controller" << 0x10C4 << 0xEA60
+                                                   << true;
+    QTest::newRow("CP2105 IDs, no description") << "" << 0x10C4 << 0xEA70 << true;
+    QTest::newRow("other Silicon Labs product") << "USB device" << 0x10C4 << 0x8A2A << false;
+    QTest::newRow("other vendor, same product ID") << "USB serial" << 0x0403 << 0xEA60 << false;
+    QTest::newRow("plain serial port") << "" << -1 << 0 << false;
+}
+
+void TestDeviceExchange::detection()
+{
+    QFETCH(QString, description);
+    QFETCH(int, vendor);
+    QFETCH(int, product);
+    QFETCH(bool, bridge);
+    SerialPortEntry entry;
+    entry.name = QStringLiteral("ttyUSB1");
+    entry.description = description;
+    entry.hasIds = vendor >= 0;
+    entry.vendorId = quint16(qMax(vendor, 0));
+    entry.productId = quint16(product);
+    QCOMPARE(isBridgePort(entry), bridge);
+
+    // The first match in list order wins.
+    SerialPortEntry plain;
+    plain.name = QStringLiteral("ttyS0");
+    SerialPortEntry otherBridge;
+    otherBridge.name = QStringLiteral("ttyUSB9");
+    otherBridge.description = QStringLiteral("Silicon Labs CP210x USB to UART Bridge");
+    QCOMPARE(findBridgePort({plain, entry, otherBridge}), bridge ? 1 : 2);
+}
+
+void TestDeviceExchange::virtualCdiIsListedWhileItRuns()
+{
+    // A file left by a process that no longer runs is swept away.
+    const QString stale = m_runtime.filePath(QStringLiteral("sparkwright-virtual-cdi-999999999-1"));
+    QFile file(stale);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("/dev/pts/999");
+    file.close();
+
+    QString port;
+    {
+        CVirtualCdi cdi;
+        QCOMPARE(cdi.open(), QString());
+        port = cdi.portName();
+        const std::vector<SerialPortEntry> ports = CSystemPortLister().ports();
+        QVERIFY(!ports.empty());
+        QCOMPARE(ports.back().name, port);
+        QVERIFY(ports.back().isVirtual);
+        QCOMPARE(findBridgePort(CSystemPortLister()).isEmpty(), false);
+    }
+    QVERIFY(!QFile::exists(stale));
+    for (const SerialPortEntry &entry : CSystemPortLister().ports())
+        QVERIFY(entry.name != port);
+    QCOMPARE(QDir(m_runtime.path()).entryList(QDir::Files), QStringList());
+}
+
+QTEST_GUILESS_MAIN(TestDeviceExchange)
+#include "tst_deviceexchange.moc"
