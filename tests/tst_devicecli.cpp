@@ -1,0 +1,177 @@
+// The device verbs of the command-line tool as a user runs them: a virtual CDI in one process,
+// ping, import and program in others, with the program's real pacing.
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestDeviceCli : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void session();
+    void failures_data();
+    void failures();
+
+private:
+    QProcessEnvironment environment() const;
+    // Starts "virtual-cdi" and returns the pseudo-terminal it printed first.
+    QString startCdi(QProcess &cdi, const QStringList &arguments);
+    int run(const QStringList &arguments, QString *out = nullptr, QString *err = nullptr);
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+
+    QString m_cli;
+    QString m_buildDir;
+    QTemporaryDir m_dir;
+    QTemporaryDir m_runtimeDir;
+};
+
+void TestDeviceCli::initTestCase()
+{
+    m_cli = qEnvironmentVariable("SPARKWRIGHT_CLI");
+    m_buildDir = qEnvironmentVariable("SPARKWRIGHT_BUILD_DIR");
+    if (m_cli.isEmpty() || m_buildDir.isEmpty())
+        QSKIP("SPARKWRIGHT_CLI and SPARKWRIGHT_BUILD_DIR name the tool and its data files");
+    QVERIFY(m_dir.isValid() && m_runtimeDir.isValid());
+
+    // A profile within every limit, and the same with one angle beyond them.
+    QJsonArray map;
+    for (int i = 0; i < 10; ++i)
+        map.append(QJsonArray {1000 * (i + 1), 10 + i});
+    QJsonObject profile {{"motorbikeType", 0}, {"templateType", 0}, {"isCustom", true}, {"auxFlag", false},
+        {"name", "Trial"}, {"notes", ""}, {"extraText", QJsonArray {"", ""}}, {"map", map},
+        {"sensorCoefficients", QJsonArray {40.0, 0.0, 0.0}}, {"sideStandMonitoring", false},
+        {"groundEnablesIgnition", true}, {"pickUpRisingEdge", false}, {"sensorMode", 0}, {"voltage", 200},
+        {"pickUpEdgeSelectable", true}, {"k1Rising", 0.0}, {"k1Falling", 0.0}};
+    for (const char *name : {"map", "bad"}) {
+        QFile json(path(QStringLiteral("%1.json").arg(QLatin1String(name))));
+        QVERIFY(json.open(QIODevice::WriteOnly));
+        json.write(QJsonDocument(profile).toJson());
+        json.close();
+        QCOMPARE(run({"pack", json.fileName(), path(QStringLiteral("%1.cdi").arg(QLatin1String(name)))}), 0);
+        map[4] = QJsonArray {5000, 60};
+        profile.insert("map", map);
+    }
+}
+
+// Its own runtime folder: the virtual CDIs of this test are the only ones the tool sees.
+QProcessEnvironment TestDeviceCli::environment() const
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeDir.path());
+    return environment;
+}
+
+QString TestDeviceCli::startCdi(QProcess &cdi, const QStringList &arguments)
+{
+    cdi.setWorkingDirectory(m_buildDir);
+    cdi.setProcessEnvironment(environment());
+    cdi.start(m_cli, QStringList {QStringLiteral("virtual-cdi")} + arguments);
+    while (!cdi.canReadLine() && cdi.waitForReadyRead(10000)) { }
+    return QString::fromUtf8(cdi.readLine()).trimmed();
+}
+
+int TestDeviceCli::run(const QStringList &arguments, QString *out, QString *err)
+{
+    QProcess process;
+    process.setWorkingDirectory(m_buildDir);
+    process.setProcessEnvironment(environment());
+    process.start(m_cli, arguments);
+    if (!process.waitForFinished(30000))
+        return -1;
+    if (out)
+        *out = QString::fromUtf8(process.readAllStandardOutput());
+    if (err)
+        *err = QString::fromUtf8(process.readAllStandardError());
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+}
+
+void TestDeviceCli::session()
+{
+    QProcess cdi;
+    const QString port = startCdi(cdi, {"--firmware", "3.1", "--serial", "42"});
+    QVERIFY2(port.startsWith(QLatin1String("/dev/")), qPrintable(port));
+
+    QString out;
+    QString err;
+    QCOMPARE(run({"ports"}, &out), 0);
+    QVERIFY2(out.contains(port + QStringLiteral("\tVirtual CDI\tSparkwright\t-\tbridge\tvirtual\n")), qPrintable(out));
+
+    QCOMPARE(run({"ping"}, &out), 0);
+    QCOMPARE(out,
+        QStringLiteral("Test successful\nYour CDI responded as expected. Firmware 3.1 and serial number 42 were "
+                       "reported.\n"));
+    QCOMPARE(run({"ping", "--port", port, "--language", "de"}, &out), 0);
+    QVERIFY2(out.startsWith(QStringLiteral("Test erfolgreich\n")), qPrintable(out));
+
+    QCOMPARE(run({"import", path("held.cdi")}, &out), 0);
+    QVERIFY(out.startsWith(QStringLiteral("Import OK\n")));
+    QCOMPARE(run({"program", path("held.cdi"), "--no-reimport"}, &out, &err), 0);
+    QVERIFY2(out.startsWith(QStringLiteral("Programming successful\n")), qPrintable(out + err));
+    QCOMPARE(run({"import", path("refused.cdi")}, &out), 1);
+    QCOMPARE(out, QStringLiteral("CDI did not respond\n"));
+    QVERIFY(!QFile::exists(path("refused.cdi")));
+
+    cdi.terminate();
+    QVERIFY(cdi.waitForFinished(10000));
+    QCOMPARE(cdi.exitCode(), 0);
+    const QString served = QString::fromUtf8(cdi.readAllStandardOutput());
+    QVERIFY2(served.contains(QStringLiteral("program, reimport not allowed")), qPrintable(served));
+    QVERIFY2(served.contains(QStringLiteral("read refused")), qPrintable(served));
+    QCOMPARE(QDir(m_runtimeDir.path()).entryList(QDir::Files), QStringList());
+    QCOMPARE(run({"ping"}, nullptr, &err), 2);
+    QVERIFY2(err.contains(QStringLiteral("no CDI found")), qPrintable(err));
+}
+
+void TestDeviceCli::failures_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("shown"); // the first line of the output for 0 and 1, of the errors for 2
+    QTest::newRow("one byte too many") << "long" << QStringList {"ping"} << 1 << "CDI sent an invalid response";
+    QTest::newRow("short programming echo") << "short" << QStringList {"program", "map.cdi"} << 1
+                                            << "Programming failed";
+    QTest::newRow("unknown fault") << "" << QStringList {"virtual-cdi", "--fault", "loud"} << 2
+                                   << "unknown fault 'loud'";
+    QTest::newRow("port that cannot be opened") << "" << QStringList {"ping", "--port", "/dev/null/x"} << 2
+                                                << "Cannot open /dev/null/x: ";
+    QTest::newRow("invalid map is not sent") << "none" << QStringList {"program", "bad.cdi"} << 2
+                                             << "The ignition map of this profile is not valid.";
+}
+
+void TestDeviceCli::failures()
+{
+    QFETCH(QString, fault);
+    QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
+    QFETCH(QString, shown);
+
+    QProcess cdi;
+    if (!fault.isEmpty()) {
+        const QString port = startCdi(cdi, {"--fault", fault});
+        QVERIFY(!port.isEmpty());
+        arguments << QStringLiteral("--port") << port;
+    }
+    for (QString &argument : arguments) {
+        if (argument.endsWith(QLatin1String(".cdi")))
+            argument = path(argument);
+    }
+    QString out;
+    QString err;
+    QCOMPARE(run(arguments, &out, &err), exitCode);
+    const QString firstLine = (exitCode == 2 ? err : out).section(QLatin1Char('\n'), 0, 0);
+    QVERIFY2(firstLine.contains(shown), qPrintable(out + err));
+    if (!fault.isEmpty()) {
+        cdi.terminate();
+        QVERIFY(cdi.waitForFinished(10000));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestDeviceCli)
+#include "tst_devicecli.moc"
