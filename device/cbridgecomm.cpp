@@ -41,6 +41,9 @@ CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> tr
 {
     if (isBusy())
         return {Refusal::Busy, {}};
+    // A caller may start the next exchange from within the end of the last one.
+    if (m_closedPort)
+        m_closedPort.release()->deleteLater();
 
     auto port = std::make_unique<QSerialPort>(portName);
     port->setBaudRate(QSerialPort::Baud9600);
@@ -138,8 +141,8 @@ void CBridgeComm::end(bool broken)
     if (m_port) {
         m_port->disconnect(this);
         m_port->close();
-        // This may run inside one of the port's own signals.
-        m_port.release()->deleteLater();
+        // This may run inside one of the port's own signals, so the port is deleted later.
+        m_closedPort = std::move(m_port);
     }
     const std::unique_ptr<CCommunicator> transaction = std::move(m_transaction);
     IWaitForm &wait = *m_wait;

@@ -58,6 +58,7 @@ private:
 
     std::unique_ptr<CCommunicator> m_transaction;
     std::unique_ptr<QSerialPort> m_port;
+    std::unique_ptr<QSerialPort> m_closedPort;
     IWaitForm *m_wait = nullptr;
     QByteArray m_received;
     BridgePacing m_pacing;
