@@ -29,12 +29,12 @@ Profile sampleProfile()
 }
 
 // One whole exchange with the program's own pacing, from opening the port to the result.
-template<typename Make>
-void exchange(CBridgeComm &bridge, const QString &port, Make make)
+template<typename Make> void exchange(CBridgeComm &bridge, const QString &port, Make make)
 {
     CWaitRecord record;
     QEventLoop loop;
-    const QMetaObject::Connection done = QObject::connect(&bridge, &CBridgeComm::finished, &loop, &QEventLoop::quit);
+    const QMetaObject::Connection done
+        = QObject::connect(&bridge, &CBridgeComm::finished, &loop, &QEventLoop::quit);
     if (!bridge.runTransaction(make(), port, record).accepted() || (loop.exec(), !record.success)) {
         std::fprintf(stderr, "exchange failed: %s\n", qPrintable(record.resultText));
         std::exit(1);
@@ -60,11 +60,14 @@ int main(int argc, char *argv[])
     QRandomGenerator random(1);
     const Profile profile = sampleProfile();
 
-    runBenchmark("device.pingExchange", 1,
+    runBenchmark(
+        "device.pingExchange", 1,
         [&] { exchange(bridge, cdi.portName(), [&] { return std::make_unique<CPinger>(random); }); }, 5);
-    runBenchmark("device.programExchange", 1,
+    runBenchmark(
+        "device.programExchange", 1,
         [&] {
-            exchange(bridge, cdi.portName(), [&] { return std::make_unique<CCalibrator>(profile, true, random); });
+            exchange(
+                bridge, cdi.portName(), [&] { return std::make_unique<CCalibrator>(profile, true, random); });
         },
         5);
     return 0;

@@ -12,7 +12,8 @@ constexpr int kNominalTickMs = 700;
 
 QString openFailure(const QString &portName, const QSerialPort &port)
 {
-    QString reason = QCoreApplication::translate("QWidget", "Cannot open %1: %2").arg(portName, port.errorString());
+    QString reason
+        = QCoreApplication::translate("QWidget", "Cannot open %1: %2").arg(portName, port.errorString());
 #ifdef Q_OS_LINUX
     if (port.error() == QSerialPort::PermissionError) {
         reason += QLatin1Char('\n')
@@ -26,7 +27,8 @@ QString openFailure(const QString &portName, const QSerialPort &port)
 
 } // namespace
 
-CBridgeComm::CBridgeComm(QObject *parent) : QObject(parent)
+CBridgeComm::CBridgeComm(QObject *parent)
+    : QObject(parent)
 {
     m_tick.setSingleShot(true);
     m_quiet.setSingleShot(true);
@@ -127,7 +129,8 @@ void CBridgeComm::onPortError(QSerialPort::SerialPortError error)
         return;
     qCDebug(lcDevice) << "port error" << error << (m_port ? m_port->errorString() : QString());
     // A pulled-out bridge keeps signalling read errors until the port is closed.
-    if (error == QSerialPort::ReadError || error == QSerialPort::ResourceError || error == QSerialPort::WriteError)
+    if (error == QSerialPort::ReadError || error == QSerialPort::ResourceError
+        || error == QSerialPort::WriteError)
         end(true);
 }
 

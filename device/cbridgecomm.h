@@ -26,7 +26,12 @@ class CBridgeComm : public QObject
 {
     Q_OBJECT
 public:
-    enum class Refusal { None, Busy, CannotOpen };
+    enum class Refusal
+    {
+        None,
+        Busy,
+        CannotOpen
+    };
     struct Start
     {
         Refusal refusal = Refusal::None;
@@ -34,7 +39,14 @@ public:
         QString reason;
         bool accepted() const { return refusal == Refusal::None; }
     };
-    enum class State { Idle, Opened, Sent, Waiting, Collecting };
+    enum class State
+    {
+        Idle,
+        Opened,
+        Sent,
+        Waiting,
+        Collecting
+    };
 
     explicit CBridgeComm(QObject *parent = nullptr);
     ~CBridgeComm() override;

@@ -10,11 +10,11 @@
 
 CCalibrator::CCalibrator(const Profile &profile, bool allowReimport, QRandomGenerator &random)
     : CCalibrator(profile, allowReimport, DeviceFrame::scramblingValue(random.generate()))
-{
-}
+{ }
 
 CCalibrator::CCalibrator(const Profile &profile, bool allowReimport, quint8 scramblingValue)
-    : CCommunicator(1000, DeviceFrame::kLength), m_profile(profile)
+    : CCommunicator(1000, DeviceFrame::kLength)
+    , m_profile(profile)
 {
     QByteArray frame = DeviceFrame::build(DeviceFrame::Program);
     writeDeviceImage(m_profile, allowReimport, frame);
@@ -45,7 +45,8 @@ bool CCalibrator::handleResponse(const QByteArray &frame, IWaitForm &wait)
         fail(wait);
         return false;
     }
-    QString text = QCoreApplication::translate("QWidget", "Your CDI is now programmed with the profile <b>%</b>.");
+    QString text
+        = QCoreApplication::translate("QWidget", "Your CDI is now programmed with the profile <b>%</b>.");
     const int placeholder = text.indexOf(QLatin1Char('%'));
     if (placeholder >= 0)
         text.replace(placeholder, 1, m_profile.name().toHtmlEscaped());
@@ -57,7 +58,8 @@ void CCalibrator::fail(IWaitForm &wait)
 {
     wait.showResult(QCoreApplication::translate("QWidget", "Programming failed"),
         QCoreApplication::translate("QWidget",
-            "An error occurred during data transmission. The CDI may be programmed improperly and should not be "
+            "An error occurred during data transmission. The CDI may be programmed improperly and should not "
+            "be "
             "used in its current state."),
         false);
 }

@@ -10,7 +10,10 @@ class IWaitForm;
 class CCommunicator
 {
 public:
-    CCommunicator(int timeoutMs, int expectedLength) : m_timeoutMs(timeoutMs), m_expectedLength(expectedLength) { }
+    CCommunicator(int timeoutMs, int expectedLength)
+        : m_timeoutMs(timeoutMs)
+        , m_expectedLength(expectedLength)
+    { }
     virtual ~CCommunicator() = default;
 
     int timeoutMs() const { return m_timeoutMs; }

@@ -30,8 +30,7 @@ CImporter::CImporter(const DefaultLibrary &library, IImportReceiver &receiver)
     , m_request(DeviceFrame::build(DeviceFrame::Read))
     , m_library(library)
     , m_receiver(receiver)
-{
-}
+{ }
 
 void CImporter::start(IWaitForm &wait)
 {
@@ -45,8 +44,8 @@ bool CImporter::handleResponse(const QByteArray &frame, IWaitForm &wait)
     const QString problem = bufferProblem(frame);
     if (!problem.isEmpty()) {
         wait.showResult(failedTitle,
-            QCoreApplication::translate("QWidget", "Received an invalid response buffer") + QStringLiteral(" (")
-                + problem + QStringLiteral(")."),
+            QCoreApplication::translate("QWidget", "Received an invalid response buffer")
+                + QStringLiteral(" (") + problem + QStringLiteral(")."),
             false);
         return false;
     }
@@ -75,7 +74,8 @@ bool CImporter::handleResponse(const QByteArray &frame, IWaitForm &wait)
     }
 
     wait.showResult(QCoreApplication::translate("QWidget", "Import OK"),
-        QCoreApplication::translate("QWidget", "Imported profile data will be sent to editor shortly."), true);
+        QCoreApplication::translate("QWidget", "Imported profile data will be sent to editor shortly."),
+        true);
     m_receiver.acceptImportedProfile(imported);
     return true;
 }

@@ -47,11 +47,14 @@ QString highlighted(const QString &value)
 
 } // namespace
 
-CPinger::CPinger(QRandomGenerator &random) : CPinger(quint8(random.generate() & 0xFF)) { }
+CPinger::CPinger(QRandomGenerator &random)
+    : CPinger(quint8(random.generate() & 0xFF))
+{ }
 
-CPinger::CPinger(quint8 nonce) : CCommunicator(1000, DeviceFrame::kPingResponseLength), m_request(pingRequest(nonce))
-{
-}
+CPinger::CPinger(quint8 nonce)
+    : CCommunicator(1000, DeviceFrame::kPingResponseLength)
+    , m_request(pingRequest(nonce))
+{ }
 
 void CPinger::start(IWaitForm &wait)
 {
@@ -68,9 +71,10 @@ bool CPinger::handleResponse(const QByteArray &frame, IWaitForm &wait)
             false);
         return false;
     }
-    const QString text = QCoreApplication::translate(
-        "QWidget", "Your CDI responded as expected. Firmware %1 and serial number %2 were reported.")
-                             .arg(highlighted(firmwareOf(frame)), highlighted(QString::number(serialOf(frame))));
+    const QString text
+        = QCoreApplication::translate(
+            "QWidget", "Your CDI responded as expected. Firmware %1 and serial number %2 were reported.")
+              .arg(highlighted(firmwareOf(frame)), highlighted(QString::number(serialOf(frame))));
     wait.showResult(QCoreApplication::translate("QWidget", "Test successful"), text, true);
     return true;
 }

@@ -66,7 +66,8 @@ QStringList CVirtualCdi::faultNames()
     return names;
 }
 
-CVirtualCdi::CVirtualCdi(QObject *parent) : QObject(parent)
+CVirtualCdi::CVirtualCdi(QObject *parent)
+    : QObject(parent)
 {
     setProfile(Profile());
 }
@@ -205,8 +206,8 @@ void CVirtualCdi::handleFrame(const QByteArray &frame)
         DeviceFrame::unscramble(plain);
         m_image = plain.mid(DeviceImage::kTypeOffset, DeviceImage::kEnd - DeviceImage::kTypeOffset);
         send(m_fault == Fault::WrongEcho ? frame : plain,
-            QStringLiteral("program, reimport %1").arg(reimportAllowed() ? QStringLiteral("allowed")
-                                                                       : QStringLiteral("not allowed")));
+            QStringLiteral("program, reimport %1")
+                .arg(reimportAllowed() ? QStringLiteral("allowed") : QStringLiteral("not allowed")));
         return;
     }
     emit requestHandled(QStringLiteral("ignored unknown command %1").arg(command));

@@ -18,7 +18,8 @@ class CVirtualCdi : public QObject
 {
     Q_OBJECT
 public:
-    enum class Fault {
+    enum class Fault
+    {
         None,
         Silent,
         Short,

@@ -15,7 +15,12 @@ constexpr int kCommandOffset = 48;
 constexpr int kScramblingOffset = 49;
 constexpr int kChecksumOffset = 50;
 
-enum Command : quint8 { Program = 0, Ping = 1, Read = 2 };
+enum Command : quint8
+{
+    Program = 0,
+    Ping = 1,
+    Read = 2
+};
 
 // XOR of all bytes but the last; 0 for frames of fewer than two bytes.
 quint8 checksum(const QByteArray &frame);

@@ -119,8 +119,8 @@ QStringList ptyPaths()
 {
     QStringList paths;
     const QDir folder(registryFolder());
-    const QStringList files = folder.entryList(
-        {QLatin1String(kRegistryPrefix) + QLatin1Char('*')}, QDir::Files, QDir::Name);
+    const QStringList files
+        = folder.entryList({QLatin1String(kRegistryPrefix) + QLatin1Char('*')}, QDir::Files, QDir::Name);
     for (const QString &name : files) {
         const QStringList parts = name.mid(int(sizeof(kRegistryPrefix)) - 1).split(QLatin1Char('-'));
         bool numeric = false;

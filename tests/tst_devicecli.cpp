@@ -43,9 +43,9 @@ void TestDeviceCli::initTestCase()
     QJsonArray map;
     for (int i = 0; i < 10; ++i)
         map.append(QJsonArray {1000 * (i + 1), i == 4 ? 60 : 10 + i});
-    const QJsonObject profile {{"motorbikeType", 0}, {"templateType", 0}, {"isCustom", true}, {"auxFlag", false},
-        {"name", "Trial"}, {"notes", ""}, {"extraText", QJsonArray {"", ""}}, {"map", map},
-        {"sensorCoefficients", QJsonArray {40.0, 0.0, 0.0}}, {"sideStandMonitoring", false},
+    const QJsonObject profile {{"motorbikeType", 0}, {"templateType", 0}, {"isCustom", true},
+        {"auxFlag", false}, {"name", "Trial"}, {"notes", ""}, {"extraText", QJsonArray {"", ""}},
+        {"map", map}, {"sensorCoefficients", QJsonArray {40.0, 0.0, 0.0}}, {"sideStandMonitoring", false},
         {"groundEnablesIgnition", true}, {"pickUpRisingEdge", false}, {"sensorMode", 0}, {"voltage", 200},
         {"pickUpEdgeSelectable", true}, {"k1Rising", 0.0}, {"k1Falling", 0.0}};
     QFile json(path(QStringLiteral("bad.json")));
@@ -96,12 +96,14 @@ void TestDeviceCli::session()
     QString out;
     QString err;
     QCOMPARE(run({"ports"}, &out), 0);
-    QVERIFY2(out.contains(port + QStringLiteral("\tVirtual CDI\tSparkwright\t-\tbridge\tvirtual\n")), qPrintable(out));
+    QVERIFY2(out.contains(port + QStringLiteral("\tVirtual CDI\tSparkwright\t-\tbridge\tvirtual\n")),
+        qPrintable(out));
 
     QCOMPARE(run({"ping"}, &out), 0);
     QCOMPARE(out,
-        QStringLiteral("Test successful\nYour CDI responded as expected. Firmware 3.1 and serial number 42 were "
-                       "reported.\n"));
+        QStringLiteral(
+            "Test successful\nYour CDI responded as expected. Firmware 3.1 and serial number 42 were "
+            "reported.\n"));
     QCOMPARE(run({"ping", "--port", port, "--language", "de"}, &out), 0);
     QVERIFY2(out.startsWith(QStringLiteral("Test erfolgreich\n")), qPrintable(out));
 
@@ -129,11 +131,12 @@ void TestDeviceCli::refusals_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("unknown fault") << QStringList {"virtual-cdi", "--fault", "loud"} << "unknown fault 'loud'";
-    QTest::newRow("port that cannot be opened") << QStringList {"ping", "--port", "/dev/null/x"}
-                                                << "Cannot open /dev/null/x: ";
-    QTest::newRow("invalid map is not sent") << QStringList {"program", "bad.cdi"}
-                                             << "The ignition map of this profile is not valid.";
+    QTest::newRow("unknown fault") << QStringList {"virtual-cdi", "--fault", "loud"}
+                                   << "unknown fault 'loud'";
+    QTest::newRow("port that cannot be opened")
+        << QStringList {"ping", "--port", "/dev/null/x"} << "Cannot open /dev/null/x: ";
+    QTest::newRow("invalid map is not sent")
+        << QStringList {"program", "bad.cdi"} << "The ignition map of this profile is not valid.";
     QTest::newRow("import without a file") << QStringList {"import"} << "wrong number of arguments";
 }
 

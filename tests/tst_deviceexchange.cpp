@@ -103,7 +103,8 @@ std::unique_ptr<CCommunicator> TestDeviceExchange::transaction(const QString &ki
         return std::make_unique<CPinger>(m_random);
     if (kind == QLatin1String("import"))
         return std::make_unique<CImporter>(m_library, m_keeper);
-    return std::make_unique<CCalibrator>(sampleProfile(), kind != QLatin1String("program, no reimport"), m_random);
+    return std::make_unique<CCalibrator>(
+        sampleProfile(), kind != QLatin1String("program, no reimport"), m_random);
 }
 
 void TestDeviceExchange::run(CBridgeComm &bridge, CVirtualCdi &cdi, const QString &kind, Outcome &outcome)
@@ -137,39 +138,85 @@ void TestDeviceExchange::faults_data()
         "used in its current state.");
     const QString imported = QStringLiteral("Imported profile data will be sent to editor shortly.");
 
-    QTest::newRow("ping") << "ping" << "none" << "Test successful" << pinged << true;
-    QTest::newRow("ping, slow") << "ping" << "slow" << "Test successful" << pinged << true;
-    QTest::newRow("ping, silent") << "ping" << "silent" << "" << silent << false;
-    QTest::newRow("ping, too slow") << "ping" << "too-slow" << "" << silent << false;
-    QTest::newRow("ping, short") << "ping" << "short" << "" << invalid << false;
-    QTest::newRow("ping, long") << "ping" << "long" << "" << invalid << false;
-    QTest::newRow("ping, bad header") << "ping" << "bad-header" << "" << invalid << false;
-    QTest::newRow("ping, bad checksum") << "ping" << "bad-checksum" << "" << invalid << false;
-    QTest::newRow("ping, hangup") << "ping" << "hangup" << "" << invalid << false;
-    QTest::newRow("ping, wrong nonce") << "ping" << "wrong-nonce" << "Test failed"
-                                       << "Your CDI responded but an error occurred during data transmission."
-                                       << false;
+    QTest::newRow("ping") << "ping"
+                          << "none"
+                          << "Test successful" << pinged << true;
+    QTest::newRow("ping, slow") << "ping"
+                                << "slow"
+                                << "Test successful" << pinged << true;
+    QTest::newRow("ping, silent") << "ping"
+                                  << "silent"
+                                  << "" << silent << false;
+    QTest::newRow("ping, too slow") << "ping"
+                                    << "too-slow"
+                                    << "" << silent << false;
+    QTest::newRow("ping, short") << "ping"
+                                 << "short"
+                                 << "" << invalid << false;
+    QTest::newRow("ping, long") << "ping"
+                                << "long"
+                                << "" << invalid << false;
+    QTest::newRow("ping, bad header") << "ping"
+                                      << "bad-header"
+                                      << "" << invalid << false;
+    QTest::newRow("ping, bad checksum") << "ping"
+                                        << "bad-checksum"
+                                        << "" << invalid << false;
+    QTest::newRow("ping, hangup") << "ping"
+                                  << "hangup"
+                                  << "" << invalid << false;
+    QTest::newRow("ping, wrong nonce")
+        << "ping"
+        << "wrong-nonce"
+        << "Test failed"
+        << "Your CDI responded but an error occurred during data transmission." << false;
 
-    QTest::newRow("import") << "import" << "none" << "Import OK" << imported << true;
-    QTest::newRow("import, slow") << "import" << "slow" << "Import OK" << imported << true;
-    QTest::newRow("import, silent") << "import" << "silent" << "" << silent << false;
-    QTest::newRow("import, long") << "import" << "long" << "" << invalid << false;
-    QTest::newRow("import, bad checksum") << "import" << "bad-checksum" << "" << invalid << false;
+    QTest::newRow("import") << "import"
+                            << "none"
+                            << "Import OK" << imported << true;
+    QTest::newRow("import, slow") << "import"
+                                  << "slow"
+                                  << "Import OK" << imported << true;
+    QTest::newRow("import, silent") << "import"
+                                    << "silent"
+                                    << "" << silent << false;
+    QTest::newRow("import, long") << "import"
+                                  << "long"
+                                  << "" << invalid << false;
+    QTest::newRow("import, bad checksum") << "import"
+                                          << "bad-checksum"
+                                          << "" << invalid << false;
     QTest::newRow("import, unknown type")
-        << "import" << "unknown-type" << "Import failed"
+        << "import"
+        << "unknown-type"
+        << "Import failed"
         << "Imported profile data corresponds to an invalid or unknown motorbike type (index=-1)." << false;
-    QTest::newRow("import, bad value") << "import" << "bad-value" << "Import failed"
+    QTest::newRow("import, bad value") << "import"
+                                       << "bad-value"
+                                       << "Import failed"
                                        << "Received invalid profile data  (invalid voltage: 99)." << false;
 
-    QTest::newRow("program") << "program" << "none" << "Programming successful" << programmed << true;
-    QTest::newRow("program, slow") << "program" << "slow" << "Programming successful" << programmed << true;
-    QTest::newRow("program, wrong echo") << "program" << "wrong-echo" << "Programming failed" << programFailed
-                                         << false;
-    QTest::newRow("program, silent") << "program" << "silent" << "Programming failed" << programFailed << false;
-    QTest::newRow("program, short") << "program" << "short" << "Programming failed" << programFailed << false;
-    QTest::newRow("program, bad header") << "program" << "bad-header" << "Programming failed" << programFailed
-                                         << false;
-    QTest::newRow("program, hangup") << "program" << "hangup" << "Programming failed" << programFailed << false;
+    QTest::newRow("program") << "program"
+                             << "none"
+                             << "Programming successful" << programmed << true;
+    QTest::newRow("program, slow") << "program"
+                                   << "slow"
+                                   << "Programming successful" << programmed << true;
+    QTest::newRow("program, wrong echo") << "program"
+                                         << "wrong-echo"
+                                         << "Programming failed" << programFailed << false;
+    QTest::newRow("program, silent") << "program"
+                                     << "silent"
+                                     << "Programming failed" << programFailed << false;
+    QTest::newRow("program, short") << "program"
+                                    << "short"
+                                    << "Programming failed" << programFailed << false;
+    QTest::newRow("program, bad header") << "program"
+                                         << "bad-header"
+                                         << "Programming failed" << programFailed << false;
+    QTest::newRow("program, hangup") << "program"
+                                     << "hangup"
+                                     << "Programming failed" << programFailed << false;
 }
 
 void TestDeviceExchange::faults()
@@ -214,7 +261,8 @@ void TestDeviceExchange::programmedProfileComesBack()
     QCOMPARE(cdi.open(), QString());
     CBridgeComm bridge;
     Outcome programming;
-    run(bridge, cdi, reimport ? QStringLiteral("program") : QStringLiteral("program, no reimport"), programming);
+    run(bridge, cdi, reimport ? QStringLiteral("program") : QStringLiteral("program, no reimport"),
+        programming);
     QVERIFY(programming.record.success);
     QCOMPARE(bool(quint8(cdi.storedImage().at(35 - 3)) & 0x20), reimport);
     Outcome import;
@@ -242,7 +290,8 @@ void TestDeviceExchange::secondExchangeIsRefused()
     CBridgeComm bridge;
     QSignalSpy finished(&bridge, &CBridgeComm::finished);
     CWaitRecord first;
-    QVERIFY(bridge.runTransaction(transaction(QStringLiteral("ping")), cdi.portName(), first, kPacing).accepted());
+    QVERIFY(bridge.runTransaction(transaction(QStringLiteral("ping")), cdi.portName(), first, kPacing)
+                .accepted());
     CWaitRecord second;
     const CBridgeComm::Start refused
         = bridge.runTransaction(transaction(QStringLiteral("ping")), cdi.portName(), second, kPacing);
@@ -258,7 +307,8 @@ void TestDeviceExchange::unopenablePortSaysWhy()
     CBridgeComm bridge;
     CWaitRecord record;
     const QString port = m_runtime.filePath(QStringLiteral("no-such-port"));
-    const CBridgeComm::Start start = bridge.runTransaction(transaction(QStringLiteral("ping")), port, record, kPacing);
+    const CBridgeComm::Start start
+        = bridge.runTransaction(transaction(QStringLiteral("ping")), port, record, kPacing);
     QCOMPARE(int(start.refusal), int(CBridgeComm::Refusal::CannotOpen));
     QVERIFY2(start.reason.startsWith(QStringLiteral("Cannot open %1: ").arg(port)), qPrintable(start.reason));
     QVERIFY(start.reason.size() > port.size() + 14);
@@ -292,8 +342,8 @@ void TestDeviceExchange::detection_data()
     QTest::addColumn<bool>("bridge");
     QTest::newRow("vendor's name") << "Silicon Labs CP210x USB to UART Bridge (COM4)" << -1 << 0 << true;
     QTest::newRow("name in lower case") << "silicon labs cp210x usb to uart bridge (com7)" << -1 << 0 << true;
-    QTest::newRow("Linux description, CP2102 IDs") << "CP2102 USB to UART Bridge Controller" << 0x10C4 << 0xEA60
-                                                   << true;
+    QTest::newRow("Linux description, CP2102 IDs")
+        << "CP2102 USB to UART Bridge Controller" << 0x10C4 << 0xEA60 << true;
     QTest::newRow("CP2105 IDs, no description") << "" << 0x10C4 << 0xEA70 << true;
     QTest::newRow("other Silicon Labs product") << "USB device" << 0x10C4 << 0x8A2A << false;
     QTest::newRow("other vendor, same product ID") << "USB serial" << 0x0403 << 0xEA60 << false;

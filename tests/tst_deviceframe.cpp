@@ -16,10 +16,12 @@ namespace {
 
 // Type 2, custom; speeds 1000..10000, angles 10..19, 200 V, side stand with ground blocking,
 // sensor mode 2 (flags 0x33 with reimport allowed), K 38 / 0.5 / -2, scrambling value 0x10.
-const char kProgramEcho[] = "4df6688303e807d00bb80fa0138817701b581f40232827100a0b0c0d0e0f10111213c833421800003f"
-                            "000000c00000000010e3";
-const char kProgramRequest[] = "4df668833a30603a8644ac4ed248e87f3b5c34665a70807a8597a9bbcdcfe1203217dd597960596aba"
-                               "8c9dae7fc0d10f0010f4";
+const char kProgramEcho[]
+    = "4df6688303e807d00bb80fa0138817701b581f40232827100a0b0c0d0e0f10111213c833421800003f"
+      "000000c00000000010e3";
+const char kProgramRequest[]
+    = "4df668833a30603a8644ac4ed248e87f3b5c34665a70807a8597a9bbcdcfe1203217dd597960596aba"
+      "8c9dae7fc0d10f0010f4";
 
 Profile sampleProfile()
 {
@@ -102,10 +104,10 @@ void TestDeviceFrame::requests_data()
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<QByteArray>("expected");
     const QByteArray zeros(44 * 2, '0');
-    QTest::newRow("ping with nonce 5A") << CPinger(0x5A).requestBytes()
-                                        << QByteArray::fromHex("4df6685a" + zeros + "010088");
-    QTest::newRow("ping with nonce 00") << CPinger(0x00).requestBytes()
-                                        << QByteArray::fromHex("4df66800" + zeros + "0100d2");
+    QTest::newRow("ping with nonce 5A")
+        << CPinger(0x5A).requestBytes() << QByteArray::fromHex("4df6685a" + zeros + "010088");
+    QTest::newRow("ping with nonce 00")
+        << CPinger(0x00).requestBytes() << QByteArray::fromHex("4df66800" + zeros + "0100d2");
     CProfileKeeper keeper;
     const DefaultLibrary library;
     QTest::newRow("read") << CImporter(library, keeper).requestBytes()
@@ -128,16 +130,21 @@ void TestDeviceFrame::scrambling_data()
     QTest::addColumn<int>("value");
     QTest::addColumn<QByteArray>("scrambled");
     // Zero payloads, so each byte is the key itself.
-    QTest::newRow("m from 4t + r + 23 becomes 4") << 0x39 << 5
-        << QByteArray("4df6683906070304050607030405060703040506070304050607030405060703040506070304050607030405"
-                      "060703040005e9");
-    QTest::newRow("type with bit 7, m becomes 4") << 0xAA << 100
+    QTest::newRow("m from 4t + r + 23 becomes 4")
+        << 0x39 << 5
+        << QByteArray(
+               "4df6683906070304050607030405060703040506070304050607030405060703040506070304050607030405"
+               "060703040005e9");
+    QTest::newRow("type with bit 7, m becomes 4")
+        << 0xAA << 100
         << QByteArray("4df668aa08090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f202122232425262728292a2b2c2d2e"
                       "2f3031323300641d");
-    QTest::newRow("type with bit 7, smallest r") << 0x83 << 3
+    QTest::newRow("type with bit 7, smallest r")
+        << 0x83 << 3
         << QByteArray("4df668833e4f5d6e7f8d9eafbd081927380f1d2e3f4d5e6f7d8e9fadbe091728390d1e2f3d4e5f6d7e8f9d"
                       "aebf071829000358");
-    QTest::newRow("large r") << 0x01 << 200
+    QTest::newRow("large r")
+        << 0x01 << 200
         << QByteArray("4df6680197a8b9cadbecfd2b3c30415263748596a7b8c9daebfc0d3b4c08192a3b4c5d6e7f90a1b2c3d4e5"
                       "132418293a00c880");
 }
@@ -190,8 +197,9 @@ void TestDeviceFrame::answers_data()
     const QString invalid = QStringLiteral("CDI sent an invalid response");
     const QString silent = QStringLiteral("CDI did not respond");
     QTest::newRow("ping answered") << "ping" << pingAnswer << "Test successful"
-                                   << QStringLiteral("Your CDI responded as expected. Firmware %1 and serial number %2 "
-                                                     "were reported.")
+                                   << QStringLiteral(
+                                          "Your CDI responded as expected. Firmware %1 and serial number %2 "
+                                          "were reported.")
                                           .arg(highlighted("1.23"), highlighted("123456"))
                                    << true;
     QByteArray nineCharacters = pingAnswer;
@@ -228,10 +236,10 @@ void TestDeviceFrame::answers_data()
                              << "Your CDI is now programmed with the profile <b>Track</b>." << true;
     QTest::newRow("program, scrambled echo") << "program" << QByteArray::fromHex(kProgramRequest)
                                              << "Programming failed" << programFailed << false;
-    QTest::newRow("program, one byte differs") << "program" << changed(kProgramEcho, 20, 0)
-                                               << "Programming failed" << programFailed << false;
-    QTest::newRow("program, nothing") << "program" << QByteArray() << "Programming failed" << programFailed
-                                      << false;
+    QTest::newRow("program, one byte differs")
+        << "program" << changed(kProgramEcho, 20, 0) << "Programming failed" << programFailed << false;
+    QTest::newRow("program, nothing")
+        << "program" << QByteArray() << "Programming failed" << programFailed << false;
 }
 
 void TestDeviceFrame::answers()

@@ -82,7 +82,8 @@ int CliCommands::ports()
         const SerialPortEntry &entry = entries[i];
         QStringList fields {entry.name, entry.description.isEmpty() ? QStringLiteral("-") : entry.description,
             entry.manufacturer.isEmpty() ? QStringLiteral("-") : entry.manufacturer,
-            entry.hasIds ? hexId(entry.vendorId) + QLatin1Char(':') + hexId(entry.productId) : QStringLiteral("-")};
+            entry.hasIds ? hexId(entry.vendorId) + QLatin1Char(':') + hexId(entry.productId)
+                         : QStringLiteral("-")};
         if (int(i) == bridge)
             fields << QStringLiteral("bridge");
         if (entry.isVirtual)
@@ -97,10 +98,10 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
 {
     QStringList positional;
     QMap<QString, QString> options;
-    const QStringList switches = verb == QLatin1String("program") ? QStringList {QStringLiteral("--no-reimport")}
-                                                                   : QStringList();
-    if (!parseOptions(
-            verb, arguments, {QStringLiteral("--port"), QStringLiteral("--language")}, switches, positional, options))
+    const QStringList switches
+        = verb == QLatin1String("program") ? QStringList {QStringLiteral("--no-reimport")} : QStringList();
+    if (!parseOptions(verb, arguments, {QStringLiteral("--port"), QStringLiteral("--language")}, switches,
+            positional, options))
         return kUsageError;
     if (positional.size() != (verb == QLatin1String("ping") ? 0 : 1))
         return usage(QStringLiteral("wrong number of arguments for '%1'").arg(verb));
@@ -121,7 +122,8 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
             return fileError(libraryPath, QStringLiteral("cannot open: ") + libraryFile.errorString());
         library = loadDefaultLibrary(libraryFile, true);
         if (!library)
-            return fileError(libraryPath, QStringLiteral("not a readable profile library (broken or truncated)"));
+            return fileError(
+                libraryPath, QStringLiteral("not a readable profile library (broken or truncated)"));
         transaction = std::make_unique<CImporter>(*library, keeper);
     } else {
         Profile profile;
@@ -246,8 +248,11 @@ int CliCommands::virtualCdi(const QStringList &arguments)
         return kFileError;
     }
     QSocketNotifier stopper(g_signalPipe[0], QSocketNotifier::Read);
-    QObject::connect(&stopper, &QSocketNotifier::activated, QCoreApplication::instance(), &QCoreApplication::quit);
-    struct sigaction action {};
+    QObject::connect(
+        &stopper, &QSocketNotifier::activated, QCoreApplication::instance(), &QCoreApplication::quit);
+    struct sigaction action
+    {
+    };
     action.sa_handler = onTerminationSignal;
     sigemptyset(&action.sa_mask);
     ::sigaction(SIGINT, &action, nullptr);
