@@ -18,10 +18,10 @@
 
 namespace {
 
-// Request at 60 ms, "Waiting for response" at 120 ms, latest end at 300 ms.
-const BridgePacing kPacing {60, 20};
-constexpr int kSlowMs = 120;
-constexpr int kTooSlowMs = 450;
+// Request at 100 ms, "Waiting for response" at 200 ms, latest end at 500 ms.
+const BridgePacing kPacing {100, 30};
+constexpr int kSlowMs = 200;
+constexpr int kTooSlowMs = 800;
 
 Profile sampleProfile()
 {
@@ -244,6 +244,9 @@ void TestDeviceExchange::faults()
     QCOMPARE(outcome.record.resultTitle, title);
     QCOMPARE(outcome.record.resultText, text);
     QCOMPARE(outcome.record.success, success);
+    QVERIFY(!outcome.record.activityTitle.isEmpty());
+    if (fault == QLatin1String("silent"))
+        QCOMPARE(outcome.record.statuses, QStringList {QStringLiteral("Waiting for response")});
     QVERIFY(!bridge.isBusy());
 }
 
