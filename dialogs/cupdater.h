@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QString>
+#include <QStringList>
 
 // Starts our separate updater program, which lives beside the program and needs administrator
 // rights to replace the program's files. It is handed the file manifest, so that it knows which
@@ -14,11 +15,15 @@ class CUpdater
 public:
     // The updater's file name on this system.
     static const char kUpdaterName[];
+    // Outside Windows: the command that runs a program, given after it, as administrator and
+    // returns once the program runs on its own, with pkexec's exit codes for a refusal.
+    static const QStringList kElevation;
 
     // The program directory, a separator unless it already ends in one, and the updater's name.
     static QString updaterPath(const QString &programDirectory);
 
     // Starts the updater elevated: on Windows through the shell's "runas" verb, elsewhere through
-    // pkexec. Empty on success, otherwise why it failed.
-    static QString launch(const QString &programDirectory, const QByteArray &manifest);
+    // the elevation command. Empty on success, otherwise in words why it failed.
+    static QString launch(const QString &programDirectory, const QByteArray &manifest,
+        const QStringList &elevation = kElevation);
 };

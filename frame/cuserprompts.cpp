@@ -1,10 +1,33 @@
 #include "frame/iuserprompts.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSettings>
+#include <QStandardPaths>
 
 namespace {
+
+// File dialogs open in the folder where the user last chose a file, the first time in the
+// documents folder: never in the program's working folder, where the data files lie.
+const char kFolderKey[] = "fileDialogs/lastFolder";
+
+QString startFolder()
+{
+    const QString last = QSettings().value(QLatin1String(kFolderKey)).toString();
+    if (!last.isEmpty() && QFileInfo(last).isDir())
+        return last;
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+QString remembered(const QString &chosen)
+{
+    if (!chosen.isEmpty())
+        QSettings().setValue(QLatin1String(kFolderKey), QFileInfo(chosen).absolutePath());
+    return chosen;
+}
 
 class CDialogPrompts : public IUserPrompts
 {
@@ -40,13 +63,16 @@ public:
 
     QString openFileName(QWidget *parent, const QString &title, const QString &filter) override
     {
-        return QFileDialog::getOpenFileName(parent, title, QString(), filter);
+        return remembered(QFileDialog::getOpenFileName(parent, title, startFolder(), filter));
     }
 
     QString saveFileName(
         QWidget *parent, const QString &title, const QString &suggestedPath, const QString &filter) override
     {
-        return QFileDialog::getSaveFileName(parent, title, suggestedPath, filter);
+        const QString start = QFileInfo(suggestedPath).isAbsolute()
+            ? suggestedPath
+            : QDir(startFolder()).filePath(suggestedPath);
+        return remembered(QFileDialog::getSaveFileName(parent, title, start, filter));
     }
 };
 

@@ -1,6 +1,7 @@
 #include "i18n/clanguageswitcher.h"
 
 #include <QDebug>
+#include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
 
@@ -39,18 +40,22 @@ CLanguageSwitcher::CLanguageSwitcher() = default;
 CLanguageSwitcher::~CLanguageSwitcher()
 {
     // Deleting a translator takes it out of the application as well.
-    m_translators.clear();
+    m_translations.clear();
 }
 
 void CLanguageSwitcher::addLanguage(const QString &code)
 {
     const QString baseName = QLatin1String("lang_") + code;
     const QString fileName = baseName + QLatin1String(".qm");
-    auto translator = std::make_unique<QTranslator>();
-    const bool loaded = translator->load(baseName);
+    Translation translation {std::make_unique<QTranslator>(), std::make_unique<QTranslator>()};
+    const bool loaded = translation.program->load(baseName);
     qInfo().noquote() << QLatin1String("loading ") + fileName + QLatin1String(" .. ")
             + QLatin1String(loaded ? "true" : "false");
-    m_translators.push_back(std::move(translator));
+    // Without the program's own translation the whole program stays English, Qt's dialogs too.
+    if (loaded)
+        translation.qt->load(
+            QLatin1String("qtbase_") + code, QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    m_translations.push_back(std::move(translation));
 }
 
 void CLanguageSwitcher::setLanguage(int language)
@@ -59,15 +64,20 @@ void CLanguageSwitcher::setLanguage(int language)
     const int wanted = language - 1;
     // Numbers follow the texts: a comma as decimal separator only where the German texts are
     // really shown. Set before the translators change, whose change events redraw the windows.
-    const bool translated
-        = wanted >= 0 && wanted < int(m_translators.size()) && !m_translators[size_t(wanted)]->isEmpty();
+    const bool translated = wanted >= 0 && wanted < int(m_translations.size())
+        && !m_translations[size_t(wanted)].program->isEmpty();
     QLocale::setDefault(QLocale(languageCode(translated ? language : kEnglish)));
     if (m_installed != wanted) {
-        if (m_installed >= 0)
-            QCoreApplication::removeTranslator(m_translators[size_t(m_installed)].get());
+        if (m_installed >= 0) {
+            const Translation &installed = m_translations[size_t(m_installed)];
+            QCoreApplication::removeTranslator(installed.qt.get());
+            QCoreApplication::removeTranslator(installed.program.get());
+        }
         m_installed = -1;
-        if (wanted >= 0 && wanted < int(m_translators.size())) {
-            QCoreApplication::installTranslator(m_translators[size_t(wanted)].get());
+        if (wanted >= 0 && wanted < int(m_translations.size())) {
+            // The program's own texts are looked up first: the last installed is asked first.
+            QCoreApplication::installTranslator(m_translations[size_t(wanted)].qt.get());
+            QCoreApplication::installTranslator(m_translations[size_t(wanted)].program.get());
             m_installed = wanted;
         }
     }

@@ -32,8 +32,9 @@ public:
     CLanguageSwitcher();
     ~CLanguageSwitcher() override;
 
-    // Loads "lang_<code>.qm" from the working directory. The language is added even when its
-    // file is missing: choosing it then simply leaves the texts in English.
+    // Loads "lang_<code>.qm" from the working directory, and Qt's own translation of its dialogs
+    // and key names ("qtbase_<code>.qm") from Qt's translation folder. The language is added even
+    // when its file is missing: choosing it then simply leaves the texts in English.
     void addLanguage(const QString &code);
     void setLanguage(int language);
     // Not owned; called in registration order.
@@ -45,8 +46,13 @@ public:
     void retranslate(int language) override { setLanguage(language); }
 
 private:
-    // Language n uses translator n - 1; English needs none.
-    std::vector<std::unique_ptr<QTranslator>> m_translators;
+    struct Translation
+    {
+        std::unique_ptr<QTranslator> program;
+        std::unique_ptr<QTranslator> qt;
+    };
+    // Language n uses translation n - 1; English needs none.
+    std::vector<Translation> m_translations;
     QVector<ITranslatable *> m_listeners;
     int m_installed = -1;
     int m_language = kEnglish;

@@ -82,8 +82,36 @@
         <translation>Datei ist nicht zugänglich</translation>
     </message>
     <message>
-        <source>error code</source>
-        <translation>Fehlercode</translation>
+        <source>the request for administrator rights was refused</source>
+        <translation>die Anfrage nach Administratorrechten wurde abgelehnt</translation>
+    </message>
+    <message>
+        <source>not enough memory</source>
+        <translation>nicht genügend Arbeitsspeicher</translation>
+    </message>
+    <message>
+        <source>the updater is not a program for this system</source>
+        <translation>der Updater ist kein Programm für dieses System</translation>
+    </message>
+    <message>
+        <source>Windows refused to start it (error %1)</source>
+        <translation>Windows hat den Start verweigert (Fehler %1)</translation>
+    </message>
+    <message>
+        <source>%1 could not be started: %2</source>
+        <translation>%1 konnte nicht gestartet werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 stopped unexpectedly</source>
+        <translation>%1 wurde unerwartet beendet</translation>
+    </message>
+    <message>
+        <source>administrator rights were not granted</source>
+        <translation>Administratorrechte wurden nicht gewährt</translation>
+    </message>
+    <message>
+        <source>%1 ended with exit status %2</source>
+        <translation>%1 endete mit dem Rückgabewert %2</translation>
     </message>
 </context>
 <context>

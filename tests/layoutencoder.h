@@ -13,13 +13,6 @@
 #include <array>
 #include <cstring>
 
-inline quint64 bitsOf(double value)
-{
-    quint64 bits = 0;
-    std::memcpy(&bits, &value, sizeof(bits));
-    return bits;
-}
-
 inline QByteArray littleEndian(quint64 value, int size)
 {
     QByteArray out;
@@ -42,7 +35,9 @@ inline QByteArray tBool(bool value)
 
 inline QByteArray tDouble(double value)
 {
-    return 'd' + littleEndian(bitsOf(value), 8);
+    quint64 bits = 0;
+    std::memcpy(&bits, &value, sizeof(bits));
+    return 'd' + littleEndian(bits, 8);
 }
 
 inline QByteArray tString(const QString &value, char tag = 'Q')

@@ -174,6 +174,7 @@ void TestDeviceImage::imageCheck_data()
     QTest::newRow("voltage 100 passes") << withBytes(kFrame, 34, "64") << "";
     QTest::newRow("voltage 250 passes") << withBytes(kFrame, 34, "fa") << "";
     QTest::newRow("voltage 251") << withBytes(kFrame, 34, "fb") << "invalid voltage: 251";
+    QTest::newRow("frame cut before the voltage reads it as 0") << kFrame.left(34) << "invalid voltage: 0";
     QTest::newRow("rpm reported before angle and voltage")
         << withBytes(withBytes(withBytes(kFrame, 20, "ffff"), 24, "ff"), 34, "00") << "rpm > 20000";
 }

@@ -1,5 +1,8 @@
-// Profile records, the "cdi" container around them, and profile files.
+// The "cdi" container and what it carries: profile records and files, the default library and
+// the hint catalog.
 #include "profile/container.h"
+#include "profile/defaultlibrary.h"
+#include "profile/hintcatalog.h"
 #include "profile/profilefile.h"
 #include "tests/layoutencoder.h"
 
@@ -52,6 +55,36 @@ Profile withSensor(const ProfileFlags &flags, const SensorCoefficients &coeffici
     return p;
 }
 
+// Reads the bytes with one of the file readers.
+template<typename Reader> auto readBytes(QByteArray bytes, Reader reader)
+{
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return reader(buffer);
+}
+
+// A template record: motorbike type and name, the rest as a new factory profile has it.
+QByteArray templateRecord(qint32 motorbikeType, const QString &name)
+{
+    HandRecord r;
+    r.motorbikeType = motorbikeType;
+    r.templateType = motorbikeType;
+    r.isCustom = false;
+    r.name = name;
+    return r.bytes();
+}
+
+// Per hint: title and text in language 0, then title and text in language 1.
+QStringList flattened(const HintCatalog &catalog)
+{
+    QStringList texts;
+    for (int h = 0; h < catalog.count(); ++h) {
+        for (int language = 0; language < HintCatalog::kLanguageCount; ++language)
+            texts << catalog.hint(h, language).title << catalog.hint(h, language).text;
+    }
+    return texts;
+}
+
 } // namespace
 
 class TestProfileFile : public QObject
@@ -64,6 +97,8 @@ private slots:
     void container_data();
     void container();
     void profileFileTakesTheFirstRecord();
+    void library();
+    void hintCatalog();
 };
 
 // Rows that write compare the writer's bytes with the record; every row reads the record back,
@@ -246,9 +281,7 @@ void TestProfileFile::container()
     QFETCH(bool, asWritten);
     QFETCH(QByteArrayList, records);
 
-    QBuffer in(&bytes);
-    QVERIFY(in.open(QIODevice::ReadOnly));
-    std::optional<RecordCursor> cursor = readContainer(in);
+    std::optional<RecordCursor> cursor = readBytes(bytes, [](QIODevice &in) { return readContainer(in); });
     QCOMPARE(cursor.has_value(), accepted);
     QByteArrayList read;
     while (cursor && cursor->hasNext())
@@ -266,9 +299,8 @@ void TestProfileFile::profileFileTakesTheFirstRecord()
 {
     HandRecord first;
     first.name = QStringLiteral("erstes");
-    const auto read = [](QByteArray bytes) {
-        QBuffer buffer(&bytes);
-        return buffer.open(QIODevice::ReadOnly) ? readProfileFile(buffer) : std::nullopt;
+    const auto read = [](const QByteArray &bytes) {
+        return readBytes(bytes, [](QIODevice &in) { return readProfileFile(in); });
     };
     QCOMPARE(
         read(handContainer({first.bytes(), HandRecord().bytes()})).value_or(Profile()).name(), first.name);
@@ -276,6 +308,51 @@ void TestProfileFile::profileFileTakesTheFirstRecord()
     QVERIFY(!read(handContainer({"junk", first.bytes()})));
     QVERIFY(!read(handContainer({})));
     QVERIFY(!read(first.bytes())); // a bare record is not a file
+}
+
+// The library reads in file order, whatever the format value and the start-up flag; its
+// templates are found by position and by the first of a type; it is written back as it was read.
+void TestProfileFile::library()
+{
+    QByteArray bytes = handContainer({libraryHeader(QStringLiteral("def"), 1, 3),
+        templateRecord(4, QStringLiteral("A")), templateRecord(2, QStringLiteral("Zweitakt 50 cm³")),
+        templateRecord(4, QStringLiteral("C")), templateRecord(0, QStringLiteral("D"))});
+    for (const bool normalStart : {true, false}) {
+        const std::unique_ptr<DefaultLibrary> library
+            = readBytes(bytes, [normalStart](QIODevice &in) { return loadDefaultLibrary(in, normalStart); });
+        QVERIFY(library);
+        QCOMPARE(library->libraryValue(), 3);
+        QCOMPARE(defaultLibraryBytes(*library).toHex(), bytes.toHex());
+        const auto name
+            = [](const Profile *profile) { return profile ? profile->name() : QStringLiteral("-"); };
+        QStringList found;
+        for (int i : {0, 1, 2, 3, 4, -1})
+            found << name(library->profileAt(i));
+        for (int type : {4, 0, 1})
+            found << name(library->profileForType(type));
+        QCOMPARE(found, (QStringList {"A", "Zweitakt 50 cm³", "C", "D", "-", "-", "A", "D", "-"}));
+        for (const Profile &profile : library->profiles())
+            QVERIFY(!profile.isCustom() && !profile.isModified());
+    }
+    // Strings in the old form; the format value is not checked.
+    const std::unique_ptr<DefaultLibrary> old
+        = readBytes(handContainer({libraryHeader(QStringLiteral("def"), 99, -3, 'S')}),
+            [](QIODevice &in) { return loadDefaultLibrary(in); });
+    QVERIFY(old && old->libraryValue() == -3);
+}
+
+// Per hint, a title and a text in each of two languages; a third language is skipped on reading
+// and not written.
+void TestProfileFile::hintCatalog()
+{
+    const QStringList two {"Spannung", "<p>Volt</p>", "Zündspannung", "", "B", "b", "ß", "ü"};
+    const QStringList three = two.mid(0, 4) + QStringList {"x", "y"} + two.mid(4) + QStringList {"p", "q"};
+    const std::unique_ptr<HintCatalog> catalog
+        = readBytes(handContainer({hintsRecord(5, 42, 2, 3, three)}), loadHintCatalog);
+    QVERIFY(catalog && catalog->catalogValue() == 5);
+    QCOMPARE(flattened(*catalog), two);
+    QVERIFY(catalog->hint(2, 0) == HintText() && catalog->hint(0, 2) == HintText());
+    QCOMPARE(hintCatalogBytes(*catalog).toHex(), handContainer({hintsRecord(5, 1, 2, 2, two)}).toHex());
 }
 
 QTEST_APPLESS_MAIN(TestProfileFile)

@@ -72,23 +72,11 @@ void TestTranslations::everyTextIsTranslated()
             const QString where = QStringLiteral("%1: \"%2\"").arg(context, source);
             const bool unfinished
                 = xml.attributes().value(QLatin1String("type")) == QLatin1String("unfinished");
-            // A plural translation holds its forms as children, a plain one its text.
-            QStringList forms;
-            QString plain;
-            while (!xml.atEnd()
-                && (xml.readNext() != QXmlStreamReader::EndElement
-                    || xml.name() != QLatin1String("translation"))) {
-                if (xml.isCharacters())
-                    plain += xml.text();
-                else if (xml.isStartElement())
-                    forms.append(xml.readElementText());
-            }
-            for (const QString &form : forms.isEmpty() ? QStringList {plain} : forms) {
-                if (unfinished || form.trimmed().isEmpty())
-                    problems.append(where + QStringLiteral(" is not translated"));
-                else if (placeholders(form) != placeholders(source))
-                    problems.append(where + QStringLiteral(" -> \"%1\" changes the placeholders").arg(form));
-            }
+            const QString text = xml.readElementText(QXmlStreamReader::IncludeChildElements);
+            if (unfinished || text.trimmed().isEmpty())
+                problems.append(where + QStringLiteral(" is not translated"));
+            else if (placeholders(text) != placeholders(source))
+                problems.append(where + QStringLiteral(" -> \"%1\" changes the placeholders").arg(text));
         }
     }
     QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));

@@ -1,0 +1,133 @@
+// What the editor page, its hint dialog and the summary show of a profile, in both languages and
+// on the offscreen platform's small screen (800 x 600).
+#include "editor/editorform.h"
+#include "editor/hintdialog.h"
+#include "i18n/clanguageswitcher.h"
+#include "profile/hintcatalog.h"
+#include "profile/mapvalidation.h"
+#include "summary/summaryform.h"
+#include "tests/layoutencoder.h"
+#include "tests/widgettestmain.h"
+
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QTextEdit>
+#include <QToolButton>
+
+Q_DECLARE_METATYPE(IgnitionMap)
+
+class TestProfileViews : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void sortButtonFollowsTheMap_data();
+    void sortButtonFollowsTheMap();
+    void informationFollowsTheLanguage();
+    void hintDialogFitsTheScreen();
+    void summaryListsEmptySlots();
+
+private:
+    HintCatalog m_catalog;
+};
+
+void TestProfileViews::initTestCase()
+{
+    const QString longText = QStringLiteral("<p>Die Ladespannung des Zündkondensators.</p>").repeated(40);
+    for (int i = 0; i < 5; ++i)
+        m_catalog.append(
+            {HintText {QStringLiteral("Voltage"), longText}, HintText {"Zündspannung", longText}});
+}
+
+void TestProfileViews::sortButtonFollowsTheMap_data()
+{
+    QTest::addColumn<IgnitionMap>("map");
+    QTest::addColumn<bool>("shown");
+    const std::array<qint32, 10> angles {10, 12, 14, 16, 18, 20, 22, 24, 26, 28};
+    QTest::newRow("rising speeds") << mapOf({1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, angles) << false;
+    QTest::newRow("a speed out of order") << mapOf({2, 1, 3, 4, 5, 6, 7, 8, 9, 10}, angles) << true;
+    QTest::newRow("two equal speeds stay unsorted") << mapOf({1, 2, 3, 3, 5, 6, 7, 8, 9, 10}, angles) << true;
+}
+
+// Shown exactly while the map does not rise; a click sorts the map, which hides it unless two
+// speeds are equal.
+void TestProfileViews::sortButtonFollowsTheMap()
+{
+    QFETCH(IgnitionMap, map);
+    QFETCH(bool, shown);
+    CLanguageSwitcher switcher;
+    HintDialog hints(&m_catalog, switcher);
+    EditorForm editor(nullptr, switcher, hints);
+    Profile profile;
+    profile.setMap(map);
+    editor.setProfile(profile);
+    editor.setActive(true);
+    editor.show();
+    auto *sort = editor.findChild<QToolButton *>(QStringLiteral("toolButtonSort"));
+    QCOMPARE(sort->isVisible(), shown);
+    if (shown) {
+        QTest::mouseClick(sort, Qt::LeftButton);
+        QCOMPARE(sort->isVisible(), !editor.profile().map().isStrictlyAscending());
+        QCOMPARE(editor.profile().map(), sortAscending(map));
+    }
+}
+
+// The information box shows the text of the language now chosen, or says that there is none.
+void TestProfileViews::informationFollowsTheLanguage()
+{
+    CLanguageSwitcher switcher;
+    switcher.addLanguage(QStringLiteral("de")); // from the build folder
+    HintDialog hints(&m_catalog, switcher);
+    EditorForm editor(nullptr, switcher, hints);
+    switcher.registerListener(&editor);
+    Profile profile;
+    profile.setExtraText(0, QStringLiteral("For road use."));
+    editor.setProfile(profile);
+    const auto *box = editor.findChild<QPlainTextEdit *>(QStringLiteral("plainTextEditInformation"));
+    QStringList shown;
+    for (int language : {1, 0, 1}) {
+        switcher.setLanguage(language);
+        shown << box->toPlainText();
+    }
+    switcher.setLanguage(0);
+    QCOMPARE(shown,
+        QStringList({"Keine Informationen vorhanden", "For road use.", "Keine Informationen vorhanden"}));
+}
+
+// A long hint stays on a small screen in either language, also when shown again after closing.
+void TestProfileViews::hintDialogFitsTheScreen()
+{
+    CLanguageSwitcher switcher;
+    switcher.addLanguage(QStringLiteral("de"));
+    HintDialog hints(&m_catalog, switcher);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    for (int language : {0, 1, 0}) {
+        switcher.setLanguage(language);
+        hints.showHint(0);
+        QVERIFY(QTest::qWaitForWindowExposed(&hints));
+        QVERIFY2(
+            screen.contains(hints.frameGeometry()), qPrintable(QStringLiteral("language %1").arg(language)));
+        QTest::mouseClick(hints.findChild<QPushButton *>(QStringLiteral("closeButton")), Qt::LeftButton);
+        QVERIFY(!hints.isVisible());
+    }
+}
+
+// Empty slots are listed too, as 0 and 0°, so that the table always has its ten rows.
+void TestProfileViews::summaryListsEmptySlots()
+{
+    SummaryForm summary(0);
+    Profile profile;
+    profile.setMap(mapOf({0, 1500, 0, 0, 0, 0, 0, 0, 0, 0}, {0, 12, 0, 0, 0, 0, 0, 0, 0, 0}));
+    summary.setProfile(profile);
+    const QString table = summary.findChild<QTextEdit *>(QStringLiteral("textEdit"))->toPlainText();
+    QStringList rows {"RPM", "Angle", "0", "0°", "1500", "12°"};
+    for (int i = 0; i < 8; ++i)
+        rows << "0"
+             << "0°";
+    QCOMPARE(table.split(QLatin1Char('\n'), Qt::SkipEmptyParts), rows);
+}
+
+SPARKWRIGHT_WIDGET_TEST_MAIN(TestProfileViews)
+#include "tst_profileviews.moc"
