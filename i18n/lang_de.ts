@@ -587,6 +587,18 @@
         <source>The graph shows the selected profiles for comparison.</source>
         <translation>Das Diagramm zeigt die ausgewählten Profile im Vergleich.</translation>
     </message>
+    <message>
+        <source>Profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>RPM</source>
+        <translation>U/min</translation>
+    </message>
+    <message>
+        <source>Angle</source>
+        <translation>Winkel</translation>
+    </message>
 </context>
 <context>
     <name>NameForm</name>

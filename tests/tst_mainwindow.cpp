@@ -76,10 +76,10 @@ QString shownProfile(const Program &program)
     return entries(program.child<QListWidget>("list")).join(QLatin1String(", "));
 }
 
-void clickEntry(QListWidget *list, int row)
+void clickEntry(QListWidget *list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     QTest::mouseClick(
-        list->viewport(), Qt::LeftButton, Qt::NoModifier, list->visualItemRect(list->item(row)).center());
+        list->viewport(), Qt::LeftButton, modifiers, list->visualItemRect(list->item(row)).center());
 }
 
 // Takes a step as the user would: a button by its name, "^X" for Ctrl+X, or "editor" for a
@@ -477,8 +477,16 @@ void TestMainWindow::comparisonButtonStates_data()
         << QStringList {"add", "click 0"} << true << true << true << QStringList {"Custom: 0"};
     QTest::newRow("the last entry removed")
         << QStringList {"add", "click 0", "remove"} << false << false << false << QStringList();
-    QTest::newRow("the clicked one of two removed") << QStringList {"add", "add", "click 0", "remove"} << true
-                                                    << true << false << QStringList {"Custom: 1"};
+    QTest::newRow("the clicked one of two removed, the other selected next")
+        << QStringList {"add", "add", "click 0", "remove"} << true << true << true << QStringList {"Custom: 1"};
+    QTest::newRow("an entry chosen by keyboard")
+        << QStringList {"add", "add", "key down"} << true << true << true << QStringList {"Custom: 0", "Custom: 1"};
+    QTest::newRow("a selection taken back with Ctrl leaves nothing to remove")
+        << QStringList {"add", "add", "click 1", "ctrl-click 1"} << true << true << false
+        << QStringList {"Custom: 0", "Custom: 1"};
+    QTest::newRow("Remove twice in the middle")
+        << QStringList {"add", "add", "add", "click 1", "remove", "remove"} << true << true << true
+        << QStringList {"Custom: 0"};
     QTest::newRow("all removed") << QStringList {"add", "add", "click 0", "remove all"} << false << false
                                  << false << QStringList();
 }
@@ -503,6 +511,10 @@ void TestMainWindow::comparisonButtonStates()
             form.addProfile(namedProfile(QString::number(list->count()), 0));
         else if (step.startsWith(QLatin1String("click ")))
             clickEntry(list, step.mid(6).toInt());
+        else if (step.startsWith(QLatin1String("ctrl-click ")))
+            clickEntry(list, step.mid(11).toInt(), Qt::ControlModifier);
+        else if (step == QLatin1String("key down"))
+            QTest::keyClick(list, Qt::Key_Down);
         else
             QTest::mouseClick(
                 button(step == QLatin1String("remove") ? "removeButton" : "clearButton"), Qt::LeftButton);
@@ -541,7 +553,7 @@ void TestMainWindow::comparisonListsDuplicatesAndDrawsInListOrder()
     };
     const QString name = program.firstTemplate().name();
     QCOMPARE(legend(), (QStringList {name, name, "Alpha"}));
-    QCOMPARE(graph->image().size(), graph->size());
+    QCOMPARE(graph->image().size(), graph->graphSize());
 
     program.click("backButton");
     clickEntry(list, 0);
