@@ -19,8 +19,9 @@ constexpr int kLabelColumn = 0;
 constexpr int kQuantityColumn = 1;
 constexpr int kFirstSlotColumn = 2;
 constexpr int kRowsPerProfile = 2;
-// A long profile name is elided rather than pushing the slots out of sight.
-constexpr int kLabelColumnMaximum = 220;
+// A long profile name is elided in the middle, keeping the number of a duplicate, rather than
+// pushing the slots out of sight.
+constexpr int kLabelColumnMaximum = 200;
 
 // Every speed that some profile uses, once each and in order; the plotter leaves out labels
 // that would overlap.
@@ -56,6 +57,7 @@ MultiGraphForm::MultiGraphForm(QWidget *parent)
     m_plotter = std::make_unique<MapPlotter>(m_ui->graphArea->width(), m_ui->graphArea->height(), kMargin);
     m_ui->graphArea->installEventFilter(this);
     m_ui->valueTable->verticalHeader()->setVisible(false);
+    m_ui->valueTable->setTextElideMode(Qt::ElideMiddle);
     m_ui->valueTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_ui->valueTable->horizontalHeader()->setSectionsClickable(false);
 }
