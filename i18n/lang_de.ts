@@ -766,6 +766,10 @@
         <source>Sensor advance</source>
         <translation>Sensorvorzündung</translation>
     </message>
+    <message>
+        <source>Notes (continued)</source>
+        <translation>Notizen (Fortsetzung)</translation>
+    </message>
 </context>
 <context>
     <name>TableForm</name>
