@@ -44,7 +44,12 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
 {
     m_ui->setupUi(this);
     m_ui->menuLanguage->addActions(languageMenu.actions());
-    m_ui->actionUpdate->setIcon(style()->standardIcon(QStyle::SP_BrowserReload));
+    // The style's standard icon costs a noticeable part of the start-up; it is fetched when the
+    // Help menu first opens.
+    connect(m_ui->menuHelp, &QMenu::aboutToShow, this, [this] {
+        if (m_ui->actionUpdate->icon().isNull())
+            m_ui->actionUpdate->setIcon(style()->standardIcon(QStyle::SP_BrowserReload));
+    });
 
     // The content area owns the pages from here on; only the page shown is visible.
     m_ui->contentLayout->addWidget(wizard.release());
