@@ -16,9 +16,6 @@
 #include "frame/mainwindow.h"
 #include "i18n/clanguagemenu.h"
 #include "i18n/clanguageswitcher.h"
-#include "pages/comparisonform.h"
-#include "pages/defaultprofilesgui.h"
-#include "pages/multigraphform.h"
 #include "pages/wizardform.h"
 
 #include <QApplication>
@@ -206,14 +203,11 @@ CProgramWindows::CProgramWindows(CDataHolder &data, CLanguageSwitcher &switcher,
 {
     // The shared pages and dialogs, each once.
     m_hintDialog = std::make_unique<HintDialog>(data.hints(), switcher);
-    auto templates = std::make_unique<DefaultProfilesGui>(switcher, data.library());
-    auto comparison = std::make_unique<ComparisonForm>();
-    ComparisonForm *comparisonList = comparison.get();
-    auto multiGraph = std::make_unique<MultiGraphForm>();
     auto editor = std::make_unique<EditorForm>(data.library(), switcher, *m_hintDialog);
     EditorForm *editorPage = editor.get();
-    auto wizard
-        = std::make_unique<WizardForm>(std::move(templates), std::move(comparison), std::move(multiGraph));
+    // The start page builds its template chooser, comparison list and graph when they are first
+    // shown: the first window comes up sooner without them.
+    auto wizard = std::make_unique<WizardForm>(switcher, data.library());
     WizardForm *startPage = wizard.get();
     // The port selection and progress pages (DevicesForm, WaitForm) take their place here once
     // the program talks to the CDI.
@@ -241,8 +235,6 @@ CProgramWindows::CProgramWindows(CDataHolder &data, CLanguageSwitcher &switcher,
     // The links that need the finished main window. The progress page and the device
     // transactions are linked to it here as well, once they exist.
     setSharedDefaultLibrary(data.library());
-    comparisonList->setBrowserMain(m_mainWindow.get());
-    comparisonList->setComparisonParent(startPage);
 }
 
 CProgramWindows::~CProgramWindows()

@@ -73,7 +73,9 @@ QString shownProfile(const Program &program)
         return program.window().findChild<EditorForm *>()->profile().name();
     if (program.prompt() == QLatin1String(kConfirmPrompt))
         return program.window().findChild<CustomForm *>()->profile().name();
-    return entries(program.child<QListWidget>("list")).join(QLatin1String(", "));
+    // The comparison list exists once it has been shown.
+    const QListWidget *list = program.child<QListWidget>("list");
+    return list ? entries(list).join(QLatin1String(", ")) : QString();
 }
 
 void clickEntry(QListWidget *list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -587,6 +589,8 @@ void TestMainWindow::languageSwitchReachesEveryPage()
     for (const QAbstractButton *any : program.window().findChildren<QAbstractButton *>())
         QVERIFY2(!any->toolTip().contains(QLatin1Char('{')), qPrintable(any->toolTip()));
 
+    program.window().start();
+    program.click("compareButton"); // the list is built when first shown
     program.window().findChild<ComparisonForm *>()->addProfile(namedProfile(QStringLiteral("Mine"), 0));
     program.switcher.setLanguage(CLanguageSwitcher::kEnglish);
     QCoreApplication::removeTranslator(&translator);
