@@ -22,6 +22,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTableWidget>
 #include <QTimer>
 
 namespace {
@@ -556,6 +557,10 @@ void TestMainWindow::comparisonListsDuplicatesAndDrawsInListOrder()
     const QString name = program.firstTemplate().name();
     QCOMPARE(legend(), (QStringList {name, name, "Alpha"}));
     QCOMPARE(graph->image().size(), graph->graphSize());
+    // Under the graph, two rows of values per profile, named as in the legend.
+    const QTableWidget *values = graph->findChild<QTableWidget *>(QStringLiteral("valueTable"));
+    QCOMPARE(values->rowCount(), 6);
+    QCOMPARE(values->item(2, 0)->text(), factory + QStringLiteral(" (2)"));
 
     program.click("backButton");
     clickEntry(list, 0);
