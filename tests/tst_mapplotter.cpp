@@ -260,10 +260,6 @@ void TestMapPlotter::legendBesideThePlot()
     for (int i = 0; i < 64; ++i)
         looks.insert({MapPlotter::paletteColor(i).rgb(), int(MapPlotter::paletteLineStyle(i))});
     QCOMPARE(looks.size(), 64);
-    QSet<QRgb> colours;
-    for (int i = 0; i < MapPlotter::kPaletteSize; ++i)
-        colours.insert(MapPlotter::paletteColor(i).rgb());
-    QCOMPARE(colours.size(), 16);
 }
 
 void TestMapPlotter::comparisonTexts_data()
