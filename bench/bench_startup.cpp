@@ -105,7 +105,8 @@ int runFirstWindow(int argc, char **argv, const QString &scratch)
     Q_UNUSED(argc)
     if (steps.failed || steps.exposedAt == 0)
         return 1;
-    std::printf("%lld %ld %d %d\n", steps.exposedAt, peakResidentKiB(), steps.size.width(), steps.size.height());
+    std::printf(
+        "%lld %ld %d %d\n", steps.exposedAt, peakResidentKiB(), steps.size.width(), steps.size.height());
     return 0;
 }
 
@@ -202,7 +203,8 @@ int main(int argc, char *argv[])
     std::printf("startup.ratio %.6f\n", firstMs / emptyMs);
     std::fflush(stdout);
     std::fprintf(stderr, "startup: %dx%d windows on %s; peak memory %ld KiB and %ld KiB\n", size.width(),
-        size.height(), qPrintable(qEnvironmentVariable("QT_QPA_PLATFORM", QStringLiteral("the default platform"))),
+        size.height(),
+        qPrintable(qEnvironmentVariable("QT_QPA_PLATFORM", QStringLiteral("the default platform"))),
         peak(first), peak(empty));
     return 0;
 }

@@ -120,7 +120,8 @@ int paintLines(QPainter &painter, const QRect &box, const QFont &font, const QSt
     const int fitting = std::max(0, box.height() / step);
     int line = first;
     for (; line < lines.size() && line - first < fitting; ++line)
-        painter.drawText(QPoint(box.left(), box.top() + (line - first) * step + metrics.ascent()), lines.at(line));
+        painter.drawText(
+            QPoint(box.left(), box.top() + (line - first) * step + metrics.ascent()), lines.at(line));
     return line;
 }
 
@@ -327,8 +328,8 @@ QStringList paintNotesPage(QPainter &painter, const QRect &page, const Profile &
     int next = 0;
     for (int left = 0; left + layout.tableWidth <= layout.width && next < lines.size();
          left += layout.tableWidth + gap) {
-        next = paintLines(
-            painter, QRect(left, textTop, layout.tableWidth, layout.lastRow - textTop + 1), notesFont(), lines, next);
+        next = paintLines(painter, QRect(left, textTop, layout.tableWidth, layout.lastRow - textTop + 1),
+            notesFont(), lines, next);
     }
     painter.restore();
     return lines.mid(next);

@@ -248,13 +248,13 @@ void TestCli::drawing_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QSize>("size"); // of the picture; none for the sheet
     QTest::addColumn<QStringList>("texts"); // on the sheet
-    QTest::newRow("graph of a given size, German") << QStringList {"graph", "road.cdi", "out.png", "--size",
-        "400x300", "--language", "de"} << QSize(400, 300) << QStringList();
+    QTest::newRow("graph of a given size, German")
+        << QStringList {"graph", "road.cdi", "out.png", "--size", "400x300", "--language", "de"}
+        << QSize(400, 300) << QStringList();
     QTest::newRow("sheet in German") << QStringList {"print", "road.cdi", "out.pdf", "--language", "de"}
                                      << QSize() << QStringList {"Zündspannung", "36,5°"};
-    QTest::newRow("sheet in English on a German system")
-        << QStringList {"print", "road.cdi", "out.pdf", "--language", "en"} << QSize()
-        << QStringList {"Ignition voltage", "36.5°"};
+    QTest::newRow("sheet in English on a German system") << QStringList {"print", "road.cdi", "out.pdf",
+        "--language", "en"} << QSize() << QStringList {"Ignition voltage", "36.5°"};
     QTest::newRow("sheet without a language") << QStringList {"print", "road.cdi", "out.pdf"} << QSize()
                                               << QStringList {"Ignition voltage", "36.5°"};
 }

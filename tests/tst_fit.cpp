@@ -75,10 +75,12 @@ void TestFit::fitsTheSystemFont()
     for (int column = 0; column < 2; ++column) {
         const QModelIndex cell = view->model()->index(9, column);
         const QString value = cell.data().toString();
-        QVERIFY2(view->fontMetrics().horizontalAdvance(value) <= view->visualRect(cell).width() - 2 * textMargin,
+        QVERIFY2(
+            view->fontMetrics().horizontalAdvance(value) <= view->visualRect(cell).width() - 2 * textMargin,
             qPrintable(value));
         const QString heading = view->model()->headerData(column, Qt::Horizontal).toString();
-        QVERIFY2(header->fontMetrics().horizontalAdvance(heading) <= header->sectionSize(column) - 2 * headerMargin,
+        QVERIFY2(header->fontMetrics().horizontalAdvance(heading)
+                <= header->sectionSize(column) - 2 * headerMargin,
             qPrintable(heading));
     }
     QVERIFY(header->length() <= view->viewport()->width());

@@ -21,8 +21,8 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTableWidget>
+#include <QTemporaryDir>
 #include <QTimer>
 
 namespace {
@@ -480,16 +480,14 @@ void TestMainWindow::comparisonButtonStates_data()
         << QStringList {"add", "click 0"} << true << true << true << QStringList {"Custom: 0"};
     QTest::newRow("the last entry removed")
         << QStringList {"add", "click 0", "remove"} << false << false << false << QStringList();
-    QTest::newRow("the clicked one of two removed, the other selected next")
-        << QStringList {"add", "add", "click 0", "remove"} << true << true << true << QStringList {"Custom: 1"};
-    QTest::newRow("an entry chosen by keyboard")
-        << QStringList {"add", "add", "key down"} << true << true << true << QStringList {"Custom: 0", "Custom: 1"};
-    QTest::newRow("a selection taken back with Ctrl leaves nothing to remove")
-        << QStringList {"add", "add", "click 1", "ctrl-click 1"} << true << true << false
-        << QStringList {"Custom: 0", "Custom: 1"};
-    QTest::newRow("Remove twice in the middle")
-        << QStringList {"add", "add", "add", "click 1", "remove", "remove"} << true << true << true
-        << QStringList {"Custom: 0"};
+    QTest::newRow("the clicked one of two removed, the other selected next") << QStringList {
+        "add", "add", "click 0", "remove"} << true << true << true << QStringList {"Custom: 1"};
+    QTest::newRow("an entry chosen by keyboard") << QStringList {"add", "add", "key down"} << true << true
+                                                 << true << QStringList {"Custom: 0", "Custom: 1"};
+    QTest::newRow("a selection taken back with Ctrl leaves nothing to remove") << QStringList {"add", "add",
+        "click 1", "ctrl-click 1"} << true << true << false << QStringList {"Custom: 0", "Custom: 1"};
+    QTest::newRow("Remove twice in the middle") << QStringList {"add", "add", "add", "click 1", "remove",
+        "remove"} << true << true << true << QStringList {"Custom: 0"};
     QTest::newRow("all removed") << QStringList {"add", "add", "click 0", "remove all"} << false << false
                                  << false << QStringList();
 }

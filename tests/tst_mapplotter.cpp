@@ -253,7 +253,8 @@ void TestMapPlotter::legendBesideThePlot()
         for (int x = plotter.plotWidth() - 14; x < plotter.plotWidth() - 1 && !found; ++x)
             found = near(image.pixelColor(x, y), MapPlotter::paletteColor(p));
         QVERIFY2(found, qPrintable(QStringLiteral("lead-out of profile %1").arg(p)));
-        QVERIFY2(colourNear(image, QPoint(plotter.plotWidth() + 12, 6 + 15 * p + 7), MapPlotter::paletteColor(p)),
+        QVERIFY2(
+            colourNear(image, QPoint(plotter.plotWidth() + 12, 6 + 15 * p + 7), MapPlotter::paletteColor(p)),
             qPrintable(QStringLiteral("legend sample of profile %1").arg(p)));
     }
     QSet<QPair<QRgb, int>> looks;
@@ -267,9 +268,8 @@ void TestMapPlotter::comparisonTexts_data()
     QTest::addColumn<QVector<bool>>("custom");
     QTest::addColumn<QStringList>("names");
     QTest::addColumn<QStringList>("labels");
-    QTest::newRow("the kind tells a default from a custom profile")
-        << QVector<bool> {false, true} << QStringList {"GP 125", "GP 125"}
-        << QStringList {"Default: GP 125", "Custom: GP 125"};
+    QTest::newRow("the kind tells a default from a custom profile") << QVector<bool> {
+        false, true} << QStringList {"GP 125", "GP 125"} << QStringList {"Default: GP 125", "Custom: GP 125"};
     QTest::newRow("duplicates are numbered in order")
         << QVector<bool> {false, true, false} << QStringList {"GP 125", "Mine", "GP 125"}
         << QStringList {"Default: GP 125 (1)", "Custom: Mine", "Default: GP 125 (2)"};
@@ -295,10 +295,14 @@ void TestMapPlotter::comparedValues_data()
     QTest::addColumn<int>("first");
     QTest::addColumn<QString>("unit");
     QTest::addColumn<QString>("text");
-    QTest::newRow("faster") << 3700 << 3500 << "" << "3700 (+200)";
-    QTest::newRow("less advance") << 26 << 28 << "°" << "26° (-2)";
-    QTest::newRow("the same value shows no difference") << 24 << 24 << "°" << "24°";
-    QTest::newRow("extremes do not overflow") << INT_MAX << INT_MIN << "" << "2147483647 (+4294967295)";
+    QTest::newRow("faster") << 3700 << 3500 << ""
+                            << "3700 (+200)";
+    QTest::newRow("less advance") << 26 << 28 << "°"
+                                  << "26° (-2)";
+    QTest::newRow("the same value shows no difference") << 24 << 24 << "°"
+                                                        << "24°";
+    QTest::newRow("extremes do not overflow") << INT_MAX << INT_MIN << ""
+                                              << "2147483647 (+4294967295)";
 }
 
 void TestMapPlotter::comparedValues()

@@ -70,7 +70,8 @@ void TestSummarySheet::pdf_data()
     for (int i = 1; i <= 40; ++i)
         long_ += QStringLiteral("Run %1: two degrees less above 7000 rpm, plug fine.\n").arg(i);
     QTest::newRow("a page of notes goes on over another page")
-        << false << long_ << 2 << QStringList {"Notes (continued)", "Run 1:", "Run 20:", "Run 40: two degrees"};
+        << false << long_ << 2
+        << QStringList {"Notes (continued)", "Run 1:", "Run 20:", "Run 40: two degrees"};
     QTest::newRow("German") << true << QString() << 1
                             << QStringList {"Zündspannung:", "Seitenständerüberwachung:", "aktiviert",
                                    "Masse sperrt die Zündung", "Zündung bei steigender Flanke", "U/min"};
