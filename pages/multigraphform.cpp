@@ -103,6 +103,7 @@ void MultiGraphForm::fillValueTable()
 {
     QTableWidget *table = m_ui->valueTable;
     table->clear();
+    table->clearSpans();
     QStringList headers {tr("Profile"), QString()};
     for (int slot = 1; slot <= kMapPointCount; ++slot)
         headers << QString::number(slot);
