@@ -16,15 +16,13 @@
 #include "frame/mainwindow.h"
 #include "i18n/clanguagemenu.h"
 #include "i18n/clanguageswitcher.h"
-#include "pages/comparisonform.h"
-#include "pages/defaultprofilesgui.h"
-#include "pages/multigraphform.h"
 #include "pages/wizardform.h"
 
 #include <QApplication>
 #include <QIcon>
 #include <QLocale>
 #include <QStandardPaths>
+#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
@@ -54,11 +52,36 @@ void setIdentity()
     QCoreApplication::setOrganizationName(QStringLiteral("sparkwright.example"));
     QCoreApplication::setApplicationName(QStringLiteral("Sparkwright"));
     QCoreApplication::setApplicationVersion(QLatin1String(kProgramVersionText));
-    QIcon icon;
-    for (int size : {16, 24, 32, 48, 64, 128, 256})
-        icon.addFile(QStringLiteral(":/Images/app-%1.png").arg(size), QSize(size, size));
-    QApplication::setWindowIcon(icon);
 }
+
+// Decoding the application icon's seven images takes a noticeable part of the start-up, so
+// the icon is set once the main window has painted its first frame; the window manager shows
+// it a moment later.
+class CDeferredWindowIcon : public QObject
+{
+public:
+    explicit CDeferredWindowIcon(QWidget *window)
+        : QObject(window)
+    {
+        window->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            watched->removeEventFilter(this);
+            QTimer::singleShot(0, this, [this] {
+                QIcon icon;
+                for (int size : {16, 24, 32, 48, 64, 128, 256})
+                    icon.addFile(QStringLiteral(":/Images/app-%1.png").arg(size), QSize(size, size));
+                QApplication::setWindowIcon(icon);
+                deleteLater();
+            });
+        }
+        return false;
+    }
+};
 
 void printManifest(const CDataHolder &data)
 {
@@ -153,10 +176,16 @@ int CStartup::runNormalStart(int &argc, char **argv, CDataHolder &data)
         : m_surroundings.programDirectory;
     auto acceptance = std::make_unique<CDisclaimerAcceptance>(
         programDirectory, QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
-    auto disclaimer = std::make_unique<DisclaimerDialog>(*languageMenu, *acceptance);
+    // The dialog is built only when it is to be shown: most starts find the disclaimer accepted.
+    std::unique_ptr<DisclaimerDialog> disclaimer;
+    bool accepted = acceptance->isAccepted();
+    if (!accepted) {
+        disclaimer = std::make_unique<DisclaimerDialog>(*languageMenu, *acceptance);
+        accepted = m_steps.runDisclaimer(*disclaimer) == QDialog::Accepted;
+    }
 
     int exitCode = kExitFailed;
-    if (acceptance->isAccepted() || m_steps.runDisclaimer(*disclaimer) == QDialog::Accepted)
+    if (accepted)
         exitCode = runWindows(data, *switcher, *languageMenu);
 
     // Widgets go before the application object; the single-copy lock goes last.
@@ -174,14 +203,11 @@ CProgramWindows::CProgramWindows(CDataHolder &data, CLanguageSwitcher &switcher,
 {
     // The shared pages and dialogs, each once.
     m_hintDialog = std::make_unique<HintDialog>(data.hints(), switcher);
-    auto templates = std::make_unique<DefaultProfilesGui>(switcher, data.library());
-    auto comparison = std::make_unique<ComparisonForm>();
-    ComparisonForm *comparisonList = comparison.get();
-    auto multiGraph = std::make_unique<MultiGraphForm>();
     auto editor = std::make_unique<EditorForm>(data.library(), switcher, *m_hintDialog);
     EditorForm *editorPage = editor.get();
-    auto wizard
-        = std::make_unique<WizardForm>(std::move(templates), std::move(comparison), std::move(multiGraph));
+    // The start page builds its template chooser, comparison list and graph when they are first
+    // shown: the first window comes up sooner without them.
+    auto wizard = std::make_unique<WizardForm>(switcher, data.library());
     WizardForm *startPage = wizard.get();
     // The port selection and progress pages (DevicesForm, WaitForm) take their place here once
     // the program talks to the CDI.
@@ -203,13 +229,12 @@ CProgramWindows::CProgramWindows(CDataHolder &data, CLanguageSwitcher &switcher,
 
     m_mainWindow->setAboutDialog(m_aboutDialog.get());
     m_mainWindow->start();
+    new CDeferredWindowIcon(m_mainWindow.get()); // owned by the window
     m_mainWindow->show();
 
     // The links that need the finished main window. The progress page and the device
     // transactions are linked to it here as well, once they exist.
     setSharedDefaultLibrary(data.library());
-    comparisonList->setBrowserMain(m_mainWindow.get());
-    comparisonList->setComparisonParent(startPage);
 }
 
 CProgramWindows::~CProgramWindows()

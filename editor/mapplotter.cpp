@@ -1,6 +1,7 @@
 #include "editor/mapplotter.h"
 
 #include <QCoreApplication>
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPaintEngine>
 #include <QPainter>
@@ -77,9 +78,6 @@ MapPlotter::MapPlotter(int width, int height, int margin)
     Q_INIT_RESOURCE(images);
     m_warning = QImage(QStringLiteral(":/Images/warning.png"));
     m_warningLarge = QImage(QStringLiteral(":/Images/warning@2x.png"));
-    for (int i = 0; i < kPaletteSize; ++i)
-        m_palettePens[size_t(i)]
-            = pen(paletteColor(i).red(), paletteColor(i).green(), paletteColor(i).blue(), 2);
     // The dash of a one-pixel dashed pen: four pixels on, two off.
     QImage across(6, 1, QImage::Format_ARGB32_Premultiplied);
     across.fill(Qt::transparent);
@@ -94,6 +92,7 @@ void MapPlotter::resize(int width, int height)
 {
     m_width = std::max(0, width);
     m_height = std::max(0, height);
+    m_plotWidth = m_width;
     if (m_width > 0 && m_height > 0)
         m_image = QImage(m_width, m_height, QImage::Format_RGB32);
     else
@@ -102,10 +101,20 @@ void MapPlotter::resize(int width, int height)
 
 QColor MapPlotter::paletteColor(int index)
 {
+    // Dark enough to read as a thin line on white, and none of them the grey of the grid.
     static const QColor colors[kPaletteSize] = {{0, 0, 0}, {60, 180, 75}, {0, 130, 200}, {245, 130, 48},
-        {240, 50, 230}, {170, 110, 40}, {230, 25, 75}, {191, 169, 19}};
+        {240, 50, 230}, {170, 110, 40}, {230, 25, 75}, {191, 169, 19}, {145, 30, 180}, {70, 153, 144},
+        {0, 0, 117}, {128, 128, 0}, {66, 190, 230}, {255, 120, 170}, {0, 100, 0}, {120, 120, 170}};
     const int wrapped = ((index % kPaletteSize) + kPaletteSize) % kPaletteSize;
     return colors[wrapped];
+}
+
+Qt::PenStyle MapPlotter::paletteLineStyle(int index)
+{
+    static const Qt::PenStyle styles[kLineStyleCount]
+        = {Qt::SolidLine, Qt::DashLine, Qt::DotLine, Qt::DashDotLine};
+    const int wrapped = std::max(index, 0);
+    return styles[(wrapped + wrapped / kPaletteSize) % kLineStyleCount];
 }
 
 float MapPlotter::fittedRpmMaximum(const IgnitionMap &map)
@@ -127,7 +136,7 @@ void MapPlotter::fitAxes(const IgnitionMap &map)
 void MapPlotter::fitAxes(float rpmMaximum, float angleMaximum)
 {
     const float m = float(m_margin);
-    m_x.setUp(0.0f, rpmMaximum, m, float(m_width) - m - 43.0f, false);
+    m_x.setUp(0.0f, rpmMaximum, m, float(m_plotWidth) - m - 43.0f, false);
     m_y.setUp(0.0f, angleMaximum, m, float(m_height) - m, true);
 }
 
@@ -177,12 +186,13 @@ void MapPlotter::drawSingle(
     paintSingle(painter, profile, selected, rescale, editable, validation);
 }
 
-void MapPlotter::drawSeveral(const std::vector<Profile> &profiles, const std::vector<int> &rpmLabels)
+void MapPlotter::drawSeveral(
+    const std::vector<Profile> &profiles, const std::vector<int> &rpmLabels, const QStringList &legendLabels)
 {
     if (m_image.isNull())
         return;
     QPainter painter(&m_image);
-    paintSeveral(painter, profiles, rpmLabels);
+    paintSeveral(painter, profiles, rpmLabels, legendLabels);
 }
 
 void MapPlotter::paintSingle(QPainter &painter, const Profile &profile, int selected, bool rescale,
@@ -191,6 +201,7 @@ void MapPlotter::paintSingle(QPainter &painter, const Profile &profile, int sele
     if (m_width <= 0 || m_height <= 0)
         return;
     m_pixelExact = isPixelExact(painter);
+    m_plotWidth = m_width;
     std::optional<MapValidation> ownValidation;
     if (!validation) {
         ownValidation = validate(profile);
@@ -213,12 +224,16 @@ void MapPlotter::paintSingle(QPainter &painter, const Profile &profile, int sele
     painter.restore();
 }
 
-void MapPlotter::paintSeveral(
-    QPainter &painter, const std::vector<Profile> &profiles, const std::vector<int> &rpmLabels)
+void MapPlotter::paintSeveral(QPainter &painter, const std::vector<Profile> &profiles,
+    const std::vector<int> &rpmLabels, const QStringList &legendLabels)
 {
     if (m_width <= 0 || m_height <= 0)
         return;
     m_pixelExact = isPixelExact(painter);
+    QStringList labels;
+    for (size_t i = 0; i < profiles.size(); ++i)
+        labels << (int(i) < legendLabels.size() ? legendLabels.at(int(i)) : profiles[i].name());
+    m_plotWidth = m_width - (profiles.empty() ? 0 : legendWidth(labels));
     float rpmMaximum = 0.0f;
     float angleMaximum = 0.0f;
     for (const Profile &profile : profiles) {
@@ -233,17 +248,28 @@ void MapPlotter::paintSeveral(
     painter.save();
     paintBackground(painter);
     fitAxes(rpmMaximum, angleMaximum);
-    for (const Profile &profile : profiles)
-        paintForbiddenRegion(painter, profile.sensorCoefficients());
+    // Several shaded regions would turn the plot grey without saying whose ceiling is whose.
+    if (profiles.size() == 1)
+        paintForbiddenRegion(painter, profiles.front().sensorCoefficients());
     paintGrid(painter);
+    painter.save();
+    painter.setClipRect(QRect(0, 0, m_plotWidth, m_height));
     for (size_t i = 0; i < profiles.size(); ++i) {
+        QPen curvePen = pen(0, 0, 0, 2, paletteLineStyle(int(i)));
+        curvePen.setColor(paletteColor(int(i)));
+        if (profiles.size() > 1) {
+            QPen ceilingPen = curvePen;
+            ceilingPen.setWidth(1);
+            paintCeilingLine(painter, profiles[i].sensorCoefficients(), ceilingPen);
+        }
         const MapValidation validation = validate(profiles[i]);
-        paintMap(painter, profiles[i].map(), validation, -1, m_palettePens[i % kPaletteSize], false);
+        paintMap(painter, profiles[i].map(), validation, -1, curvePen, false);
     }
+    painter.restore();
     paintRpmLabels(painter, rpmLabels);
     paintAngleLabels(painter);
     if (!profiles.empty())
-        paintLegend(painter, profiles);
+        paintLegend(painter, labels);
     paintFrame(painter);
     painter.restore();
 }
@@ -253,38 +279,46 @@ void MapPlotter::paintBackground(QPainter &painter) const
     const QColor strip(215, 215, 215);
     painter.fillRect(QRect(0, 0, m_width, m_height), Qt::white);
     painter.fillRect(QRect(0, 0, m_margin, m_height), strip);
-    painter.fillRect(QRect(0, m_height - m_margin, m_width, m_margin), strip);
+    painter.fillRect(QRect(0, m_height - m_margin, m_plotWidth, m_margin), strip);
 }
 
-void MapPlotter::paintForbiddenRegion(QPainter &painter, const SensorCoefficients &coefficients) const
+// The ceiling from the angle axis to the right edge of the plot, sampled in about sixteen steps,
+// held at the top edge where it leaves the plot, and moved down by the given outline.
+QPolygonF MapPlotter::ceilingLine(const SensorCoefficients &coefficients, double outline) const
 {
     const double minimum = m_x.minimum();
     const double step = (double(m_x.maximum()) - minimum) / 15.0;
-
-    // Outline and fill share one colour, so the region is filled half a pixel beyond the curve
-    // instead: the same pixels as an outline along it, without the cost of stroking one.
-    constexpr double kOutline = 0.5;
     QPolygonF polygon;
-    polygon << QPointF(m_margin, 0);
     // The corner vertex follows the curve itself; the rest keeps the 2-degree margin below it.
-    polygon << QPointF(m_margin, yPixel(curveValue(coefficients, minimum)) + kOutline);
+    polygon << QPointF(m_margin, yPixel(curveValue(coefficients, minimum)) + outline);
     // Whole engine speeds as in the checker; 64 bits so that an absurd axis cannot overflow.
     qint64 rpm = truncatedInt(minimum);
     // A valid axis reaches the right edge in about sixteen steps; the bound only guards
     // against a degenerate axis of a tiny image.
     for (int guard = 0; guard < 1000; ++guard) {
         int x = xPixel(double(rpm));
-        const bool last = x >= m_width;
+        const bool last = x >= m_plotWidth;
         if (last) {
-            rpm = truncatedInt(m_x.toValueF(m_width));
-            x = m_width;
+            rpm = truncatedInt(m_x.toValueF(m_plotWidth));
+            x = m_plotWidth;
         }
-        polygon << QPointF(x, std::max(0, yPixel(curveValue(coefficients, double(rpm)) - 2.0)) + kOutline);
+        polygon << QPointF(x, std::max(0, yPixel(curveValue(coefficients, double(rpm)) - 2.0)) + outline);
         if (last)
             break;
         rpm = std::max(rpm + 1, qint64(std::trunc(std::min(double(rpm) + step, 1e15))));
     }
-    polygon << QPointF(m_width, 0);
+    return polygon;
+}
+
+void MapPlotter::paintForbiddenRegion(QPainter &painter, const SensorCoefficients &coefficients) const
+{
+    // Outline and fill share one colour, so the region is filled half a pixel beyond the curve
+    // instead: the same pixels as an outline along it, without the cost of stroking one.
+    constexpr double kOutline = 0.5;
+    QPolygonF polygon;
+    polygon << QPointF(m_margin, 0);
+    polygon << ceilingLine(coefficients, kOutline);
+    polygon << QPointF(m_plotWidth, 0);
 
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(255, 210, 210));
@@ -292,11 +326,24 @@ void MapPlotter::paintForbiddenRegion(QPainter &painter, const SensorCoefficient
     painter.setBrush(Qt::NoBrush);
 }
 
+void MapPlotter::paintCeilingLine(
+    QPainter &painter, const SensorCoefficients &coefficients, const QPen &pen) const
+{
+    // Half a pixel down, so that a level stretch covers one row of pixels, as the shaded edge does.
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.setPen(pen);
+    // Without the corner vertex, which only closes the shaded region along the angle axis.
+    QPolygonF line = ceilingLine(coefficients, 0.5);
+    line.removeFirst();
+    painter.drawPolyline(line);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+}
+
 void MapPlotter::paintGrid(QPainter &painter) const
 {
     for (int v = 0; v < double(m_y.maximum()) - 5.0; v += 5) {
         const int y = yPixel(v);
-        paintLine(painter, QPoint(m_margin, y), QPoint(m_width, y), Line::Grid);
+        paintLine(painter, QPoint(m_margin, y), QPoint(m_plotWidth, y), Line::Grid);
     }
 }
 
@@ -338,7 +385,7 @@ void MapPlotter::paintMap(QPainter &painter, const IgnitionMap &map, const MapVa
     }
     painter.setPen(*segmentPen);
     const QPoint &lastPoint = points[kMapPointCount - 1];
-    painter.drawLine(lastPoint, QPoint(m_width, lastPoint.y()));
+    painter.drawLine(lastPoint, QPoint(m_plotWidth, lastPoint.y()));
 
     for (int i = 0; i < kMapPointCount; ++i) {
         const PointStyle &style = pointStyle(editable, validation.points[size_t(i)].isValid(), i == selected);
@@ -396,18 +443,52 @@ void MapPlotter::paintInvalidBadge(QPainter &painter, bool highResolution) const
         QCoreApplication::translate("MapPlotter", "Invalid"));
 }
 
-void MapPlotter::paintLegend(QPainter &painter, const std::vector<Profile> &profiles) const
+namespace {
+
+constexpr int kLegendRow = 15;
+constexpr int kLegendPadding = 6;
+constexpr int kLegendSample = 24; // the piece of line in the profile's colour and style
+constexpr int kLegendGap = 5;
+
+} // namespace
+
+// The legend stands in columns right of the plot, as many as its rows need, and never takes
+// more than two fifths of the width; longer labels are elided.
+int MapPlotter::legendWidth(const QStringList &labels) const
 {
-    const int count = int(profiles.size());
-    const QRect outer = cornerBoxOuter(420, 15 * count);
-    paintCornerBox(painter, outer);
-    const QRect inner = outer.adjusted(2, 2, -2, -2);
+    const QFontMetrics metrics(m_legendFont);
+    int textWidth = 0;
+    for (const QString &label : labels)
+        textWidth = std::max(textWidth, metrics.horizontalAdvance(label));
+    const int rowsPerColumn = std::max(1, (m_height - 2 * kLegendPadding) / kLegendRow);
+    const int columns = (int(labels.size()) + rowsPerColumn - 1) / rowsPerColumn;
+    // A few pixels of slack keep rounded advances from eliding a label that fits.
+    const int column = kLegendSample + kLegendGap + textWidth + 4 + kLegendPadding;
+    return std::min(kLegendPadding + columns * column, m_width * 2 / 5);
+}
+
+void MapPlotter::paintLegend(QPainter &painter, const QStringList &labels) const
+{
+    const int rowsPerColumn = std::max(1, (m_height - 2 * kLegendPadding) / kLegendRow);
+    const int columns = (int(labels.size()) + rowsPerColumn - 1) / rowsPerColumn;
+    const int left = m_plotWidth + kLegendPadding;
+    const int columnWidth = std::max(0, (m_width - left) / std::max(1, columns));
+    painter.fillRect(QRect(m_plotWidth, 0, m_width - m_plotWidth, m_height), Qt::white);
+    paintLine(painter, QPoint(m_plotWidth, 0), QPoint(m_plotWidth, m_height - 1), Line::Frame);
     painter.setFont(m_legendFont);
-    for (int i = 0; i < count; ++i) {
+    const QFontMetrics metrics = painter.fontMetrics();
+    for (int i = 0; i < labels.size(); ++i) {
+        const int x = left + (i / rowsPerColumn) * columnWidth;
+        const int y = kLegendPadding + (i % rowsPerColumn) * kLegendRow;
+        QPen sample = pen(0, 0, 0, 2, paletteLineStyle(i));
+        sample.setColor(paletteColor(i));
+        painter.setPen(sample);
+        painter.drawLine(QPoint(x, y + kLegendRow / 2), QPoint(x + kLegendSample, y + kLegendRow / 2));
+        const int textLeft = x + kLegendSample + kLegendGap;
+        const QRect text(textLeft, y, std::max(0, x + columnWidth - kLegendPadding - textLeft), kLegendRow);
         painter.setPen(paletteColor(i));
-        const QRect line(inner.left() + 2, inner.top() + 2 + 15 * i, inner.width() - 4, 15);
-        painter.drawText(line, Qt::AlignLeft | Qt::AlignTop,
-            painter.fontMetrics().elidedText(profiles[size_t(i)].name(), Qt::ElideRight, line.width()));
+        painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter,
+            metrics.elidedText(labels.at(i), Qt::ElideRight, text.width()));
     }
 }
 
@@ -426,7 +507,8 @@ void MapPlotter::paintAngleLabels(QPainter &painter) const
         painter.setFont(m_axisTitleFont);
         painter.drawText(QRect(2, 2, 100, 50), Qt::AlignLeft | Qt::AlignTop,
             QCoreApplication::translate("MapPlotter", "Angle"));
-        painter.drawText(QRect(QPoint(m_width - 45, m_height - m_margin), QPoint(m_width - 3, m_height - 1)),
+        painter.drawText(
+            QRect(QPoint(m_plotWidth - 45, m_height - m_margin), QPoint(m_plotWidth - 3, m_height - 1)),
             Qt::AlignRight | Qt::AlignTop, QCoreApplication::translate("MapPlotter", "RPM"));
     }
 }

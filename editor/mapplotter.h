@@ -8,6 +8,8 @@
 #include <QFont>
 #include <QImage>
 #include <QPen>
+#include <QPolygonF>
+#include <QStringList>
 
 #include <array>
 #include <vector>
@@ -30,20 +32,25 @@ public:
     // a point is dragged. Without a validation the plotter checks the map itself.
     void drawSingle(const Profile &profile, int selected, bool rescale, bool editable,
         const MapValidation *validation = nullptr);
-    // Draws several maps read-only for comparison, each in its palette colour, with a legend;
-    // the engine speed labels come from rpmLabels.
-    void drawSeveral(const std::vector<Profile> &profiles, const std::vector<int> &rpmLabels);
+    // Draws several maps read-only for comparison, each in its palette colour and line style,
+    // with a legend beside the plot (labels in list order; the profiles' names where none are
+    // given); the engine speed labels come from rpmLabels. One profile gets its forbidden region
+    // shaded, several get each its ceiling drawn as a thin line in its own colour.
+    void drawSeveral(const std::vector<Profile> &profiles, const std::vector<int> &rpmLabels,
+        const QStringList &legendLabels = {});
 
     // The same drawings onto another painter, in a box of the plotter's size at its origin.
     void paintSingle(QPainter &painter, const Profile &profile, int selected, bool rescale, bool editable,
         const MapValidation *validation = nullptr);
-    void paintSeveral(
-        QPainter &painter, const std::vector<Profile> &profiles, const std::vector<int> &rpmLabels);
+    void paintSeveral(QPainter &painter, const std::vector<Profile> &profiles,
+        const std::vector<int> &rpmLabels, const QStringList &legendLabels = {});
 
     const QImage &image() const { return m_image; }
     int width() const { return m_width; }
     int height() const { return m_height; }
     int margin() const { return m_margin; }
+    // The width of the plot from the left edge; the legend of a comparison takes the rest.
+    int plotWidth() const { return m_plotWidth; }
     const AxisMapping &xAxis() const { return m_x; }
     const AxisMapping &yAxis() const { return m_y; }
 
@@ -59,8 +66,12 @@ public:
     // flags such points.
     MapPoint dragTarget(QPoint pixel, const SensorCoefficients &coefficients) const;
 
-    static constexpr int kPaletteSize = 8;
+    // Sixteen colours; the line styles shift once the colours come round again, so that the
+    // first 64 profiles each look different.
+    static constexpr int kPaletteSize = 16;
+    static constexpr int kLineStyleCount = 4;
     static QColor paletteColor(int index);
+    static Qt::PenStyle paletteLineStyle(int index);
 
     // The box in the bottom right corner that carries the "Invalid" badge or the legend, for an
     // inner box of the given size: outline included, 5 pixels from the right, 22 from the bottom.
@@ -89,14 +100,17 @@ private:
     void fitAxes(float rpmMaximum, float angleMaximum);
 
     void paintBackground(QPainter &painter) const;
+    QPolygonF ceilingLine(const SensorCoefficients &coefficients, double outline) const;
     void paintForbiddenRegion(QPainter &painter, const SensorCoefficients &coefficients) const;
+    void paintCeilingLine(QPainter &painter, const SensorCoefficients &coefficients, const QPen &pen) const;
+    int legendWidth(const QStringList &labels) const;
     void paintGrid(QPainter &painter) const;
     void paintMap(QPainter &painter, const IgnitionMap &map, const MapValidation &validation, int selected,
         const QPen &curvePen, bool editable) const;
     void paintRpmLabels(QPainter &painter, const std::vector<int> &rpms) const;
     void paintCornerBox(QPainter &painter, const QRect &outer) const;
     void paintInvalidBadge(QPainter &painter, bool highResolution) const;
-    void paintLegend(QPainter &painter, const std::vector<Profile> &profiles) const;
+    void paintLegend(QPainter &painter, const QStringList &labels) const;
     void paintAngleLabels(QPainter &painter) const;
     void paintFrame(QPainter &painter) const;
     void paintLine(QPainter &painter, QPoint from, QPoint to, Line line) const;
@@ -111,6 +125,7 @@ private:
     int m_width = 0;
     int m_height = 0;
     int m_margin = 0;
+    int m_plotWidth = 0;
     AxisMapping m_x;
     AxisMapping m_y;
 
@@ -126,7 +141,6 @@ private:
     PointStyle m_invalidPoint;
     PointStyle m_invalidSelectedPoint;
     PointStyle m_readOnlyPoint;
-    std::array<QPen, kPaletteSize> m_palettePens;
 
     QFont m_rpmFont;
     QFont m_angleFont;

@@ -7,9 +7,12 @@
 
 #include "ui_tableform.h"
 
+#include <QEvent>
 #include <QHeaderView>
 #include <QStandardItemModel>
 #include <QStyle>
+
+#include <algorithm>
 
 namespace {
 
@@ -59,13 +62,8 @@ TableForm::TableForm(IProfileEditorMain *editor, QWidget *parent)
     QHeaderView *horizontal = m_ui->tableView->horizontalHeader();
     configureHeader(horizontal);
     horizontal->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    QHeaderView *vertical = m_ui->tableView->verticalHeader();
-    configureHeader(vertical);
-    vertical->setFixedWidth(40);
-    m_ui->tableView->setColumnWidth(kRpmColumn, 60);
-    m_ui->tableView->setColumnWidth(kAngleColumn, 50);
+    configureHeader(m_ui->tableView->verticalHeader());
     setHeaderTexts();
-    setFixedWidth(m_ui->tableView->minimumWidth());
     m_ui->toolButtonSort->setVisible(false);
 
     connect(m_ui->tableView->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -84,32 +82,47 @@ TableForm::~TableForm()
 void TableForm::setHeaderTexts()
 {
     // The speed header reads the same in every language.
-    const QStringList labels {QStringLiteral("RPM"), tr("Angle")};
-    m_model->setHorizontalHeaderLabels(labels);
+    m_model->setHorizontalHeaderLabels({QStringLiteral("RPM"), tr("Angle")});
+    fitColumns();
+}
 
-    // The sections keep their fixed widths; a heading that would be cut off there (the German
-    // "Winkel" in bold) gets a slightly smaller bold font instead.
-    QHeaderView *header = m_ui->tableView->horizontalHeader();
-    const int margin = 2 * header->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header) + 2;
-    QFont font = m_ui->tableView->font();
-    font.setBold(true);
-    auto fits = [&](const QFont &candidate) {
-        const QFontMetrics metrics(candidate);
-        for (int column = 0; column < labels.size(); ++column) {
-            if (metrics.horizontalAdvance(labels.at(column)) + margin > header->sectionSize(column))
-                return false;
-        }
-        return true;
-    };
-    while (!fits(font)) {
-        if (font.pointSizeF() > 7.0)
-            font.setPointSizeF(font.pointSizeF() - 0.5);
-        else if (font.pointSizeF() <= 0 && font.pixelSize() > 9)
-            font.setPixelSize(font.pixelSize() - 1);
-        else
-            break;
+// The columns are as wide as the widest value a point may hold ("20000" rpm, "49" degrees) or
+// their bold heading, in the fonts now in use, and the form as wide as its table: a larger
+// system font or a longer heading widens the table instead of cutting its numbers.
+void TableForm::fitColumns()
+{
+    QTableView *view = m_ui->tableView;
+    const QFontMetrics cellMetrics(view->font());
+    // Room for the cell's own margins and for the editor's frame while a value is typed.
+    const int cellPadding = 2 * view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, view) + 12;
+    QHeaderView *header = view->horizontalHeader();
+    const QFontMetrics headerMetrics(header->font());
+    const int headerPadding = 2 * header->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header) + 4;
+    const QString widest[] = {QString::number(kMaxRpm), QString::number(kMaxAngle)};
+    int tableWidth = 2 * view->frameWidth();
+    for (int column : {kRpmColumn, kAngleColumn}) {
+        const QString heading = m_model->headerData(column, Qt::Horizontal).toString();
+        const int width = std::max(cellMetrics.horizontalAdvance(widest[column]) + cellPadding,
+            headerMetrics.horizontalAdvance(heading) + headerPadding);
+        view->setColumnWidth(column, width);
+        tableWidth += width;
     }
-    header->setFont(font);
+    QHeaderView *vertical = view->verticalHeader();
+    const int rowNumbers = QFontMetrics(vertical->font()).horizontalAdvance(QString::number(kMapPointCount))
+        + 2 * vertical->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, vertical) + 12;
+    vertical->setFixedWidth(std::max(40, rowNumbers));
+    tableWidth += vertical->width();
+    // Ten rows do not always fit the height the editor gives the table.
+    tableWidth += view->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, view);
+    view->setFixedWidth(tableWidth);
+    setFixedWidth(tableWidth);
+}
+
+void TableForm::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        fitColumns();
 }
 
 void TableForm::setCellText(int row, int column, const QString &text)

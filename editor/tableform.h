@@ -40,6 +40,9 @@ public:
 
     void retranslate();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private slots:
     void onTableRowChanged(const QModelIndex &current, const QModelIndex &previous);
     void onTableEdited(QStandardItem *item);
@@ -48,6 +51,7 @@ private slots:
 private:
     void setCellText(int row, int column, const QString &text);
     void setHeaderTexts();
+    void fitColumns();
 
     std::unique_ptr<Ui::TableForm> m_ui;
     IProfileEditorMain *m_editor;

@@ -44,7 +44,12 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
 {
     m_ui->setupUi(this);
     m_ui->menuLanguage->addActions(languageMenu.actions());
-    m_ui->actionUpdate->setIcon(style()->standardIcon(QStyle::SP_BrowserReload));
+    // The style's standard icon costs a noticeable part of the start-up; it is fetched when the
+    // Help menu first opens.
+    connect(m_ui->menuHelp, &QMenu::aboutToShow, this, [this] {
+        if (m_ui->actionUpdate->icon().isNull())
+            m_ui->actionUpdate->setIcon(style()->standardIcon(QStyle::SP_BrowserReload));
+    });
 
     // The content area owns the pages from here on; only the page shown is visible.
     m_ui->contentLayout->addWidget(wizard.release());
@@ -90,10 +95,16 @@ void MainWindow::setAboutDialog(AboutDialog *about)
     m_about = about;
 }
 
-// The window opens at its smallest size, centred in the free area of its screen.
+// The window opens at its designed size where the screen has room for it, centred in the free
+// area of its screen; on a smaller screen it takes the free area, but never less than its pages
+// need. The smallest size follows from the pages and the fonts, so that it stays usable at
+// 1024 x 700 with a large system font.
 void MainWindow::placeOnScreen()
 {
-    resize(minimumSize());
+    QSize designed(1220, 680);
+    if (const QScreen *display = screen())
+        designed = designed.boundedTo(display->availableGeometry().size());
+    resize(designed.expandedTo(minimumSizeHint()));
     if (const QScreen *display = screen())
         setGeometry(
             QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(), display->availableGeometry()));

@@ -615,6 +615,18 @@
         <source>The graph shows the selected profiles for comparison.</source>
         <translation>Das Diagramm zeigt die ausgewählten Profile im Vergleich.</translation>
     </message>
+    <message>
+        <source>Profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>RPM</source>
+        <translation>U/min</translation>
+    </message>
+    <message>
+        <source>Angle</source>
+        <translation>Winkel</translation>
+    </message>
 </context>
 <context>
     <name>NameForm</name>
@@ -892,6 +904,10 @@
     <message>
         <source>Sensor advance</source>
         <translation>Sensorvorzündung</translation>
+    </message>
+    <message>
+        <source>Notes (continued)</source>
+        <translation>Notizen (Fortsetzung)</translation>
     </message>
 </context>
 <context>

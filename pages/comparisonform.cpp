@@ -7,6 +7,8 @@
 
 #include "ui_comparisonform.h"
 
+#include <algorithm>
+
 ComparisonForm::ComparisonForm(QWidget *parent)
     : QWidget(parent)
     , m_ui(std::make_unique<Ui::ComparisonForm>())
@@ -18,8 +20,8 @@ ComparisonForm::ComparisonForm(QWidget *parent)
     connect(m_ui->removeButton, &QPushButton::clicked, this, &ComparisonForm::onRemoveButton);
     connect(m_ui->clearButton, &QPushButton::clicked, this, &ComparisonForm::onClearButton);
     connect(m_ui->showGraphButton, &QPushButton::clicked, this, &ComparisonForm::onShowGraphButton);
-    connect(m_ui->list, &QListWidget::itemClicked, this, &ComparisonForm::onItemClicked);
-    m_ui->removeButton->setEnabled(false);
+    // Remove follows the selection, whether it was made by mouse or keyboard.
+    connect(m_ui->list, &QListWidget::itemSelectionChanged, this, &ComparisonForm::updateButtons);
     updateButtons();
 }
 
@@ -67,18 +69,13 @@ void ComparisonForm::setToolTips()
         button->setToolTip(withBraceMarkup(button->toolTip()));
 }
 
-// "Show graph" and "Remove all" need something in the list.
+// "Show graph" and "Remove all" need something in the list, "Remove" a selected entry.
 void ComparisonForm::updateButtons()
 {
     const bool filled = m_ui->list->count() > 0;
     m_ui->showGraphButton->setEnabled(filled);
     m_ui->clearButton->setEnabled(filled);
-}
-
-void ComparisonForm::onItemClicked(QListWidgetItem *item)
-{
-    m_ui->removeButton->setEnabled(item != nullptr);
-    updateButtons();
+    m_ui->removeButton->setEnabled(!m_ui->list->selectedItems().isEmpty());
 }
 
 void ComparisonForm::onAddDefaultButton()
@@ -95,10 +92,17 @@ void ComparisonForm::onAddCustomButton()
         addProfile(*profile);
 }
 
+// Takes out the selected entry; the one that moves into its place is selected next, so that
+// Remove can be pressed again.
 void ComparisonForm::onRemoveButton()
 {
-    delete m_ui->list->takeItem(m_ui->list->currentRow());
-    m_ui->removeButton->setEnabled(false);
+    const QList<QListWidgetItem *> selected = m_ui->list->selectedItems();
+    if (selected.isEmpty())
+        return;
+    const int row = m_ui->list->row(selected.first());
+    delete m_ui->list->takeItem(row);
+    if (m_ui->list->count() > 0)
+        m_ui->list->setCurrentRow(std::min(row, m_ui->list->count() - 1));
     updateButtons();
 }
 
@@ -106,7 +110,6 @@ void ComparisonForm::onClearButton()
 {
     m_ui->list->clear();
     m_ui->list->update();
-    m_ui->removeButton->setEnabled(false);
     updateButtons();
 }
 

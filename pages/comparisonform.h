@@ -11,7 +11,6 @@ class ComparisonForm;
 class CComparisonParent;
 class IBrowserMain;
 class Profile;
-class QListWidgetItem;
 
 // The list of profiles to compare: factory templates and the user's own files, in the order
 // they were added, duplicates allowed. "Show graph" hands them to the common graph.
@@ -39,7 +38,6 @@ private slots:
     void onRemoveButton();
     void onClearButton();
     void onShowGraphButton();
-    void onItemClicked(QListWidgetItem *item);
 
 private:
     void updateButtons();

@@ -1,5 +1,7 @@
 #include "pages/cprofileitem.h"
 
+#include "profile/profilecomparison.h"
+
 CProfileItem::CProfileItem(const Profile &profile)
     : m_profile(profile)
 {
@@ -8,6 +10,5 @@ CProfileItem::CProfileItem(const Profile &profile)
 
 void CProfileItem::retranslate()
 {
-    const QString kind = m_profile.isCustom() ? tr("Custom") : tr("Default");
-    setText(kind + QLatin1String(": ") + m_profile.name());
+    setText(profileListText(m_profile));
 }

@@ -2,15 +2,12 @@
 
 #include "profile/profile.h"
 
-#include <QCoreApplication>
 #include <QListWidgetItem>
 
 // One entry of the comparison list. It keeps its own copy of the profile and reads
 // "Default: name" or "Custom: name".
 class CProfileItem : public QListWidgetItem
 {
-    Q_DECLARE_TR_FUNCTIONS(CProfileItem)
-
 public:
     explicit CProfileItem(const Profile &profile);
 

@@ -23,18 +23,13 @@ QIcon choiceIcon(const char *name)
 
 } // namespace
 
-WizardForm::WizardForm(std::unique_ptr<DefaultProfilesGui> templates,
-    std::unique_ptr<ComparisonForm> comparison, std::unique_ptr<MultiGraphForm> graph, QWidget *parent)
+WizardForm::WizardForm(CLanguageSwitcher &switcher, const DefaultLibrary *library, QWidget *parent)
     : QWidget(parent)
     , m_ui(std::make_unique<Ui::WizardForm>())
-    , m_templates(templates.get())
-    , m_comparison(comparison.get())
-    , m_graph(graph.get())
+    , m_switcher(switcher)
+    , m_library(library)
 {
     m_ui->setupUi(this);
-    m_ui->templatesLayout->addWidget(templates.release());
-    m_ui->comparisonLayout->addWidget(comparison.release());
-    m_ui->graphLayout->addWidget(graph.release());
     m_ui->editContinueForm->setContinueMain(this);
     m_ui->programmingContinueForm->setContinueMain(this);
     markUpToolTips();
@@ -73,6 +68,8 @@ WizardForm::~WizardForm() = default;
 void WizardForm::setBrowserMain(IBrowserMain *main)
 {
     m_main = main;
+    if (m_comparison)
+        m_comparison->setBrowserMain(main);
 }
 
 // ---- views ----
@@ -91,6 +88,35 @@ void WizardForm::showTemplateChoice(int mode)
 {
     m_templateMode = mode;
     showView(View::Template);
+}
+
+DefaultProfilesGui &WizardForm::templates()
+{
+    if (!m_templates) {
+        m_templates = new DefaultProfilesGui(m_switcher, m_library); // owned by its view
+        m_ui->templatesLayout->addWidget(m_templates);
+    }
+    return *m_templates;
+}
+
+ComparisonForm &WizardForm::comparison()
+{
+    if (!m_comparison) {
+        m_comparison = new ComparisonForm(); // owned by its view
+        m_comparison->setComparisonParent(this);
+        m_comparison->setBrowserMain(m_main);
+        m_ui->comparisonLayout->addWidget(m_comparison);
+    }
+    return *m_comparison;
+}
+
+MultiGraphForm &WizardForm::graph()
+{
+    if (!m_graph) {
+        m_graph = new MultiGraphForm(); // owned by its view
+        m_ui->graphLayout->addWidget(m_graph);
+    }
+    return *m_graph;
 }
 
 // Each view returns to the one that leads to it; the template view to the one that asked for a
@@ -112,16 +138,19 @@ void WizardForm::showView(View view)
         m_backView = View::Main;
         break;
     case View::Template:
+        templates();
         m_ui->views->setCurrentWidget(m_ui->templateView);
         m_backView = m_templateMode == kProgramTemplate ? View::Programming
             : m_templateMode == kAddToComparison        ? View::Comparison
                                                         : View::EditProfiles;
         break;
     case View::Comparison:
+        comparison();
         m_ui->views->setCurrentWidget(m_ui->comparisonView);
         m_backView = View::Main;
         break;
     case View::Graph:
+        graph();
         m_ui->views->setCurrentWidget(m_ui->graphView);
         m_backView = View::Comparison;
         break;
@@ -149,7 +178,7 @@ QString WizardForm::prompt() const
     case View::Comparison:
         return tr("Put together the profiles whose ignition maps you would like to compare.");
     case View::Graph:
-        return m_graph->statusTip();
+        return m_graph ? m_graph->statusTip() : QString();
     }
     return QString();
 }
@@ -173,7 +202,7 @@ void WizardForm::applyFrame()
             text = tr("Create");
             toolTip = tr("Create {custom profile} from selected template");
         }
-        m_main->setButtonState(true, true, true, m_templates->hasProfiles(), text, withBraceMarkup(toolTip));
+        m_main->setButtonState(true, true, true, templates().hasProfiles(), text, withBraceMarkup(toolTip));
     } else {
         m_main->setButtonState(true, m_view != View::Main, false, false, QString(), QString());
     }
@@ -200,7 +229,7 @@ void WizardForm::onNext()
 {
     if (m_view != View::Template || !m_main)
         return;
-    const std::optional<Profile> chosen = m_templates->selectedProfile();
+    const std::optional<Profile> chosen = templates().selectedProfile();
     if (!chosen)
         return;
     switch (m_templateMode) {
@@ -208,7 +237,7 @@ void WizardForm::onNext()
         m_main->confirmProgramming(*chosen);
         break;
     case kAddToComparison:
-        m_comparison->addProfile(*chosen);
+        comparison().addProfile(*chosen);
         showView(View::Comparison);
         break;
     default:
@@ -312,7 +341,7 @@ void WizardForm::chooseTemplateForComparison()
 void WizardForm::showComparisonGraph(const std::vector<Profile> &profiles)
 {
     showView(View::Graph);
-    m_graph->setProfiles(profiles);
+    graph().setProfiles(profiles);
 }
 
 // ---- language ----
@@ -330,9 +359,13 @@ void WizardForm::retranslate(int language)
     Q_UNUSED(language)
     m_ui->retranslateUi(this);
     markUpToolTips();
-    m_templates->retranslate();
-    m_comparison->retranslate();
-    m_graph->retranslate();
+    // Views not built yet come up in the language then installed.
+    if (m_templates)
+        m_templates->retranslate();
+    if (m_comparison)
+        m_comparison->retranslate();
+    if (m_graph)
+        m_graph->retranslate();
     updateContinuePanels();
     showView(m_view);
 }

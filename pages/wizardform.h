@@ -12,7 +12,9 @@
 namespace Ui {
 class WizardForm;
 }
+class CLanguageSwitcher;
 class ComparisonForm;
+class DefaultLibrary;
 class DefaultProfilesGui;
 class IBrowserMain;
 class MultiGraphForm;
@@ -44,9 +46,10 @@ public:
     static constexpr int kProgramTemplate = 1;
     static constexpr int kAddToComparison = 2;
 
-    // The template chooser, the comparison list and its graph become views of this page.
-    WizardForm(std::unique_ptr<DefaultProfilesGui> templates, std::unique_ptr<ComparisonForm> comparison,
-        std::unique_ptr<MultiGraphForm> graph, QWidget *parent = nullptr);
+    // The template chooser (over the library, which may be null), the comparison list and its
+    // graph are views of this page. They are built when first shown, so that the start page
+    // comes up without them; the list and the graph then live for the rest of the run.
+    WizardForm(CLanguageSwitcher &switcher, const DefaultLibrary *library, QWidget *parent = nullptr);
     ~WizardForm() override;
 
     void setBrowserMain(IBrowserMain *main);
@@ -86,15 +89,21 @@ public slots:
 
 private:
     void showView(View view);
+    DefaultProfilesGui &templates();
+    ComparisonForm &comparison();
+    MultiGraphForm &graph();
     void applyFrame();
     QString prompt() const;
     void markUpToolTips();
     void updateContinuePanels();
 
     std::unique_ptr<Ui::WizardForm> m_ui;
-    DefaultProfilesGui *m_templates;
-    ComparisonForm *m_comparison;
-    MultiGraphForm *m_graph;
+    CLanguageSwitcher &m_switcher;
+    const DefaultLibrary *m_library;
+    // Children of their views once built.
+    DefaultProfilesGui *m_templates = nullptr;
+    ComparisonForm *m_comparison = nullptr;
+    MultiGraphForm *m_graph = nullptr;
     IBrowserMain *m_main = nullptr;
     View m_view = View::Main;
     View m_backView = View::Main;

@@ -1,5 +1,6 @@
 target_sources(sparkwright-core PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/profile.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/profilecomparison.cpp
     ${CMAKE_CURRENT_LIST_DIR}/mapvalidation.cpp
     ${CMAKE_CURRENT_LIST_DIR}/taggedvalues.cpp
     ${CMAKE_CURRENT_LIST_DIR}/profilerecord.cpp

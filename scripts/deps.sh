@@ -7,7 +7,7 @@ sparkwright_packages=(
     cmake ninja-build g++ pkg-config
     qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
     libqt5serialport5-dev libqt5svg5
-    fonts-dejavu-core poppler-utils qttranslations5-l10n python3
+    fonts-dejavu-core poppler-utils qttranslations5-l10n python3 xvfb xauth
 )
 
 sparkwright_install_missing() {

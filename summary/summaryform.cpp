@@ -39,8 +39,12 @@ void SummaryForm::refresh()
     drawGraph();
 }
 
+// The graph is drawn only while it can be seen: the confirmation page is built at start-up, long
+// before it is shown, and its showing draws the graph then.
 void SummaryForm::drawGraph()
 {
+    if (!m_ui->graphLabel->isVisible())
+        return;
     const QSize size = m_ui->graphLabel->size();
     if (size != QSize(m_plotter->width(), m_plotter->height()))
         m_plotter->resize(size.width(), size.height());
@@ -53,7 +57,8 @@ bool SummaryForm::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == this && event->type() == QEvent::LanguageChange)
         refresh();
-    else if (watched == m_ui->graphLabel && event->type() == QEvent::Resize)
+    else if (watched == m_ui->graphLabel
+        && (event->type() == QEvent::Resize || event->type() == QEvent::Show))
         drawGraph();
     return QWidget::eventFilter(watched, event);
 }

@@ -97,26 +97,32 @@ QStringList wrappedLines(const QString &text, const QFont &font, QPaintDevice *d
     return lines;
 }
 
-// Draws text top-aligned and wrapped into the box; what does not fit ends in an ellipsis on
-// the last line that does, so nothing is cut through the middle of a line.
-void paintWrappedText(QPainter &painter, const QRect &box, const QFont &font, const QString &text)
+QFont notesFont()
+{
+    return sheetFont(10, false);
+}
+
+// Whole pixels from line to line, never less than the glyphs' full height.
+int lineHeight(const QFont &font, QPaintDevice *device)
+{
+    const QFontMetrics metrics(font, device);
+    const QFontMetricsF exact(font, device);
+    return std::max(metrics.lineSpacing(), int(std::ceil(exact.ascent() + exact.descent())) + 1);
+}
+
+// Draws lines from the given one on, top-aligned in the box, as many as fit; returns the index
+// of the first line that did not fit.
+int paintLines(QPainter &painter, const QRect &box, const QFont &font, const QStringList &lines, int first)
 {
     painter.setFont(font);
     const QFontMetrics metrics(font, painter.device());
-    const QStringList lines = wrappedLines(text, font, painter.device(), box.width());
-    // Whole pixels from line to line, never less than the glyphs' full height.
-    const QFontMetricsF exact(font, painter.device());
-    const int lineHeight
-        = std::max(metrics.lineSpacing(), int(std::ceil(exact.ascent() + exact.descent())) + 1);
-    const int fitting = std::max(0, box.height() / lineHeight);
-    for (int i = 0; i < lines.size() && i < fitting; ++i) {
-        QString line = lines.at(i);
-        if (i == fitting - 1 && lines.size() > fitting) {
-            const QString rest = QStringList(lines.mid(i)).join(QLatin1Char(' '));
-            line = metrics.elidedText(rest, Qt::ElideRight, box.width());
-        }
-        painter.drawText(QPoint(box.left(), box.top() + i * lineHeight + metrics.ascent()), line);
-    }
+    const int step = lineHeight(font, painter.device());
+    const int fitting = std::max(0, box.height() / step);
+    int line = first;
+    for (; line < lines.size() && line - first < fitting; ++line)
+        painter.drawText(
+            QPoint(box.left(), box.top() + (line - first) * step + metrics.ascent()), lines.at(line));
+    return line;
 }
 
 void paintRule(QPainter &painter, int x1, int y1, int x2, int y2)
@@ -284,7 +290,9 @@ void paintMapTable(QPainter &painter, const QRect &box, const Profile &profile)
     paintRule(painter, rpmRight, box.top(), rpmRight, box.top() + rows * rowHeight);
 }
 
-void paintNotes(QPainter &painter, const QRect &box, const Profile &profile)
+// The heading, then the notes wrapped to the box's width as far as they fit; returns the lines
+// that did not.
+QStringList paintNotes(QPainter &painter, const QRect &box, const Profile &profile)
 {
     const QFont headFont = sheetFont(12, true);
     const QFontMetrics headMetrics(headFont, painter.device());
@@ -293,8 +301,38 @@ void paintNotes(QPainter &painter, const QRect &box, const Profile &profile)
     painter.drawText(QPoint(box.left(), box.top() + headMetrics.ascent()),
         QCoreApplication::translate("SummarySheet", "Notes"));
     const int textTop = box.top() + headMetrics.lineSpacing();
-    paintWrappedText(painter, QRect(box.left(), textTop, box.width(), box.bottom() - textTop + 1),
-        sheetFont(10, false), profile.notes());
+    const QStringList lines = wrappedLines(profile.notes(), notesFont(), painter.device(), box.width());
+    const int drawn = paintLines(
+        painter, QRect(box.left(), textTop, box.width(), box.bottom() - textTop + 1), notesFont(), lines, 0);
+    return lines.mid(drawn);
+}
+
+// A page of notes that did not fit on the sheet: the title line again, a heading, and the lines
+// in as many columns of the sheet's notes width as the page holds. Returns what is still left.
+QStringList paintNotesPage(QPainter &painter, const QRect &page, const Profile &profile,
+    const QString &headerLine, const QStringList &lines)
+{
+    const SheetLayout layout(page);
+    painter.save();
+    painter.translate(page.topLeft());
+    const int titleBottom = paintTitle(painter, layout, profile, headerLine);
+    const QFont headFont = sheetFont(12, true);
+    const QFontMetrics headMetrics(headFont, painter.device());
+    const int headTop = titleBottom + layout.unit / 4;
+    painter.setFont(headFont);
+    painter.setPen(kInk);
+    painter.drawText(QPoint(0, headTop + headMetrics.ascent()),
+        QCoreApplication::translate("SummarySheet", "Notes (continued)"));
+    const int textTop = headTop + headMetrics.lineSpacing();
+    const int gap = layout.unit / 2;
+    int next = 0;
+    for (int left = 0; left + layout.tableWidth <= layout.width && next < lines.size();
+         left += layout.tableWidth + gap) {
+        next = paintLines(painter, QRect(left, textTop, layout.tableWidth, layout.lastRow - textTop + 1),
+            notesFont(), lines, next);
+    }
+    painter.restore();
+    return lines.mid(next);
 }
 
 } // namespace
@@ -331,7 +369,7 @@ QStringList summarySheetItems(const Profile &profile)
     return texts;
 }
 
-void paintSummarySheet(
+QStringList paintSummarySheet(
     QPainter &painter, const QRect &page, const Profile &profile, const QString &headerLine)
 {
     const SheetLayout layout(page);
@@ -350,7 +388,8 @@ void paintSummarySheet(
     const QRect tableBox(0, mainTop, layout.tableWidth, notesTop - layout.unit / 4 - mainTop);
     paintMapTable(painter, tableBox, profile);
     paintRule(painter, 0, notesTop - layout.unit / 8, layout.tableWidth - 1, notesTop - layout.unit / 8);
-    paintNotes(painter, QRect(0, notesTop, layout.tableWidth, layout.lastRow - notesTop + 1), profile);
+    const QStringList rest
+        = paintNotes(painter, QRect(0, notesTop, layout.tableWidth, layout.lastRow - notesTop + 1), profile);
 
     const int graphLeft = layout.tableWidth + layout.unit / 2;
     const QRect graphBox(graphLeft, mainTop, layout.width - graphLeft, layout.height - mainTop);
@@ -364,6 +403,7 @@ void paintSummarySheet(
     painter.restore();
 
     painter.restore();
+    return rest;
 }
 
 QByteArray summarySheetPdf(const Profile &profile, const QString &headerLine)
@@ -382,7 +422,16 @@ QByteArray summarySheetPdf(const Profile &profile, const QString &headerLine)
         if (!painter.begin(&writer))
             return {};
         const QRect page(QPoint(0, 0), writer.pageLayout().paintRectPixels(writer.resolution()).size());
-        paintSummarySheet(painter, page, profile, headerLine);
+        QStringList rest = paintSummarySheet(painter, page, profile, headerLine);
+        // Long notes go on over further pages; a page that takes no line ends it.
+        while (!rest.isEmpty()) {
+            if (!writer.newPage())
+                return {};
+            const int before = rest.size();
+            rest = paintNotesPage(painter, page, profile, headerLine, rest);
+            if (rest.size() == before)
+                return {};
+        }
         if (!painter.end())
             return {};
     }

@@ -9,8 +9,9 @@
 class Profile;
 class QPainter;
 
-// The printed profile sheet: one A4 landscape page with the header line, the profile's name and
-// settings, the map as a table and as a graph, and the notes. It is produced in memory; the
+// The printed profile sheet: an A4 landscape page with the header line, the profile's name and
+// settings, the map as a table and as a graph, and the notes, which go on over further pages
+// when they need more room than the first page has. It is produced in memory; the
 // caller stores the bytes (through the safe file writer, so a failed print never destroys an old
 // file). Texts are translated in the "SummarySheet" context.
 
@@ -27,8 +28,9 @@ QString summarySheetHeaderLine(qint32 libraryValue, const QDateTime &printedAt);
 // appears only while the side stand is monitored.
 QStringList summarySheetItems(const Profile &profile);
 
-// Paints the sheet into the page's printable area (device units, origin at its top left).
-void paintSummarySheet(
+// Paints the first page into the page's printable area (device units, origin at its top left)
+// and returns the lines of the notes that did not fit on it.
+QStringList paintSummarySheet(
     QPainter &painter, const QRect &page, const Profile &profile, const QString &headerLine);
 
 // The whole document as PDF bytes, empty when it could not be produced.

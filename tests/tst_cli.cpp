@@ -130,6 +130,8 @@ int TestCli::run(QStringList arguments, bool inBuildDir, QByteArray *out, QByteA
     // A runtime folder of its own keeps Qt's note about a missing one off the error stream.
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeDir.path());
+    // A German system: what the tool writes must not take its number format from there.
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
     process.setProcessEnvironment(environment);
     process.start(m_cli, arguments);
     if (!process.waitForFinished(60000))
@@ -245,23 +247,30 @@ void TestCli::drawing_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QSize>("size"); // of the picture; none for the sheet
-    QTest::newRow("graph of a given size, German") << QStringList {"graph", "road.cdi", "out.png", "--size",
-        "400x300", "--language", "de"} << QSize(400, 300);
+    QTest::addColumn<QStringList>("texts"); // on the sheet
+    QTest::newRow("graph of a given size, German")
+        << QStringList {"graph", "road.cdi", "out.png", "--size", "400x300", "--language", "de"}
+        << QSize(400, 300) << QStringList();
     QTest::newRow("sheet in German") << QStringList {"print", "road.cdi", "out.pdf", "--language", "de"}
-                                     << QSize();
+                                     << QSize() << QStringList {"Zündspannung", "36,5°"};
+    QTest::newRow("sheet in English on a German system") << QStringList {"print", "road.cdi", "out.pdf",
+        "--language", "en"} << QSize() << QStringList {"Ignition voltage", "36.5°"};
+    QTest::newRow("sheet without a language") << QStringList {"print", "road.cdi", "out.pdf"} << QSize()
+                                              << QStringList {"Ignition voltage", "36.5°"};
 }
 
 void TestCli::drawing()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QSize, size);
+    QFETCH(QStringList, texts);
     QFile::remove(path(arguments[2]));
     QCOMPARE(run(arguments), 0);
     if (!size.isValid()) {
         const QByteArray pdf = readAll(path(arguments[2]));
         QVERIFY(pdf.startsWith("%PDF-") && pdf.trimmed().endsWith("%%EOF"));
         QVERIFY2(pdf.contains("/MediaBox [0 0 842"), "an A4 page, the long side across");
-        // The German sheet speaks German, numbers included.
+        // The sheet speaks its language, numbers included.
         const QString pdftotext = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
         if (pdftotext.isEmpty())
             QSKIP("pdftotext (poppler-utils) is not installed");
@@ -269,8 +278,8 @@ void TestCli::drawing()
         extract.start(pdftotext, {path(arguments[2]), QStringLiteral("-")});
         QVERIFY(extract.waitForFinished(30000));
         const QString text = QString::fromUtf8(extract.readAllStandardOutput());
-        QVERIFY2(text.contains(QStringLiteral("Zündspannung")), qPrintable(text));
-        QVERIFY2(text.contains(QStringLiteral("36,5°")), qPrintable(text));
+        for (const QString &expected : texts)
+            QVERIFY2(text.contains(expected), qPrintable(expected + QStringLiteral(" missing in:\n") + text));
         return;
     }
     QCOMPARE(QImage(path(arguments[2])).size(), size);

@@ -21,6 +21,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -73,13 +74,15 @@ QString shownProfile(const Program &program)
         return program.window().findChild<EditorForm *>()->profile().name();
     if (program.prompt() == QLatin1String(kConfirmPrompt))
         return program.window().findChild<CustomForm *>()->profile().name();
-    return entries(program.child<QListWidget>("list")).join(QLatin1String(", "));
+    // The comparison list exists once it has been shown.
+    const QListWidget *list = program.child<QListWidget>("list");
+    return list ? entries(list).join(QLatin1String(", ")) : QString();
 }
 
-void clickEntry(QListWidget *list, int row)
+void clickEntry(QListWidget *list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
 {
     QTest::mouseClick(
-        list->viewport(), Qt::LeftButton, Qt::NoModifier, list->visualItemRect(list->item(row)).center());
+        list->viewport(), Qt::LeftButton, modifiers, list->visualItemRect(list->item(row)).center());
 }
 
 // Takes a step as the user would: a button by its name, "^X" for Ctrl+X, or "editor" for a
@@ -477,8 +480,14 @@ void TestMainWindow::comparisonButtonStates_data()
         << QStringList {"add", "click 0"} << true << true << true << QStringList {"Custom: 0"};
     QTest::newRow("the last entry removed")
         << QStringList {"add", "click 0", "remove"} << false << false << false << QStringList();
-    QTest::newRow("the clicked one of two removed") << QStringList {"add", "add", "click 0", "remove"} << true
-                                                    << true << false << QStringList {"Custom: 1"};
+    QTest::newRow("the clicked one of two removed, the other selected next") << QStringList {
+        "add", "add", "click 0", "remove"} << true << true << true << QStringList {"Custom: 1"};
+    QTest::newRow("an entry chosen by keyboard") << QStringList {"add", "add", "key down"} << true << true
+                                                 << true << QStringList {"Custom: 0", "Custom: 1"};
+    QTest::newRow("a selection taken back with Ctrl leaves nothing to remove") << QStringList {"add", "add",
+        "click 1", "ctrl-click 1"} << true << true << false << QStringList {"Custom: 0", "Custom: 1"};
+    QTest::newRow("Remove twice in the middle") << QStringList {"add", "add", "add", "click 1", "remove",
+        "remove"} << true << true << true << QStringList {"Custom: 0"};
     QTest::newRow("all removed") << QStringList {"add", "add", "click 0", "remove all"} << false << false
                                  << false << QStringList();
 }
@@ -503,6 +512,10 @@ void TestMainWindow::comparisonButtonStates()
             form.addProfile(namedProfile(QString::number(list->count()), 0));
         else if (step.startsWith(QLatin1String("click ")))
             clickEntry(list, step.mid(6).toInt());
+        else if (step.startsWith(QLatin1String("ctrl-click ")))
+            clickEntry(list, step.mid(11).toInt(), Qt::ControlModifier);
+        else if (step == QLatin1String("key down"))
+            QTest::keyClick(list, Qt::Key_Down);
         else
             QTest::mouseClick(
                 button(step == QLatin1String("remove") ? "removeButton" : "clearButton"), Qt::LeftButton);
@@ -541,7 +554,11 @@ void TestMainWindow::comparisonListsDuplicatesAndDrawsInListOrder()
     };
     const QString name = program.firstTemplate().name();
     QCOMPARE(legend(), (QStringList {name, name, "Alpha"}));
-    QCOMPARE(graph->image().size(), graph->size());
+    QCOMPARE(graph->image().size(), graph->graphSize());
+    // Under the graph, two rows of values per profile, named as in the legend.
+    const QTableWidget *values = graph->findChild<QTableWidget *>(QStringLiteral("valueTable"));
+    QCOMPARE(values->rowCount(), 6);
+    QCOMPARE(values->item(2, 0)->text(), factory + QStringLiteral(" (2)"));
 
     program.click("backButton");
     clickEntry(list, 0);
@@ -575,6 +592,8 @@ void TestMainWindow::languageSwitchReachesEveryPage()
     for (const QAbstractButton *any : program.window().findChildren<QAbstractButton *>())
         QVERIFY2(!any->toolTip().contains(QLatin1Char('{')), qPrintable(any->toolTip()));
 
+    program.window().start();
+    program.click("compareButton"); // the list is built when first shown
     program.window().findChild<ComparisonForm *>()->addProfile(namedProfile(QStringLiteral("Mine"), 0));
     program.switcher.setLanguage(CLanguageSwitcher::kEnglish);
     QCoreApplication::removeTranslator(&translator);

@@ -1,9 +1,12 @@
 // The plotter's pixels, checked at coordinates computed from its own axis mapping: the shaded
 // region over the limit curve, the curve's colours and the invalid-segment rule, and the
-// comparison drawing.
+// comparison drawing with its legend and texts.
 #include "editor/mapplotter.h"
 #include "profile/profile.h"
+#include "profile/profilecomparison.h"
 #include "tests/widgettestmain.h"
+
+#include <QSet>
 
 #include <climits>
 #include <cmath>
@@ -85,6 +88,13 @@ private slots:
     void curveColours_data();
     void curveColours();
     void severalMapsInPaletteColours();
+    void ceilingsOfOneOrSeveral_data();
+    void ceilingsOfOneOrSeveral();
+    void legendBesideThePlot();
+    void comparisonTexts_data();
+    void comparisonTexts();
+    void comparedValues_data();
+    void comparedValues();
     void survivesDegenerateInput_data();
     void survivesDegenerateInput();
 };
@@ -185,13 +195,123 @@ void TestMapPlotter::severalMapsInPaletteColours()
     QVERIFY(colourNear(image, segmentMiddle(plotter, maps[2], 4), kInvalid));
     // Read-only points, whatever the checker says.
     QCOMPARE(image.pixelColor(pointPixel(plotter, maps[2][4])), QColor(150, 150, 150));
-    // The legend: 420 pixels wide inside, 15 pixels per profile.
-    const QRect legend = plotter.cornerBoxOuter(420, 3 * 15);
-    QCOMPARE(image.pixelColor(legend.left(), legend.center().y()), kBadgeEdge);
-    QCOMPARE(image.pixelColor(legend.center().x(), legend.top()), kBadgeEdge);
     // The speed labels come from the given list, not from the maps.
     QCOMPARE(image.pixelColor(plotter.xAxis().toPixel(5000), kTickY), kBlack);
     QVERIFY(image.pixelColor(plotter.xAxis().toPixel(2000), kTickY) != kBlack);
+}
+
+// One profile shows its forbidden region shaded; with several, each ceiling is a thin line in
+// its profile's colour and nothing is shaded. The ceilings lie at 28 and 34 degrees.
+void TestMapPlotter::ceilingsOfOneOrSeveral_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("one profile") << 1;
+    QTest::newRow("two profiles") << 2;
+}
+
+void TestMapPlotter::ceilingsOfOneOrSeveral()
+{
+    QFETCH(int, count);
+    Points points;
+    for (int i = 0; i < kMapPointCount; ++i)
+        points << QPoint(500 + 1000 * i, i == 9 ? 42 : 5); // the 42 holds the angle axis at 50
+    std::vector<Profile> profiles;
+    for (int p = 0; p < count; ++p)
+        profiles.push_back(profileOf(points, {30.0 + 6 * p, 0.0, 0.0}));
+    MapPlotter plotter(733, 430, 16);
+    plotter.drawSeveral(profiles, {});
+    const QImage &image = plotter.image();
+    const int x = plotter.xAxis().toPixel(3000);
+    QCOMPARE(image.pixelColor(x, plotter.yAxis().toPixel(41)), count == 1 ? kShade : kWhite);
+    if (count > 1) {
+        QVERIFY(colourNear(image, QPoint(x, plotter.yAxis().toPixel(28)), MapPlotter::paletteColor(0)));
+        QVERIFY(colourNear(image, QPoint(x, plotter.yAxis().toPixel(34)), MapPlotter::paletteColor(1)));
+    }
+}
+
+// Twenty profiles: each curve runs out to the plot's right edge uncovered, the legend stands
+// beside the plot with one sample per profile, and no two of the first 64 look alike.
+void TestMapPlotter::legendBesideThePlot()
+{
+    constexpr int kCount = 20;
+    std::vector<Profile> profiles;
+    QStringList labels;
+    for (int p = 0; p < kCount; ++p) {
+        Points points;
+        for (int i = 0; i < kMapPointCount; ++i)
+            points << QPoint(1000 * (i + 1), 2 + 2 * p);
+        profiles.push_back(profileOf(points));
+        labels << QStringLiteral("A rather long profile name, number %1").arg(p);
+    }
+    MapPlotter plotter(733, 430, 16);
+    plotter.drawSeveral(profiles, {}, labels);
+    const QImage &image = plotter.image();
+    QVERIFY(plotter.plotWidth() < 733 && plotter.plotWidth() >= 733 * 3 / 5);
+    for (int p = 0; p < kCount; ++p) {
+        const int y = plotter.yAxis().toPixel(2 + 2 * p);
+        bool found = false;
+        for (int x = plotter.plotWidth() - 14; x < plotter.plotWidth() - 1 && !found; ++x)
+            found = near(image.pixelColor(x, y), MapPlotter::paletteColor(p));
+        QVERIFY2(found, qPrintable(QStringLiteral("lead-out of profile %1").arg(p)));
+        QVERIFY2(
+            colourNear(image, QPoint(plotter.plotWidth() + 12, 6 + 15 * p + 7), MapPlotter::paletteColor(p)),
+            qPrintable(QStringLiteral("legend sample of profile %1").arg(p)));
+    }
+    QSet<QPair<QRgb, int>> looks;
+    for (int i = 0; i < 64; ++i)
+        looks.insert({MapPlotter::paletteColor(i).rgb(), int(MapPlotter::paletteLineStyle(i))});
+    QCOMPARE(looks.size(), 64);
+}
+
+void TestMapPlotter::comparisonTexts_data()
+{
+    QTest::addColumn<QVector<bool>>("custom");
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<QStringList>("labels");
+    QTest::newRow("the kind tells a default from a custom profile") << QVector<bool> {
+        false, true} << QStringList {"GP 125", "GP 125"} << QStringList {"Default: GP 125", "Custom: GP 125"};
+    QTest::newRow("duplicates are numbered in order")
+        << QVector<bool> {false, true, false} << QStringList {"GP 125", "Mine", "GP 125"}
+        << QStringList {"Default: GP 125 (1)", "Custom: Mine", "Default: GP 125 (2)"};
+}
+
+void TestMapPlotter::comparisonTexts()
+{
+    QFETCH(QVector<bool>, custom);
+    QFETCH(QStringList, names);
+    QFETCH(QStringList, labels);
+    std::vector<Profile> profiles;
+    for (int i = 0; i < names.size(); ++i) {
+        profiles.push_back(profileOf(risingPoints()));
+        profiles.back().setName(names.at(i));
+        profiles.back().setKind(custom.at(i) ? ProfileKind::Custom : ProfileKind::Default);
+    }
+    QCOMPARE(comparisonLabels(profiles), labels);
+}
+
+void TestMapPlotter::comparedValues_data()
+{
+    QTest::addColumn<int>("value");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<QString>("unit");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("faster") << 3700 << 3500 << ""
+                            << "3700 (+200)";
+    QTest::newRow("less advance") << 26 << 28 << "°"
+                                  << "26° (-2)";
+    QTest::newRow("the same value shows no difference") << 24 << 24 << "°"
+                                                        << "24°";
+    QTest::newRow("extremes do not overflow") << INT_MAX << INT_MIN << ""
+                                              << "2147483647 (+4294967295)";
+}
+
+void TestMapPlotter::comparedValues()
+{
+    QFETCH(int, value);
+    QFETCH(int, first);
+    QFETCH(QString, unit);
+    QFETCH(QString, text);
+    QCOMPARE(comparedValueText(value, first, unit), text);
 }
 
 void TestMapPlotter::survivesDegenerateInput_data()

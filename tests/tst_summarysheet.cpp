@@ -56,22 +56,33 @@ void TestSummarySheet::headerLine()
 void TestSummarySheet::pdf_data()
 {
     QTest::addColumn<bool>("german");
+    QTest::addColumn<QString>("notes");
+    QTest::addColumn<int>("pages");
     QTest::addColumn<QStringList>("expected");
-    QTest::newRow("English") << false
+    QTest::newRow("English") << false << QString() << 1
                              << QStringList {"Four-stroke single 125-250 cc road", kHeader,
                                     "Ignition voltage:", "200 V", "Side stand monitoring:", "enabled",
                                     "Ground blocks ignition", "Pulse generator:", "trigger with rising edge",
                                     "Sensor advance:", "43.0\u00B0", "RPM", "Angle", "34\u00B0", "Notes",
                                     "Plug BR8ES"};
-    QTest::newRow("German") << true
+    // Some 2000 characters in paragraphs: more than the first page's notes column holds.
+    QString long_;
+    for (int i = 1; i <= 40; ++i)
+        long_ += QStringLiteral("Run %1: two degrees less above 7000 rpm, plug fine.\n").arg(i);
+    QTest::newRow("a page of notes goes on over another page")
+        << false << long_ << 2
+        << QStringList {"Notes (continued)", "Run 1:", "Run 20:", "Run 40: two degrees"};
+    QTest::newRow("German") << true << QString() << 1
                             << QStringList {"Zündspannung:", "Seitenständerüberwachung:", "aktiviert",
                                    "Masse sperrt die Zündung", "Zündung bei steigender Flanke", "U/min"};
 }
 
-// One A4 page, the long side across, with every text of the sheet on it.
+// A4 pages, the long side across, with every text of the sheet on them, the notes whole.
 void TestSummarySheet::pdf()
 {
     QFETCH(bool, german);
+    QFETCH(QString, notes);
+    QFETCH(int, pages);
     QFETCH(QStringList, expected);
     WidgetTest::Translator translator({{"SummarySheet|Ignition voltage", "Zündspannung"},
         {"SummarySheet|Side stand monitoring", "Seitenständerüberwachung"},
@@ -81,7 +92,10 @@ void TestSummarySheet::pdf()
         {"SummarySheet|RPM", "U/min"}});
     if (german)
         QCoreApplication::installTranslator(&translator);
-    const QByteArray pdf = summarySheetPdf(sampleProfile(), kHeader);
+    Profile profile = sampleProfile();
+    if (!notes.isEmpty())
+        profile.setNotes(notes);
+    const QByteArray pdf = summarySheetPdf(profile, kHeader);
     QCoreApplication::removeTranslator(&translator);
     QVERIFY(pdf.startsWith("%PDF-"));
     const QString raw = QString::fromLatin1(pdf.constData(), pdf.size()); // binary parts hold NULs
@@ -91,7 +105,7 @@ void TestSummarySheet::pdf()
     QVERIFY(box.hasMatch());
     // 297 x 210 mm in points.
     QVERIFY(qAbs(box.captured(1).toDouble() - 841.9) < 1.0 && qAbs(box.captured(2).toDouble() - 595.3) < 1.0);
-    QCOMPARE(raw.count(QRegularExpression(QStringLiteral("/Type\\s*/Page\\b"))), 1);
+    QCOMPARE(raw.count(QRegularExpression(QStringLiteral("/Type\\s*/Page\\b"))), pages);
 
     const QString pdftotext = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
     if (pdftotext.isEmpty())
@@ -109,6 +123,7 @@ void TestSummarySheet::pdf()
         expected << QString::number(rpm);
     for (const QString &piece : expected)
         QVERIFY2(text.contains(piece), qPrintable(piece));
+    QVERIFY2(!text.contains(QChar(0x2026)), "nothing is cut short");
 }
 
 void TestSummarySheet::statusLine_data()

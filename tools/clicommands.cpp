@@ -245,22 +245,24 @@ bool CliCommands::parseDrawingArguments(const QString &verb, const QStringList &
 bool CliCommands::installLanguage(
     const QString &verb, const QString &language, QTranslator &translator, int &status)
 {
-    if (language.isEmpty() || language == QLatin1String("en"))
-        return true;
-    if (language != QLatin1String("de")) {
+    const QString code = language.isEmpty() ? QStringLiteral("en") : language;
+    if (code != QLatin1String("en") && code != QLatin1String("de")) {
         status
             = usage(QStringLiteral("unknown language '%1' for '%2': expected en or de").arg(language, verb));
         return false;
     }
-    // The program's own rule: "lang_" + code, relative to the working folder.
-    const QString name = QStringLiteral("lang_") + language;
-    if (!translator.load(name)) {
-        status = fileError(name + QStringLiteral(".qm"), QStringLiteral("cannot load the translation"));
-        return false;
+    if (code == QLatin1String("de")) {
+        // The program's own rule: "lang_" + code, relative to the working folder.
+        const QString name = QStringLiteral("lang_") + code;
+        if (!translator.load(name)) {
+            status = fileError(name + QStringLiteral(".qm"), QStringLiteral("cannot load the translation"));
+            return false;
+        }
+        QCoreApplication::installTranslator(&translator);
     }
-    QCoreApplication::installTranslator(&translator);
-    // Numbers on a German sheet are written the German way ("43,0°").
-    QLocale::setDefault(QLocale(language));
+    // Numbers follow the sheet's language, not the system's: "43,0°" on a German sheet, "43.0°"
+    // on an English one, whatever the system's locale.
+    QLocale::setDefault(QLocale(code));
     return true;
 }
 

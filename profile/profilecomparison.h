@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <vector>
+
+class Profile;
+
+// What the comparison says about each profile: how it is named in the list and the legend, and
+// how one of its values reads beside the first profile's. Texts are translated in the
+// "CProfileItem" context, where the list entries have always been.
+
+// "Default: name" or "Custom: name".
+QString profileListText(const Profile &profile);
+
+// The list texts of the profiles in order; a text that occurs more than once is numbered in
+// order of appearance, "Default: name (1)", "Default: name (2)", so that every legend entry
+// names one curve.
+QStringList comparisonLabels(const std::vector<Profile> &profiles);
+
+// A value of the value table: the value with its unit, followed by its difference to the first
+// profile's value in brackets when there is one ("3700 (+200)", "26° (-2)").
+QString comparedValueText(int value, int firstValue, const QString &unit);
