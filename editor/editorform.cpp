@@ -98,6 +98,7 @@ void EditorForm::setProfile(const Profile &profile)
     refresh();
     m_ui->tabWidget->setCurrentWidget(m_ui->tabParameters);
     m_profile.setModified(false);
+    m_saved = m_profile;
     if (!m_hintsStarted) {
         m_hintsStarted = true;
         m_blinker->start();
@@ -120,9 +121,11 @@ void EditorForm::showInformation()
     m_ui->plainTextEditInformation->setPlainText(text.isEmpty() ? tr("No information available") : text);
 }
 
+// Asked whatever page shows: the profile lives on behind the other pages, and every path that
+// replaces it or ends the program comes through here.
 bool EditorForm::confirmDiscard()
 {
-    if (!isVisible() || !m_profile.isModified())
+    if (!m_profileLoaded || !m_profile.isModified())
         return true;
     const QString text = kRichTextMark
         + tr("Your current CDI profile <b>%1</b> has unsaved changes.<br><br>"
@@ -132,7 +135,10 @@ bool EditorForm::confirmDiscard()
         = userPrompts().ask(this, tr("Unsaved changes"), text, {tr("Discard changes"), tr("Back")}, 0, -1);
     if (answer != 0)
         return false;
-    m_profile.setModified(false);
+    // Discarded edits are gone: the profile goes back to what was last loaded or saved, so
+    // nothing brings them back unprotected.
+    m_profile = m_saved;
+    refresh();
     return true;
 }
 
@@ -151,12 +157,14 @@ void EditorForm::resetProfile()
         return;
     // The template's modified flag comes along too, so a reset profile has no unsaved changes.
     m_profile = *factory;
+    m_saved = m_profile;
     refresh();
 }
 
 void EditorForm::markSaved()
 {
     m_profile.setModified(false);
+    m_saved = m_profile;
 }
 
 void EditorForm::setActive(bool active)

@@ -50,7 +50,8 @@ public:
 
     // Takes a copy of the profile as the user's own, with no unsaved changes.
     void setProfile(const Profile &profile);
-    // Asks before unsaved changes are dropped; true when the page may be left.
+    // Asks before unsaved changes are dropped, whatever page shows; true when the profile may be
+    // left or replaced. Discarding puts the profile back to its last loaded or saved state.
     bool confirmDiscard();
     // Puts the profile back to its factory template, after asking.
     void resetProfile();
@@ -100,6 +101,8 @@ private:
     GraphForm *m_graphForm;
 
     Profile m_profile;
+    // The profile as last loaded, saved or reset: what a discard goes back to.
+    Profile m_saved;
     bool m_hintsStarted = false;
     bool m_profileLoaded = false;
 

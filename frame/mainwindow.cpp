@@ -360,10 +360,26 @@ void MainWindow::closeEvent(QCloseEvent *event)
     QCoreApplication::exit(0);
 }
 
+// Back on the template chooser returns to the page and view the user came from.
 void MainWindow::onNewProfileMenu()
 {
-    if (mayLeaveEditor())
-        showStartPage([this] { m_wizard->showTemplateChoice(WizardForm::kCreateCustom); });
+    if (!mayLeaveEditor())
+        return;
+    std::function<void()> back;
+    if (m_currentWidget == m_editor) {
+        back = [this] { continueEditing(); };
+    } else if (m_currentWidget == m_confirmation) {
+        const Profile shown = m_confirmation->profile();
+        const bool fromEditor = m_confirmationFromEditor;
+        back = [this, shown, fromEditor] {
+            showProgrammingConfirmation(shown);
+            m_confirmationFromEditor = fromEditor;
+        };
+    } else if (m_currentWidget == m_wizard && m_wizard->view() != WizardForm::View::Template) {
+        const WizardForm::View view = m_wizard->view();
+        back = [this, view] { m_wizard->showView(view); };
+    }
+    showStartPage([this, back] { m_wizard->showTemplateChoice(WizardForm::kCreateCustom, back); });
 }
 
 void MainWindow::onOpenProfileMenu()

@@ -87,10 +87,11 @@ void WizardForm::showProgrammingChoices()
     showView(View::Programming);
 }
 
-void WizardForm::showTemplateChoice(int mode)
+void WizardForm::showTemplateChoice(int mode, std::function<void()> back)
 {
     m_templateMode = mode;
     showView(View::Template);
+    m_templateBack = std::move(back);
 }
 
 // Each view returns to the one that leads to it; the template view to the one that asked for a
@@ -98,6 +99,7 @@ void WizardForm::showTemplateChoice(int mode)
 void WizardForm::showView(View view)
 {
     m_view = view;
+    m_templateBack = nullptr;
     switch (view) {
     case View::Main:
         m_ui->views->setCurrentWidget(m_ui->mainView);
@@ -192,8 +194,12 @@ void WizardForm::setActive(bool active)
 
 void WizardForm::onBack()
 {
-    if (m_view != View::Main)
+    if (m_view == View::Template && m_templateBack) {
+        const std::function<void()> back = m_templateBack;
+        back();
+    } else if (m_view != View::Main) {
         showView(m_backView);
+    }
 }
 
 void WizardForm::onNext()
@@ -212,8 +218,9 @@ void WizardForm::onNext()
         showView(View::Comparison);
         break;
     default:
-        // The editor takes it as the user's own profile.
-        m_main->showEditor(*chosen);
+        // The editor takes it as the user's own profile, in place of the one it holds.
+        if (m_main->mayLeaveEditor())
+            m_main->showEditor(*chosen);
         break;
     }
 }
@@ -254,7 +261,7 @@ void WizardForm::onCreateFromTemplateButton()
 
 void WizardForm::onLoadFileButton()
 {
-    if (!m_main)
+    if (!m_main || !m_main->mayLeaveEditor())
         return;
     if (const std::optional<Profile> profile = m_main->readProfileFromFile())
         m_main->showEditor(*profile);

@@ -7,6 +7,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -53,7 +54,10 @@ public:
 
     void showMainChoices();
     void showProgrammingChoices();
-    void showTemplateChoice(int mode);
+    // Back on the template view goes to the view that asks for the mode, or calls back when
+    // given: the template chooser reached by the menu returns where the user was.
+    void showTemplateChoice(int mode, std::function<void()> back = nullptr);
+    void showView(View view);
     View view() const { return m_view; }
     int templateMode() const { return m_templateMode; }
 
@@ -85,7 +89,6 @@ public slots:
     void onSwitchedLanguage(int index);
 
 private:
-    void showView(View view);
     void applyFrame();
     QString prompt() const;
     void markUpToolTips();
@@ -99,5 +102,6 @@ private:
     View m_view = View::Main;
     View m_backView = View::Main;
     int m_templateMode = kCreateCustom;
+    std::function<void()> m_templateBack;
     bool m_active = false;
 };

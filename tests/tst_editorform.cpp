@@ -421,20 +421,23 @@ void TestEditorForm::editsAskBeforeLeaving()
     QCOMPARE(contentOf(m_editor->profile()), contentOf(edited));
 }
 
-// Discarding leaves nothing to lose, and so does a save; Next hands on the working profile, and a
-// hidden editor, which the user opens a file over, asks nothing.
+// Discarding takes the edits away and leaves nothing to lose, and so does a save; Next hands on
+// the working profile. Hidden behind another page, the editor still guards its edits.
 void TestEditorForm::leavingWithoutAQuestion()
 {
     load(scooterTemplate());
+    const Profile loaded = m_editor->profile();
     perform(QStringLiteral("edit a cell"));
     m_prompts.askAnswers = {0};
     m_editor->onBack();
     QCOMPARE(m_prompts.shown.size(), 1);
     QCOMPARE(m_browser.starts, 1);
     QVERIFY(!m_editor->profile().isModified());
+    QCOMPARE(contentOf(m_editor->profile()), contentOf(loaded));
 
     perform(QStringLiteral("type a voltage"));
     m_editor->markSaved();
+    const Profile saved = m_editor->profile();
     m_editor->onBack();
     QCOMPARE(m_browser.starts, 2);
 
@@ -443,8 +446,14 @@ void TestEditorForm::leavingWithoutAQuestion()
     QCOMPARE(m_browser.confirmations.size(), 1);
     QVERIFY(m_browser.confirmations.first().map().pointEquals(2, 3000, 15));
     m_editor->setActive(false);
+    m_prompts.askAnswers = {1};
+    QVERIFY(!m_editor->confirmDiscard());
+    QVERIFY(m_editor->profile().map().pointEquals(2, 3000, 15));
+    m_prompts.askAnswers = {0};
     QVERIFY(m_editor->confirmDiscard());
-    QCOMPARE(m_prompts.shown.size(), 1);
+    QCOMPARE(m_prompts.shown.size(), 3);
+    QCOMPARE(contentOf(m_editor->profile()), contentOf(saved));
+    QVERIFY(!m_editor->profile().isModified());
 }
 
 void TestEditorForm::typedValuesAreKeptAsTyped_data()

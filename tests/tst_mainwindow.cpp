@@ -120,6 +120,8 @@ private slots:
     void comparisonListsDuplicatesAndDrawsInListOrder();
     void languageSwitchReachesEveryPage();
     void exitEndsTheProgramWithZero();
+    void unsavedEditsAreGuardedOnEveryPath_data();
+    void unsavedEditsAreGuardedOnEveryPath();
 };
 
 void TestMainWindow::pagesAndBack_data()
@@ -140,8 +142,15 @@ void TestMainWindow::pagesAndBack_data()
     QTest::newRow("template for a new profile")
         << QStringList {"editProfilesButton", "createFromTemplateButton"} << kChooseTemplate << true
         << QStringList {"Create", kEditProfiles};
+    // Back after Ctrl+N returns to where the user was.
     QTest::newRow("Ctrl+N opens the template chooser")
-        << QStringList {"^N"} << kChooseTemplate << true << QStringList {"Create", kEditProfiles};
+        << QStringList {"^N"} << kChooseTemplate << true << QStringList {"Create", kWelcome};
+    QTest::newRow("Ctrl+N from the programming view") << QStringList {"calibrationSelectionButton",
+        "^N"} << kChooseTemplate << true << QStringList {"Create", kProgramming};
+    QTest::newRow("Ctrl+N from the editor")
+        << QStringList {"editor", "^N"} << kChooseTemplate << true << QStringList {"Create", kEditorPrompt};
+    QTest::newRow("Ctrl+N from the confirmation") << QStringList {"editor", "nextButton",
+        "^N"} << kChooseTemplate << true << QStringList {"Create", kConfirmPrompt};
     QTest::newRow("template to program")
         << QStringList {"calibrationSelectionButton", "calibrateDefaultButton"}
         << "Select a profile from the dropdown list to program your CDI." << true
@@ -594,6 +603,69 @@ void TestMainWindow::exitEndsTheProgramWithZero()
         QTimer::singleShot(0, &loop, [&loop] { loop.exit(7); });
     });
     QCOMPARE(loop.exec(), 0);
+}
+
+void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()
+{
+    QTest::addColumn<bool>("fromStartPage"); // else from the programming confirmation
+    QTest::addColumn<QStringList>("path");
+
+    const QList<QPair<const char *, QStringList>> paths {{"Exit", {"exitButton"}},
+        {"closing the window", {"close"}}, {"Ctrl+N", {"^N"}}, {"Ctrl+O", {"^O"}},
+        {"Update", {"actionUpdate"}},
+        {"create from template", {"editProfilesButton", "createFromTemplateButton", "nextButton"}},
+        {"load from file", {"editProfilesButton", "loadFileButton"}}};
+    for (const bool fromStart : {false, true}) {
+        for (const auto &path : paths) {
+            if (!fromStart && path.second.size() > 1)
+                continue; // the start page's own buttons
+            QTest::addRow("%s from the %s", path.first, fromStart ? "start page" : "confirmation")
+                << fromStart << path.second;
+        }
+    }
+}
+
+// The edited profile lives on behind the other pages. Every path that replaces it or ends the
+// program asks first: "Back" keeps the edits, "Discard changes" takes them away for good, so
+// neither a cancelled file dialog nor the continue panel brings them back.
+void TestMainWindow::unsavedEditsAreGuardedOnEveryPath()
+{
+    QFETCH(bool, fromStartPage);
+    QFETCH(QStringList, path);
+    const QString edited = QStringLiteral("Edited");
+
+    for (const int answer : {1, 0}) {
+        Program program;
+        QVERIFY(program.ready());
+        EditorForm *editor = program.window().findChild<EditorForm *>();
+        take(program, QStringLiteral("editor"));
+        editor->setProfileName(edited);
+        program.click("nextButton");
+        if (fromStartPage)
+            program.window().start(); // as after programming
+        QVERIFY(program.prompts.shown.isEmpty());
+
+        program.prompts.askAnswers = {answer};
+        for (const QString &step : path) {
+            if (step == QLatin1String("close"))
+                program.window().close();
+            else if (step.startsWith(QLatin1String("action")))
+                program.child<QAction>(qPrintable(step))->trigger();
+            else
+                take(program, step);
+        }
+        QVERIFY(!program.prompts.shown.isEmpty());
+        QCOMPARE(program.prompts.shown.first().title, QStringLiteral("Unsaved changes"));
+        const bool kept = answer == 1;
+        QCOMPARE(editor->profile().name(), kept ? edited : program.firstTemplate().name());
+        QCOMPARE(editor->profile().isModified(), kept);
+        // Once discarded, leaving asks nothing more.
+        program.prompts.shown.clear();
+        if (!kept) {
+            QVERIFY(editor->confirmDiscard());
+            QVERIFY(program.prompts.shown.isEmpty());
+        }
+    }
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestMainWindow)
