@@ -6,6 +6,7 @@
 #include "i18n/itranslatable.h"
 #include "profile/profile.h"
 
+#include <QUndoStack>
 #include <QWidget>
 
 #include <memory>
@@ -61,6 +62,8 @@ public:
     void markSaved();
     // True once a profile was loaded in this run.
     bool hasProfile() const { return m_profileLoaded; }
+    // Every change since the profile was loaded; its clean state is the saved profile.
+    QUndoStack &history() { return m_history; }
 
     void setActive(bool active) override;
     void onBack() override;
@@ -72,6 +75,7 @@ public:
     void setProfileNotes(const QString &notes) override;
     void onMapChanged(bool rescale) override;
     void onPointSelected(int index, bool rescale) override;
+    void onEdited(Edit edit, int point) override;
 
     void onHintLabelTouched() override;
 
@@ -83,6 +87,8 @@ private slots:
 
 private:
     void refresh();
+    void record(const QString &step);
+    void applySnapshot(const Profile &profile);
     void showInformation();
     void setTexts();
     QString prompt() const;
@@ -103,6 +109,9 @@ private:
     Profile m_profile;
     // The profile as last loaded, saved or reset: what a discard goes back to.
     Profile m_saved;
+    // The profile as the last step of the history left it.
+    Profile m_recorded;
+    QUndoStack m_history;
     bool m_hintsStarted = false;
     bool m_profileLoaded = false;
 

@@ -63,6 +63,13 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
     connect(m_ui->actionOpen, &QAction::triggered, this, &MainWindow::onOpenProfileMenu);
     connect(m_ui->actionSaveAs, &QAction::triggered, this, &MainWindow::onSaveProfileAsMenu);
     connect(m_ui->actionReset, &QAction::triggered, this, &MainWindow::onResetMenu);
+    // Ctrl+Z takes back the last change; the reset asks its own question from the menu only.
+    m_ui->actionUndo->setShortcut(QKeySequence::Undo);
+    m_ui->actionRedo->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    connect(m_ui->actionUndo, &QAction::triggered, &m_editor->history(), &QUndoStack::undo);
+    connect(m_ui->actionRedo, &QAction::triggered, &m_editor->history(), &QUndoStack::redo);
+    connect(&m_editor->history(), &QUndoStack::indexChanged, this, &MainWindow::updateUndoActions);
     connect(m_ui->actionUpdate, &QAction::triggered, this, &MainWindow::onUpdateMenu);
     connect(m_ui->actionAbout, &QAction::triggered, this, &MainWindow::onAboutMenu);
     connect(m_ui->actionImport, &QAction::triggered, this, &MainWindow::onImportMenu);
@@ -83,7 +90,12 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
     placeOnScreen();
 }
 
-MainWindow::~MainWindow() = default;
+// The editor, one of the pages, goes with the window's widget tree after this window has
+// stopped being a MainWindow; its history must no longer report here.
+MainWindow::~MainWindow()
+{
+    disconnect(&m_editor->history(), nullptr, this, nullptr);
+}
 
 void MainWindow::setAboutDialog(AboutDialog *about)
 {
@@ -150,6 +162,17 @@ void MainWindow::setFixedTexts()
     m_ui->actionVisitUs->setText(CWebLinks::visitUsText());
 }
 
+// Undo and Redo name their step and work on the editor only.
+void MainWindow::updateUndoActions()
+{
+    const QUndoStack &history = m_editor->history();
+    const bool editing = m_editor->isVisible();
+    m_ui->actionUndo->setEnabled(editing && history.canUndo());
+    m_ui->actionRedo->setEnabled(editing && history.canRedo());
+    m_ui->actionUndo->setText(history.canUndo() ? tr("Undo %1").arg(history.undoText()) : tr("Undo"));
+    m_ui->actionRedo->setText(history.canRedo() ? tr("Redo %1").arg(history.redoText()) : tr("Redo"));
+}
+
 // ---- page changes ----
 
 void MainWindow::switchTo(QWidget *target)
@@ -163,6 +186,7 @@ void MainWindow::switchTo(QWidget *target)
     m_wizard->setActive(target == m_wizard);
     m_editor->setActive(target == m_editor);
     m_confirmation->setActive(target == m_confirmation);
+    updateUndoActions();
     m_ui->promptLabel->setText(target ? target->statusTip() : QString());
 }
 
@@ -553,6 +577,7 @@ void MainWindow::retranslate(int language)
 {
     Q_UNUSED(language)
     m_ui->retranslateUi(this);
+    updateUndoActions();
     setFixedTexts();
     paintBanner();
     // The start page sets its own texts when it is told; the others are prepared here.

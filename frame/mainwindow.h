@@ -89,6 +89,7 @@ private:
     void showPage(QWidget *target, CBrowserWidget *page, const std::function<void()> &prepare);
     void switchTo(QWidget *target);
     void resetFrame();
+    void updateUndoActions();
     void prepareEditorFrame();
     void prepareConfirmationFrame();
     void showStartPage(const std::function<void()> &chooseView);

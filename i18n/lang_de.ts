@@ -290,6 +290,34 @@
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>reset to defaults</source>
+        <translation>Zurücksetzen auf Werkseinstellungen</translation>
+    </message>
+    <message>
+        <source>rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>edit of the notes</source>
+        <translation>Bearbeiten der Notizen</translation>
+    </message>
+    <message>
+        <source>edit of point %1</source>
+        <translation>Ändern von Punkt %1</translation>
+    </message>
+    <message>
+        <source>drag of point %1</source>
+        <translation>Verschieben von Punkt %1</translation>
+    </message>
+    <message>
+        <source>sort of the map</source>
+        <translation>Sortieren der Tabelle</translation>
+    </message>
+    <message>
+        <source>change of settings</source>
+        <translation>Ändern der Einstellungen</translation>
+    </message>
 </context>
 <context>
     <name>ErrorGui</name>
@@ -560,6 +588,22 @@
     <message>
         <source>Printing PDF failed</source>
         <translation>Drucken als PDF fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Undo %1</source>
+        <translation>Rückgängig: %1</translation>
+    </message>
+    <message>
+        <source>Redo %1</source>
+        <translation>Wiederholen: %1</translation>
     </message>
 </context>
 <context>

@@ -404,6 +404,18 @@ void TestEditorForm::editsAskBeforeLeaving()
     const Profile edited = m_editor->profile();
     QCOMPARE(contentOf(edited), contentOf(scooterTemplate()).replace(change[0], change[1]));
     QCOMPARE(edited.isModified(), !asked.isEmpty());
+    // Every change is one step of the history, a whole drag too; undoing it is back at the
+    // loaded state, which counts as unmodified.
+    QUndoStack &history = m_editor->history();
+    QCOMPARE(history.count(), asked.isEmpty() ? 0 : 1);
+    if (!asked.isEmpty()) {
+        history.undo();
+        QCOMPARE(contentOf(m_editor->profile()), contentOf(scooterTemplate()));
+        QVERIFY(!m_editor->profile().isModified());
+        history.redo();
+        QCOMPARE(contentOf(m_editor->profile()), contentOf(edited));
+        QVERIFY(m_editor->profile().isModified());
+    }
 
     m_prompts.askAnswers = {1};
     m_editor->onBack();
@@ -703,6 +715,13 @@ void TestEditorForm::reset()
     QCOMPARE(m_editor->profile().isModified(), answer != 0);
     QCOMPARE(child<QLineEdit>("lineEditName")->text(), answer == 0 ? kTemplateName : QStringLiteral("Mine"));
     QCOMPARE(cellText(2, 1), answer == 0 ? QStringLiteral("18") : QStringLiteral("15"));
+    // A reset is one step of its own, and undoing it brings the edits back as unsaved.
+    if (answer == 0) {
+        m_editor->history().undo();
+        QCOMPARE(contentOf(m_editor->profile()), contentOf(edited));
+        QVERIFY(m_editor->profile().isModified());
+        QCOMPARE(cellText(2, 1), QStringLiteral("15"));
+    }
 }
 
 void TestEditorForm::hintButtonsReachTheirHints_data()

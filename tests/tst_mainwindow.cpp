@@ -120,6 +120,7 @@ private slots:
     void comparisonListsDuplicatesAndDrawsInListOrder();
     void languageSwitchReachesEveryPage();
     void exitEndsTheProgramWithZero();
+    void undoAndRedoNameTheirStep();
     void unsavedEditsAreGuardedOnEveryPath_data();
     void unsavedEditsAreGuardedOnEveryPath();
 };
@@ -211,7 +212,6 @@ void TestMainWindow::editorShortcutsActOnlyOnTheEditor_data()
     QTest::addColumn<QString>("shown"); // on the editor: the dialog title, or the prompt of the page reached
 
     QTest::newRow("Ctrl+S saves") << int(Qt::Key_S) << "Save CDI profile";
-    QTest::newRow("Ctrl+Z resets") << int(Qt::Key_Z) << "Reset profile";
     QTest::newRow("Ctrl+W programs") << int(Qt::Key_W) << kConfirmPrompt;
     QTest::newRow("Ctrl+P prints") << int(Qt::Key_P) << "Print PDF";
 }
@@ -603,6 +603,49 @@ void TestMainWindow::exitEndsTheProgramWithZero()
         QTimer::singleShot(0, &loop, [&loop] { loop.exit(7); });
     });
     QCOMPARE(loop.exec(), 0);
+}
+
+// Ctrl+Z takes back the last change, the reset included, which keeps its own question in the menu.
+void TestMainWindow::undoAndRedoNameTheirStep()
+{
+    Program program;
+    QVERIFY(program.ready());
+    QAction *undo = program.child<QAction>("actionUndo");
+    QAction *redo = program.child<QAction>("actionRedo");
+    const auto keys = [&program](Qt::KeyboardModifiers modifiers, Qt::Key key) {
+        QTest::keyClick(&program.window(), key, modifiers);
+    };
+    EditorForm *editor = program.window().findChild<EditorForm *>();
+    const QString name = program.firstTemplate().name();
+    take(program, QStringLiteral("editor"));
+    QVERIFY(!undo->isEnabled() && !redo->isEnabled());
+    editor->setProfileName(QStringLiteral("Edited"));
+    QCOMPARE(undo->text(), QStringLiteral("Undo rename"));
+
+    keys(Qt::ControlModifier, Qt::Key_Z);
+    QCOMPARE(editor->profile().name(), name);
+    QVERIFY(!editor->profile().isModified());
+    QCOMPARE(redo->text(), QStringLiteral("Redo rename"));
+    keys(Qt::ControlModifier, Qt::Key_Y);
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+    keys(Qt::ControlModifier, Qt::Key_Z);
+    keys(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Z);
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+    QVERIFY(editor->profile().isModified());
+    QVERIFY(program.prompts.shown.isEmpty());
+
+    program.prompts.askAnswers = {0};
+    program.child<QAction>("actionReset")->trigger();
+    QCOMPARE(program.prompts.titles(), QStringList {"Reset profile"});
+    QCOMPARE(undo->text(), QStringLiteral("Undo reset to defaults"));
+    keys(Qt::ControlModifier, Qt::Key_Z);
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+
+    // Off the editor the history stays as it is.
+    program.click("nextButton");
+    QVERIFY(!undo->isEnabled());
+    keys(Qt::ControlModifier, Qt::Key_Z);
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
 }
 
 void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()
