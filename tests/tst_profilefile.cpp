@@ -1,6 +1,7 @@
 // Profile records, the "cdi" container around them, and profile files.
 #include "profile/container.h"
 #include "profile/profilefile.h"
+#include "profile/recentprofiles.h"
 #include "tests/layoutencoder.h"
 
 #include <QBuffer>
@@ -64,6 +65,8 @@ private slots:
     void container_data();
     void container();
     void profileFileTakesTheFirstRecord();
+    void recentProfiles_data();
+    void recentProfiles();
 };
 
 // Rows that write compare the writer's bytes with the record; every row reads the record back,
@@ -276,6 +279,60 @@ void TestProfileFile::profileFileTakesTheFirstRecord()
     QVERIFY(!read(handContainer({"junk", first.bytes()})));
     QVERIFY(!read(handContainer({})));
     QVERIFY(!read(first.bytes())); // a bare record is not a file
+}
+
+void TestProfileFile::recentProfiles_data()
+{
+    QTest::addColumn<QString>("added"); // one letter per file, oldest first
+    QTest::addColumn<QString>("removed"); // files deleted afterwards
+    QTest::addColumn<QString>("listed"); // newest first
+    QTest::newRow("newest first") << "abc"
+                                  << ""
+                                  << "cba";
+    QTest::newRow("eight at most") << "abcdefghij"
+                                   << ""
+                                   << "jihgfedc";
+    QTest::newRow("opened again moves to the front") << "abcb"
+                                                     << ""
+                                                     << "bca";
+    QTest::newRow("missing files are dropped") << "abcd"
+                                               << "bd"
+                                               << "ca";
+    QTest::newRow("nothing yet") << ""
+                                 << ""
+                                 << "";
+}
+
+// The list lives in a settings file of its own here, so the user's is never touched.
+void TestProfileFile::recentProfiles()
+{
+    QFETCH(QString, added);
+    QFETCH(QString, removed);
+    QFETCH(QString, listed);
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString settings = dir.filePath(QStringLiteral("settings.ini"));
+    const QDateTime start(QDate(2026, 5, 1), QTime(8, 0));
+    int minute = 0;
+    for (const QChar letter : added) {
+        const QString path = dir.filePath(QString(letter) + QLatin1String(".cdi"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        CRecentProfiles(settings).add(path, QString(letter).toUpper(), start.addSecs(60 * minute++));
+    }
+    for (const QChar letter : removed)
+        QVERIFY(QFile::remove(dir.filePath(QString(letter) + QLatin1String(".cdi"))));
+
+    for (int pass = 0; pass < 2; ++pass) { // the second reads what the first left behind
+        const QList<RecentProfile> entries = CRecentProfiles(settings).entries();
+        QString names;
+        for (const RecentProfile &entry : entries) {
+            names += entry.name.toLower();
+            QCOMPARE(QFileInfo(entry.path).fileName(), entry.name.toLower() + QLatin1String(".cdi"));
+            QCOMPARE(entry.when, start.addSecs(60 * added.lastIndexOf(entry.name.toLower())));
+        }
+        QCOMPARE(names, listed);
+    }
 }
 
 QTEST_APPLESS_MAIN(TestProfileFile)
