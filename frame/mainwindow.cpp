@@ -12,6 +12,7 @@
 #include "i18n/clanguagemenu.h"
 #include "pages/wizardform.h"
 #include "profile/profilefile.h"
+#include "profile/recentprofiles.h"
 #include "profile/safefilewriter.h"
 #include "summary/summarysheet.h"
 
@@ -19,6 +20,8 @@
 
 #include <QCloseEvent>
 #include <QDateTime>
+#include <QFileInfo>
+#include <QLocale>
 #include <QPainter>
 #include <QScreen>
 #include <QStyle>
@@ -63,6 +66,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
     connect(m_ui->actionOpen, &QAction::triggered, this, &MainWindow::onOpenProfileMenu);
     connect(m_ui->actionSaveAs, &QAction::triggered, this, &MainWindow::onSaveProfileAsMenu);
     connect(m_ui->actionReset, &QAction::triggered, this, &MainWindow::onResetMenu);
+    connect(m_ui->menuRecent, &QMenu::aboutToShow, this, &MainWindow::onRecentMenu);
     // Ctrl+Z takes back the last change; the reset asks its own question from the menu only.
     m_ui->actionUndo->setShortcut(QKeySequence::Undo);
     m_ui->actionRedo->setShortcuts(
@@ -406,6 +410,36 @@ void MainWindow::onNewProfileMenu()
     showStartPage([this, back] { m_wizard->showTemplateChoice(WizardForm::kCreateCustom, back); });
 }
 
+// Filled each time it opens: the list changes with every open and save, and files go away.
+void MainWindow::onRecentMenu()
+{
+    m_ui->menuRecent->clear();
+    const QList<RecentProfile> entries = CRecentProfiles().entries();
+    for (const RecentProfile &entry : entries) {
+        const QString text = tr("%1 (%2, %3)")
+                                 .arg(entry.name, QFileInfo(entry.path).fileName(),
+                                     QLocale().toString(entry.when.date(), QLocale::ShortFormat));
+        const QString path = entry.path;
+        connect(
+            m_ui->menuRecent->addAction(text), &QAction::triggered, this, [this, path] { openRecent(path); });
+    }
+    if (entries.isEmpty())
+        m_ui->menuRecent->addAction(tr("No recent profiles"))->setEnabled(false);
+}
+
+void MainWindow::openRecent(const QString &path)
+{
+    if (!mayLeaveEditor())
+        return;
+    const std::optional<Profile> profile = readProfileFile(path);
+    if (!profile) {
+        userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
+        return;
+    }
+    CRecentProfiles().add(path, profile->name());
+    showEditor(*profile);
+}
+
 void MainWindow::onOpenProfileMenu()
 {
     if (!mayLeaveEditor())
@@ -502,6 +536,8 @@ std::optional<Profile> MainWindow::readProfileFromFile()
     std::optional<Profile> profile = readProfileFile(path);
     if (!profile)
         userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
+    else
+        CRecentProfiles().add(path, profile->name());
     return profile;
 }
 
@@ -524,7 +560,7 @@ QString MainWindow::writeErrorText(FileWriteError error)
 // its place, so a failure never costs the file that was there before.
 void MainWindow::writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
     const QString &failureHeading, const std::function<QByteArray()> &bytes,
-    const std::function<void()> &onSuccess)
+    const std::function<void(const QString &path)> &onSuccess)
 {
     if (m_currentWidget != m_editor)
         return;
@@ -539,14 +575,18 @@ void MainWindow::writeEditedProfile(const QString &title, const QString &fileFil
         userPrompts().warn(this, title, failureHeading + QLatin1String(":\n\n") + error, tr("OK"));
         return;
     }
-    onSuccess();
+    onSuccess(path);
 }
 
 void MainWindow::onSaveProfileAsMenu()
 {
     writeEditedProfile(
         tr("Save CDI profile"), profileFilter(), QStringLiteral(".cdi"), tr("Saving profile failed"),
-        [this] { return profileFileBytes(m_editor->profile()); }, [this] { m_editor->markSaved(); });
+        [this] { return profileFileBytes(m_editor->profile()); },
+        [this](const QString &path) {
+            m_editor->markSaved();
+            CRecentProfiles().add(path, m_editor->profile().name());
+        });
 }
 
 void MainWindow::onPrintMenu()
@@ -559,7 +599,7 @@ void MainWindow::onPrintMenu()
             return summarySheetPdf(
                 m_editor->profile(), summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime()));
         },
-        [] {});
+        [](const QString &) {});
 }
 
 // ---- language ----

@@ -69,6 +69,7 @@ private slots:
     void onExitMenu();
     void onNewProfileMenu();
     void onOpenProfileMenu();
+    void onRecentMenu();
     void onSaveProfileAsMenu();
     void onResetMenu();
     void onUpdateMenu();
@@ -90,13 +91,14 @@ private:
     void switchTo(QWidget *target);
     void resetFrame();
     void updateUndoActions();
+    void openRecent(const QString &path);
     void prepareEditorFrame();
     void prepareConfirmationFrame();
     void showStartPage(const std::function<void()> &chooseView);
     void showDeviceUnavailable();
     void writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
         const QString &failureHeading, const std::function<QByteArray()> &bytes,
-        const std::function<void()> &onSuccess);
+        const std::function<void(const QString &path)> &onSuccess);
     void setFixedTexts();
     void paintBanner();
     void placeOnScreen();

@@ -605,6 +605,18 @@
         <source>Redo %1</source>
         <translation>Wiederholen: %1</translation>
     </message>
+    <message>
+        <source>Open recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>%1 (%2, %3)</source>
+        <translation>%1 (%2, %3)</translation>
+    </message>
+    <message>
+        <source>No recent profiles</source>
+        <translation>Keine zuletzt geöffneten Profile</translation>
+    </message>
 </context>
 <context>
     <name>MapPlotter</name>

@@ -121,6 +121,7 @@ private slots:
     void languageSwitchReachesEveryPage();
     void exitEndsTheProgramWithZero();
     void undoAndRedoNameTheirStep();
+    void recentProfilesOpenThroughTheQuestion();
     void unsavedEditsAreGuardedOnEveryPath_data();
     void unsavedEditsAreGuardedOnEveryPath();
 };
@@ -646,6 +647,33 @@ void TestMainWindow::undoAndRedoNameTheirStep()
     QVERIFY(!undo->isEnabled());
     keys(Qt::ControlModifier, Qt::Key_Z);
     QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+}
+
+// A file opened lately is one click away in the Profile menu, through the unsaved-changes question.
+void TestMainWindow::recentProfilesOpenThroughTheQuestion()
+{
+    Program program;
+    QVERIFY(program.ready());
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("recent.cdi"));
+    QVERIFY(writeAll(path, profileFileBytes(namedProfile(QStringLiteral("Recent one"), 0))));
+    program.prompts.fileAnswers = QStringList {path};
+    take(program, QStringLiteral("^O"));
+    EditorForm *editor = program.window().findChild<EditorForm *>();
+    editor->setProfileName(QStringLiteral("Edited"));
+
+    QMenu *menu = program.child<QMenu>("menuRecent");
+    QMetaObject::invokeMethod(menu, "aboutToShow");
+    QVERIFY(!menu->actions().isEmpty());
+    QAction *first = menu->actions().first();
+    QVERIFY2(first->text().startsWith(QLatin1String("Recent one (recent.cdi, ")), qPrintable(first->text()));
+    program.prompts.shown.clear();
+    program.prompts.askAnswers = {1, 0};
+    first->trigger();
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+    first->trigger();
+    QCOMPARE(editor->profile().name(), QStringLiteral("Recent one"));
+    QCOMPARE(program.prompts.titles(), (QStringList {"Unsaved changes", "Unsaved changes"}));
 }
 
 void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()
