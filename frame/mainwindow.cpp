@@ -420,14 +420,14 @@ void MainWindow::onRecentMenu()
                                  .arg(entry.name, QFileInfo(entry.path).fileName(),
                                      QLocale().toString(entry.when.date(), QLocale::ShortFormat));
         const QString path = entry.path;
-        connect(
-            m_ui->menuRecent->addAction(text), &QAction::triggered, this, [this, path] { openRecent(path); });
+        connect(m_ui->menuRecent->addAction(text), &QAction::triggered, this,
+            [this, path] { openRecentProfile(path); });
     }
     if (entries.isEmpty())
         m_ui->menuRecent->addAction(tr("No recent profiles"))->setEnabled(false);
 }
 
-void MainWindow::openRecent(const QString &path)
+void MainWindow::openRecentProfile(const QString &path)
 {
     if (!mayLeaveEditor())
         return;

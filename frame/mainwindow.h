@@ -53,6 +53,7 @@ public:
     std::optional<Profile> readProfileFromFile() override;
     void confirmProgramming(const Profile &profile) override;
     void refreshPrompt() override;
+    void openRecentProfile(const QString &path) override;
 
     // IBrowserSub
     void onTransactionFinished() override;
@@ -91,7 +92,6 @@ private:
     void switchTo(QWidget *target);
     void resetFrame();
     void updateUndoActions();
-    void openRecent(const QString &path);
     void prepareEditorFrame();
     void prepareConfirmationFrame();
     void showStartPage(const std::function<void()> &chooseView);

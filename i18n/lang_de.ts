@@ -968,5 +968,17 @@
         <source>Continue</source>
         <translation>Weiter</translation>
     </message>
+    <message>
+        <source>Recently opened profiles</source>
+        <translation>Zuletzt verwendete Profile</translation>
+    </message>
+    <message>
+        <source>Click to open the profile in the editor</source>
+        <translation>Klicken, um das Profil im Editor zu öffnen</translation>
+    </message>
+    <message>
+        <source>%1 (%2, %3)</source>
+        <translation>%1 (%2, %3)</translation>
+    </message>
 </context>
 </TS>

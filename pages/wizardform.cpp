@@ -7,8 +7,13 @@
 #include "pages/defaultprofilesgui.h"
 #include "pages/multigraphform.h"
 #include "profile/profile.h"
+#include "profile/recentprofiles.h"
 
 #include "ui_wizardform.h"
+
+#include <QFileInfo>
+#include <QListWidget>
+#include <QLocale>
 
 namespace {
 
@@ -53,6 +58,7 @@ WizardForm::WizardForm(std::unique_ptr<DefaultProfilesGui> templates,
         button->setIcon(choiceIcon(icon));
 
     connect(m_ui->editProfilesButton, &QPushButton::clicked, this, &WizardForm::onEditProfilesButton);
+    connect(m_ui->recentList, &QListWidget::itemClicked, this, &WizardForm::onRecentClicked);
     connect(m_ui->calibrationSelectionButton, &QPushButton::clicked, this,
         &WizardForm::onCalibrationSelectionButton);
     connect(m_ui->testConnectionButton, &QPushButton::clicked, this, &WizardForm::onTestConnectionButton);
@@ -82,6 +88,28 @@ void WizardForm::showMainChoices()
     showView(View::Main);
 }
 
+// The lower half of the main view: the files opened or saved lately, newest first.
+void WizardForm::updateRecentList()
+{
+    m_ui->recentList->clear();
+    const QList<RecentProfile> entries = CRecentProfiles().entries();
+    for (const RecentProfile &entry : entries) {
+        auto *item = new QListWidgetItem(tr("%1 (%2, %3)")
+                                             .arg(entry.name, QFileInfo(entry.path).fileName(),
+                                                 QLocale().toString(entry.when.date(), QLocale::ShortFormat)),
+            m_ui->recentList);
+        item->setData(Qt::UserRole, entry.path);
+    }
+    m_ui->recentTitleLabel->setVisible(!entries.isEmpty());
+    m_ui->recentList->setVisible(!entries.isEmpty());
+}
+
+void WizardForm::onRecentClicked(QListWidgetItem *item)
+{
+    if (m_main && item)
+        m_main->openRecentProfile(item->data(Qt::UserRole).toString());
+}
+
 void WizardForm::showProgrammingChoices()
 {
     showView(View::Programming);
@@ -102,6 +130,7 @@ void WizardForm::showView(View view)
     m_templateBack = nullptr;
     switch (view) {
     case View::Main:
+        updateRecentList();
         m_ui->views->setCurrentWidget(m_ui->mainView);
         m_backView = View::Main;
         break;

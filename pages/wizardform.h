@@ -16,6 +16,7 @@ class WizardForm;
 class ComparisonForm;
 class DefaultProfilesGui;
 class IBrowserMain;
+class QListWidgetItem;
 class MultiGraphForm;
 
 // The start page. Its views lead to everything the program does: the main choices, the ways to
@@ -87,12 +88,14 @@ public slots:
     void onCalibrateCustomButton();
     void onCalibrateDefaultButton();
     void onSwitchedLanguage(int index);
+    void onRecentClicked(QListWidgetItem *item);
 
 private:
     void applyFrame();
     QString prompt() const;
     void markUpToolTips();
     void updateContinuePanels();
+    void updateRecentList();
 
     std::unique_ptr<Ui::WizardForm> m_ui;
     DefaultProfilesGui *m_templates;

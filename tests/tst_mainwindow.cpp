@@ -674,6 +674,17 @@ void TestMainWindow::recentProfilesOpenThroughTheQuestion()
     first->trigger();
     QCOMPARE(editor->profile().name(), QStringLiteral("Recent one"));
     QCOMPARE(program.prompts.titles(), (QStringList {"Unsaved changes", "Unsaved changes"}));
+
+    // The start page lists it as well; one click opens it.
+    program.window().start();
+    QListWidget *list = program.child<QListWidget>("recentList");
+    QVERIFY(list->isVisible());
+    QCOMPARE(list->item(0)->text(), first->text());
+    editor->setProfileName(QStringLiteral("Edited"));
+    program.prompts.askAnswers = {0};
+    clickEntry(list, 0);
+    QCOMPARE(program.prompt(), QString::fromLatin1(kEditorPrompt));
+    QCOMPARE(editor->profile().name(), QStringLiteral("Recent one"));
 }
 
 void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()
