@@ -1,6 +1,7 @@
 #include "editor/editorform.h"
 
 #include "editor/cblinker.h"
+#include "editor/cprofileedit.h"
 #include "editor/flagsform.h"
 #include "editor/graphform.h"
 #include "editor/hintdialog.h"
@@ -68,6 +69,8 @@ EditorForm::EditorForm(
     installEventFilter(this);
 
     connect(m_ui->hintButtonMap, &QToolButton::clicked, this, &EditorForm::onIgnitionMapHint);
+    connect(
+        &m_history, &QUndoStack::indexChanged, this, [this] { m_profile.setModified(!m_history.isClean()); });
 }
 
 EditorForm::~EditorForm() = default;
@@ -98,6 +101,9 @@ void EditorForm::setProfile(const Profile &profile)
     refresh();
     m_ui->tabWidget->setCurrentWidget(m_ui->tabParameters);
     m_profile.setModified(false);
+    m_saved = m_profile;
+    m_recorded = m_profile;
+    m_history.clear();
     if (!m_hintsStarted) {
         m_hintsStarted = true;
         m_blinker->start();
@@ -120,9 +126,11 @@ void EditorForm::showInformation()
     m_ui->plainTextEditInformation->setPlainText(text.isEmpty() ? tr("No information available") : text);
 }
 
+// Asked whatever page shows: the profile lives on behind the other pages, and every path that
+// replaces it or ends the program comes through here.
 bool EditorForm::confirmDiscard()
 {
-    if (!isVisible() || !m_profile.isModified())
+    if (!m_profileLoaded || !m_profile.isModified())
         return true;
     const QString text = kRichTextMark
         + tr("Your current CDI profile <b>%1</b> has unsaved changes.<br><br>"
@@ -132,7 +140,12 @@ bool EditorForm::confirmDiscard()
         = userPrompts().ask(this, tr("Unsaved changes"), text, {tr("Discard changes"), tr("Back")}, 0, -1);
     if (answer != 0)
         return false;
-    m_profile.setModified(false);
+    // Discarded edits are gone: the profile goes back to what was last loaded or saved, so
+    // nothing brings them back unprotected.
+    m_profile = m_saved;
+    m_recorded = m_profile;
+    m_history.clear();
+    refresh();
     return true;
 }
 
@@ -150,13 +163,21 @@ void EditorForm::resetProfile()
     if (answer != 0)
         return;
     // The template's modified flag comes along too, so a reset profile has no unsaved changes.
+    // One undoable step; the reset profile counts as the saved one.
     m_profile = *factory;
+    record(tr("reset to defaults"));
+    m_history.setClean();
+    m_profile.setModified(false);
+    m_saved = m_profile;
     refresh();
 }
 
 void EditorForm::markSaved()
 {
     m_profile.setModified(false);
+    m_saved = m_profile;
+    m_recorded = m_profile;
+    m_history.setClean();
 }
 
 void EditorForm::setActive(bool active)
@@ -199,15 +220,19 @@ void EditorForm::updateGraph()
 void EditorForm::setProfileName(const QString &name)
 {
     // Confirming the name unchanged is no change.
-    if (name != m_profile.name())
+    if (name != m_profile.name()) {
         m_profile.setName(name);
+        record(tr("rename"));
+    }
     m_nameForm->showName(m_profile.name());
 }
 
 void EditorForm::setProfileNotes(const QString &notes)
 {
-    if (notes != m_profile.notes())
+    if (notes != m_profile.notes()) {
         m_profile.setNotes(notes);
+        record(tr("edit of the notes"));
+    }
     m_notesForm->showNotes(m_profile.notes());
 }
 
@@ -221,6 +246,41 @@ void EditorForm::onPointSelected(int index, bool rescale)
 {
     m_tableForm->selectRow(index);
     m_graphForm->setData(&m_profile, index, rescale);
+}
+
+void EditorForm::onEdited(Edit edit, int point)
+{
+    switch (edit) {
+    case Edit::Cell:
+        record(tr("edit of point %1").arg(point + 1));
+        break;
+    case Edit::Drag:
+        record(tr("drag of point %1").arg(point + 1));
+        break;
+    case Edit::Sort:
+        record(tr("sort of the map"));
+        break;
+    case Edit::Setting:
+        record(tr("change of settings"));
+        break;
+    }
+}
+
+// The change is already in the working profile; the step keeps both sides of it.
+void EditorForm::record(const QString &step)
+{
+    m_history.push(
+        new CProfileEdit(step, m_recorded, m_profile, [this](const Profile &p) { applySnapshot(p); }));
+    m_recorded = m_profile;
+    // Back at the saved state after undoing counts as unmodified, anywhere else as modified.
+    m_profile.setModified(!m_history.isClean());
+}
+
+void EditorForm::applySnapshot(const Profile &profile)
+{
+    m_profile = profile;
+    m_recorded = profile;
+    refresh();
 }
 
 void EditorForm::onHintLabelTouched()

@@ -6,6 +6,7 @@
 #include "i18n/itranslatable.h"
 #include "profile/profile.h"
 
+#include <QUndoStack>
 #include <QWidget>
 
 #include <memory>
@@ -50,7 +51,8 @@ public:
 
     // Takes a copy of the profile as the user's own, with no unsaved changes.
     void setProfile(const Profile &profile);
-    // Asks before unsaved changes are dropped; true when the page may be left.
+    // Asks before unsaved changes are dropped, whatever page shows; true when the profile may be
+    // left or replaced. Discarding puts the profile back to its last loaded or saved state.
     bool confirmDiscard();
     // Puts the profile back to its factory template, after asking.
     void resetProfile();
@@ -60,6 +62,8 @@ public:
     void markSaved();
     // True once a profile was loaded in this run.
     bool hasProfile() const { return m_profileLoaded; }
+    // Every change since the profile was loaded; its clean state is the saved profile.
+    QUndoStack &history() { return m_history; }
 
     void setActive(bool active) override;
     void onBack() override;
@@ -71,6 +75,7 @@ public:
     void setProfileNotes(const QString &notes) override;
     void onMapChanged(bool rescale) override;
     void onPointSelected(int index, bool rescale) override;
+    void onEdited(Edit edit, int point) override;
 
     void onHintLabelTouched() override;
 
@@ -82,6 +87,8 @@ private slots:
 
 private:
     void refresh();
+    void record(const QString &step);
+    void applySnapshot(const Profile &profile);
     void showInformation();
     void setTexts();
     QString prompt() const;
@@ -100,6 +107,11 @@ private:
     GraphForm *m_graphForm;
 
     Profile m_profile;
+    // The profile as last loaded, saved or reset: what a discard goes back to.
+    Profile m_saved;
+    // The profile as the last step of the history left it.
+    Profile m_recorded;
+    QUndoStack m_history;
     bool m_hintsStarted = false;
     bool m_profileLoaded = false;
 

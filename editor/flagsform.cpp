@@ -77,6 +77,7 @@ bool FlagsForm::writeFlags(const ProfileFlags &flags)
     if (flags == m_profile->flags())
         return false;
     m_profile->setFlags(flags);
+    m_editor->onEdited(IProfileEditorMain::Edit::Setting, -1);
     return true;
 }
 
@@ -85,6 +86,7 @@ void FlagsForm::onVoltageEdited(int volts)
     if (m_loading || !m_profile)
         return;
     m_profile->setVoltage(volts);
+    m_editor->onEdited(IProfileEditorMain::Edit::Setting, -1);
 }
 
 void FlagsForm::onSensorAdvanceEdited(double degrees)
@@ -95,6 +97,7 @@ void FlagsForm::onSensorAdvanceEdited(double degrees)
     coefficients.k0 = degrees;
     m_profile->setSensorCoefficients(coefficients);
     m_editor->updateGraph();
+    m_editor->onEdited(IProfileEditorMain::Edit::Setting, -1);
 }
 
 void FlagsForm::onSideStandBlockingEdited(int state)

@@ -119,12 +119,17 @@ void GraphForm::dragTo(const QPoint &position)
     IgnitionMap map = m_profile->map();
     map.setPoint(m_selected, target.rpm, target.angle);
     m_profile->setMap(map);
+    m_moved = true;
     m_editor->onMapChanged(false);
 }
 
+// A whole drag is one step, however many moves it took.
 void GraphForm::release()
 {
     m_dragging = false;
+    if (m_moved && m_profile)
+        m_editor->onEdited(IProfileEditorMain::Edit::Drag, m_selected);
+    m_moved = false;
     redraw(true);
     repaint();
 }

@@ -52,5 +52,6 @@ private:
     Profile *m_profile = nullptr;
     int m_selected = -1;
     bool m_dragging = false;
+    bool m_moved = false;
     CHintLabel *m_hintLabel = nullptr;
 };

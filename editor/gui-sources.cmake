@@ -8,6 +8,7 @@ target_sources(sparkwright-gui PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/nameform.cpp
     ${CMAKE_CURRENT_LIST_DIR}/notesform.cpp
     ${CMAKE_CURRENT_LIST_DIR}/hintdialog.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/cprofileedit.cpp
     ${CMAKE_CURRENT_LIST_DIR}/editorform.cpp
     ${CMAKE_CURRENT_LIST_DIR}/customform.cpp
 )

@@ -18,4 +18,15 @@ public:
     virtual void onMapChanged(bool rescale) = 0;
     // A child selected a point; the table and the graph both show it.
     virtual void onPointSelected(int index, bool rescale) = 0;
+
+    // A finished change, one step of the history: a cell (point is its row), a drag (once, on
+    // release), a sort or a setting (point -1).
+    enum class Edit
+    {
+        Cell,
+        Drag,
+        Sort,
+        Setting
+    };
+    virtual void onEdited(Edit edit, int point) = 0;
 };

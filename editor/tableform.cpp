@@ -231,6 +231,7 @@ void TableForm::onTableEdited(QStandardItem *item)
     map.setPoint(row, rpm, angle);
     m_profile->setMap(map);
     m_editor->onMapChanged(true);
+    m_editor->onEdited(IProfileEditorMain::Edit::Cell, row);
 }
 
 void TableForm::onSortButtonClicked()
@@ -239,4 +240,5 @@ void TableForm::onSortButtonClicked()
         return;
     m_profile->setMap(sortAscending(m_profile->map()));
     m_editor->onMapChanged(true);
+    m_editor->onEdited(IProfileEditorMain::Edit::Sort, -1);
 }

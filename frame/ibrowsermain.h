@@ -45,6 +45,8 @@ public:
     virtual void confirmProgramming(const Profile &profile) { requestProgramming(profile, false); }
     // The current page changed its prompt (its status tip) without a page change.
     virtual void refreshPrompt() { }
+    // Opens a recently used profile file in the editor, after the unsaved-changes question.
+    virtual void openRecentProfile(const QString &path) { Q_UNUSED(path) }
 };
 
 // The main window as the progress page sees it.

@@ -12,6 +12,7 @@
 #include "i18n/clanguagemenu.h"
 #include "pages/wizardform.h"
 #include "profile/profilefile.h"
+#include "profile/recentprofiles.h"
 #include "profile/safefilewriter.h"
 #include "summary/summarysheet.h"
 
@@ -19,6 +20,8 @@
 
 #include <QCloseEvent>
 #include <QDateTime>
+#include <QFileInfo>
+#include <QLocale>
 #include <QPainter>
 #include <QScreen>
 #include <QStyle>
@@ -68,6 +71,14 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
     connect(m_ui->actionOpen, &QAction::triggered, this, &MainWindow::onOpenProfileMenu);
     connect(m_ui->actionSaveAs, &QAction::triggered, this, &MainWindow::onSaveProfileAsMenu);
     connect(m_ui->actionReset, &QAction::triggered, this, &MainWindow::onResetMenu);
+    connect(m_ui->menuRecent, &QMenu::aboutToShow, this, &MainWindow::onRecentMenu);
+    // Ctrl+Z takes back the last change; the reset asks its own question from the menu only.
+    m_ui->actionUndo->setShortcut(QKeySequence::Undo);
+    m_ui->actionRedo->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    connect(m_ui->actionUndo, &QAction::triggered, &m_editor->history(), &QUndoStack::undo);
+    connect(m_ui->actionRedo, &QAction::triggered, &m_editor->history(), &QUndoStack::redo);
+    connect(&m_editor->history(), &QUndoStack::indexChanged, this, &MainWindow::updateUndoActions);
     connect(m_ui->actionUpdate, &QAction::triggered, this, &MainWindow::onUpdateMenu);
     connect(m_ui->actionAbout, &QAction::triggered, this, &MainWindow::onAboutMenu);
     connect(m_ui->actionImport, &QAction::triggered, this, &MainWindow::onImportMenu);
@@ -88,7 +99,12 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
     placeOnScreen();
 }
 
-MainWindow::~MainWindow() = default;
+// The editor, one of the pages, goes with the window's widget tree after this window has
+// stopped being a MainWindow; its history must no longer report here.
+MainWindow::~MainWindow()
+{
+    disconnect(&m_editor->history(), nullptr, this, nullptr);
+}
 
 void MainWindow::setAboutDialog(AboutDialog *about)
 {
@@ -161,6 +177,17 @@ void MainWindow::setFixedTexts()
     m_ui->actionVisitUs->setText(CWebLinks::visitUsText());
 }
 
+// Undo and Redo name their step and work on the editor only.
+void MainWindow::updateUndoActions()
+{
+    const QUndoStack &history = m_editor->history();
+    const bool editing = m_editor->isVisible();
+    m_ui->actionUndo->setEnabled(editing && history.canUndo());
+    m_ui->actionRedo->setEnabled(editing && history.canRedo());
+    m_ui->actionUndo->setText(history.canUndo() ? tr("Undo %1").arg(history.undoText()) : tr("Undo"));
+    m_ui->actionRedo->setText(history.canRedo() ? tr("Redo %1").arg(history.redoText()) : tr("Redo"));
+}
+
 // ---- page changes ----
 
 void MainWindow::switchTo(QWidget *target)
@@ -174,6 +201,7 @@ void MainWindow::switchTo(QWidget *target)
     m_wizard->setActive(target == m_wizard);
     m_editor->setActive(target == m_editor);
     m_confirmation->setActive(target == m_confirmation);
+    updateUndoActions();
     m_ui->promptLabel->setText(target ? target->statusTip() : QString());
 }
 
@@ -371,10 +399,56 @@ void MainWindow::closeEvent(QCloseEvent *event)
     QCoreApplication::exit(0);
 }
 
+// Back on the template chooser returns to the page and view the user came from.
 void MainWindow::onNewProfileMenu()
 {
-    if (mayLeaveEditor())
-        showStartPage([this] { m_wizard->showTemplateChoice(WizardForm::kCreateCustom); });
+    if (!mayLeaveEditor())
+        return;
+    std::function<void()> back;
+    if (m_currentWidget == m_editor) {
+        back = [this] { continueEditing(); };
+    } else if (m_currentWidget == m_confirmation) {
+        const Profile shown = m_confirmation->profile();
+        const bool fromEditor = m_confirmationFromEditor;
+        back = [this, shown, fromEditor] {
+            showProgrammingConfirmation(shown);
+            m_confirmationFromEditor = fromEditor;
+        };
+    } else if (m_currentWidget == m_wizard && m_wizard->view() != WizardForm::View::Template) {
+        const WizardForm::View view = m_wizard->view();
+        back = [this, view] { m_wizard->showView(view); };
+    }
+    showStartPage([this, back] { m_wizard->showTemplateChoice(WizardForm::kCreateCustom, back); });
+}
+
+// Filled each time it opens: the list changes with every open and save, and files go away.
+void MainWindow::onRecentMenu()
+{
+    m_ui->menuRecent->clear();
+    const QList<RecentProfile> entries = CRecentProfiles().entries();
+    for (const RecentProfile &entry : entries) {
+        const QString text = tr("%1 (%2, %3)")
+                                 .arg(entry.name, QFileInfo(entry.path).fileName(),
+                                     QLocale().toString(entry.when.date(), QLocale::ShortFormat));
+        const QString path = entry.path;
+        connect(m_ui->menuRecent->addAction(text), &QAction::triggered, this,
+            [this, path] { openRecentProfile(path); });
+    }
+    if (entries.isEmpty())
+        m_ui->menuRecent->addAction(tr("No recent profiles"))->setEnabled(false);
+}
+
+void MainWindow::openRecentProfile(const QString &path)
+{
+    if (!mayLeaveEditor())
+        return;
+    const std::optional<Profile> profile = readProfileFile(path);
+    if (!profile) {
+        userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
+        return;
+    }
+    CRecentProfiles().add(path, profile->name());
+    showEditor(*profile);
 }
 
 void MainWindow::onOpenProfileMenu()
@@ -473,6 +547,8 @@ std::optional<Profile> MainWindow::readProfileFromFile()
     std::optional<Profile> profile = readProfileFile(path);
     if (!profile)
         userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
+    else
+        CRecentProfiles().add(path, profile->name());
     return profile;
 }
 
@@ -495,7 +571,7 @@ QString MainWindow::writeErrorText(FileWriteError error)
 // its place, so a failure never costs the file that was there before.
 void MainWindow::writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
     const QString &failureHeading, const std::function<QByteArray()> &bytes,
-    const std::function<void()> &onSuccess)
+    const std::function<void(const QString &path)> &onSuccess)
 {
     if (m_currentWidget != m_editor)
         return;
@@ -510,14 +586,18 @@ void MainWindow::writeEditedProfile(const QString &title, const QString &fileFil
         userPrompts().warn(this, title, failureHeading + QLatin1String(":\n\n") + error, tr("OK"));
         return;
     }
-    onSuccess();
+    onSuccess(path);
 }
 
 void MainWindow::onSaveProfileAsMenu()
 {
     writeEditedProfile(
         tr("Save CDI profile"), profileFilter(), QStringLiteral(".cdi"), tr("Saving profile failed"),
-        [this] { return profileFileBytes(m_editor->profile()); }, [this] { m_editor->markSaved(); });
+        [this] { return profileFileBytes(m_editor->profile()); },
+        [this](const QString &path) {
+            m_editor->markSaved();
+            CRecentProfiles().add(path, m_editor->profile().name());
+        });
 }
 
 void MainWindow::onPrintMenu()
@@ -530,7 +610,7 @@ void MainWindow::onPrintMenu()
             return summarySheetPdf(
                 m_editor->profile(), summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime()));
         },
-        [] {});
+        [](const QString &) {});
 }
 
 // ---- language ----
@@ -548,6 +628,7 @@ void MainWindow::retranslate(int language)
 {
     Q_UNUSED(language)
     m_ui->retranslateUi(this);
+    updateUndoActions();
     setFixedTexts();
     paintBanner();
     // The start page sets its own texts when it is told; the others are prepared here.

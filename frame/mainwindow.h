@@ -53,6 +53,7 @@ public:
     std::optional<Profile> readProfileFromFile() override;
     void confirmProgramming(const Profile &profile) override;
     void refreshPrompt() override;
+    void openRecentProfile(const QString &path) override;
 
     // IBrowserSub
     void onTransactionFinished() override;
@@ -69,6 +70,7 @@ private slots:
     void onExitMenu();
     void onNewProfileMenu();
     void onOpenProfileMenu();
+    void onRecentMenu();
     void onSaveProfileAsMenu();
     void onResetMenu();
     void onUpdateMenu();
@@ -89,13 +91,14 @@ private:
     void showPage(QWidget *target, CBrowserWidget *page, const std::function<void()> &prepare);
     void switchTo(QWidget *target);
     void resetFrame();
+    void updateUndoActions();
     void prepareEditorFrame();
     void prepareConfirmationFrame();
     void showStartPage(const std::function<void()> &chooseView);
     void showDeviceUnavailable();
     void writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
         const QString &failureHeading, const std::function<QByteArray()> &bytes,
-        const std::function<void()> &onSuccess);
+        const std::function<void(const QString &path)> &onSuccess);
     void setFixedTexts();
     void paintBanner();
     void placeOnScreen();

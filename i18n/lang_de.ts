@@ -318,6 +318,34 @@
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>reset to defaults</source>
+        <translation>Zurücksetzen auf Werkseinstellungen</translation>
+    </message>
+    <message>
+        <source>rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>edit of the notes</source>
+        <translation>Bearbeiten der Notizen</translation>
+    </message>
+    <message>
+        <source>edit of point %1</source>
+        <translation>Ändern von Punkt %1</translation>
+    </message>
+    <message>
+        <source>drag of point %1</source>
+        <translation>Verschieben von Punkt %1</translation>
+    </message>
+    <message>
+        <source>sort of the map</source>
+        <translation>Sortieren der Tabelle</translation>
+    </message>
+    <message>
+        <source>change of settings</source>
+        <translation>Ändern der Einstellungen</translation>
+    </message>
 </context>
 <context>
     <name>ErrorGui</name>
@@ -588,6 +616,34 @@
     <message>
         <source>Printing PDF failed</source>
         <translation>Drucken als PDF fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Undo %1</source>
+        <translation>Rückgängig: %1</translation>
+    </message>
+    <message>
+        <source>Redo %1</source>
+        <translation>Wiederholen: %1</translation>
+    </message>
+    <message>
+        <source>Open recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>%1 (%2, %3)</source>
+        <translation>%1 (%2, %3)</translation>
+    </message>
+    <message>
+        <source>No recent profiles</source>
+        <translation>Keine zuletzt geöffneten Profile</translation>
     </message>
 </context>
 <context>
@@ -1066,6 +1122,18 @@
     <message>
         <source>Continue</source>
         <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Recently opened profiles</source>
+        <translation>Zuletzt verwendete Profile</translation>
+    </message>
+    <message>
+        <source>Click to open the profile in the editor</source>
+        <translation>Klicken, um das Profil im Editor zu öffnen</translation>
+    </message>
+    <message>
+        <source>%1 (%2, %3)</source>
+        <translation>%1 (%2, %3)</translation>
     </message>
 </context>
 </TS>

@@ -7,8 +7,13 @@
 #include "pages/defaultprofilesgui.h"
 #include "pages/multigraphform.h"
 #include "profile/profile.h"
+#include "profile/recentprofiles.h"
 
 #include "ui_wizardform.h"
+
+#include <QFileInfo>
+#include <QListWidget>
+#include <QLocale>
 
 namespace {
 
@@ -48,6 +53,7 @@ WizardForm::WizardForm(CLanguageSwitcher &switcher, const DefaultLibrary *librar
         button->setIcon(choiceIcon(icon));
 
     connect(m_ui->editProfilesButton, &QPushButton::clicked, this, &WizardForm::onEditProfilesButton);
+    connect(m_ui->recentList, &QListWidget::itemClicked, this, &WizardForm::onRecentClicked);
     connect(m_ui->calibrationSelectionButton, &QPushButton::clicked, this,
         &WizardForm::onCalibrationSelectionButton);
     connect(m_ui->testConnectionButton, &QPushButton::clicked, this, &WizardForm::onTestConnectionButton);
@@ -79,15 +85,38 @@ void WizardForm::showMainChoices()
     showView(View::Main);
 }
 
+// The lower half of the main view: the files opened or saved lately, newest first.
+void WizardForm::updateRecentList()
+{
+    m_ui->recentList->clear();
+    const QList<RecentProfile> entries = CRecentProfiles().entries();
+    for (const RecentProfile &entry : entries) {
+        auto *item = new QListWidgetItem(tr("%1 (%2, %3)")
+                                             .arg(entry.name, QFileInfo(entry.path).fileName(),
+                                                 QLocale().toString(entry.when.date(), QLocale::ShortFormat)),
+            m_ui->recentList);
+        item->setData(Qt::UserRole, entry.path);
+    }
+    m_ui->recentTitleLabel->setVisible(!entries.isEmpty());
+    m_ui->recentList->setVisible(!entries.isEmpty());
+}
+
+void WizardForm::onRecentClicked(QListWidgetItem *item)
+{
+    if (m_main && item)
+        m_main->openRecentProfile(item->data(Qt::UserRole).toString());
+}
+
 void WizardForm::showProgrammingChoices()
 {
     showView(View::Programming);
 }
 
-void WizardForm::showTemplateChoice(int mode)
+void WizardForm::showTemplateChoice(int mode, std::function<void()> back)
 {
     m_templateMode = mode;
     showView(View::Template);
+    m_templateBack = std::move(back);
 }
 
 DefaultProfilesGui &WizardForm::templates()
@@ -124,8 +153,10 @@ MultiGraphForm &WizardForm::graph()
 void WizardForm::showView(View view)
 {
     m_view = view;
+    m_templateBack = nullptr;
     switch (view) {
     case View::Main:
+        updateRecentList();
         m_ui->views->setCurrentWidget(m_ui->mainView);
         m_backView = View::Main;
         break;
@@ -221,8 +252,12 @@ void WizardForm::setActive(bool active)
 
 void WizardForm::onBack()
 {
-    if (m_view != View::Main)
+    if (m_view == View::Template && m_templateBack) {
+        const std::function<void()> back = m_templateBack;
+        back();
+    } else if (m_view != View::Main) {
         showView(m_backView);
+    }
 }
 
 void WizardForm::onNext()
@@ -241,8 +276,9 @@ void WizardForm::onNext()
         showView(View::Comparison);
         break;
     default:
-        // The editor takes it as the user's own profile.
-        m_main->showEditor(*chosen);
+        // The editor takes it as the user's own profile, in place of the one it holds.
+        if (m_main->mayLeaveEditor())
+            m_main->showEditor(*chosen);
         break;
     }
 }
@@ -283,7 +319,7 @@ void WizardForm::onCreateFromTemplateButton()
 
 void WizardForm::onLoadFileButton()
 {
-    if (!m_main)
+    if (!m_main || !m_main->mayLeaveEditor())
         return;
     if (const std::optional<Profile> profile = m_main->readProfileFromFile())
         m_main->showEditor(*profile);

@@ -7,6 +7,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -17,6 +18,7 @@ class ComparisonForm;
 class DefaultLibrary;
 class DefaultProfilesGui;
 class IBrowserMain;
+class QListWidgetItem;
 class MultiGraphForm;
 
 // The start page. Its views lead to everything the program does: the main choices, the ways to
@@ -56,7 +58,10 @@ public:
 
     void showMainChoices();
     void showProgrammingChoices();
-    void showTemplateChoice(int mode);
+    // Back on the template view goes to the view that asks for the mode, or calls back when
+    // given: the template chooser reached by the menu returns where the user was.
+    void showTemplateChoice(int mode, std::function<void()> back = nullptr);
+    void showView(View view);
     View view() const { return m_view; }
     int templateMode() const { return m_templateMode; }
 
@@ -86,9 +91,9 @@ public slots:
     void onCalibrateCustomButton();
     void onCalibrateDefaultButton();
     void onSwitchedLanguage(int index);
+    void onRecentClicked(QListWidgetItem *item);
 
 private:
-    void showView(View view);
     DefaultProfilesGui &templates();
     ComparisonForm &comparison();
     MultiGraphForm &graph();
@@ -96,6 +101,7 @@ private:
     QString prompt() const;
     void markUpToolTips();
     void updateContinuePanels();
+    void updateRecentList();
 
     std::unique_ptr<Ui::WizardForm> m_ui;
     CLanguageSwitcher &m_switcher;
@@ -108,5 +114,6 @@ private:
     View m_view = View::Main;
     View m_backView = View::Main;
     int m_templateMode = kCreateCustom;
+    std::function<void()> m_templateBack;
     bool m_active = false;
 };

@@ -11,4 +11,5 @@ target_sources(sparkwright-core PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/hintcatalog.cpp
     ${CMAKE_CURRENT_LIST_DIR}/profilejson.cpp
     ${CMAKE_CURRENT_LIST_DIR}/safefilewriter.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/recentprofiles.cpp
 )

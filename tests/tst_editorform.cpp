@@ -404,6 +404,18 @@ void TestEditorForm::editsAskBeforeLeaving()
     const Profile edited = m_editor->profile();
     QCOMPARE(contentOf(edited), contentOf(scooterTemplate()).replace(change[0], change[1]));
     QCOMPARE(edited.isModified(), !asked.isEmpty());
+    // Every change is one step of the history, a whole drag too; undoing it is back at the
+    // loaded state, which counts as unmodified.
+    QUndoStack &history = m_editor->history();
+    QCOMPARE(history.count(), asked.isEmpty() ? 0 : 1);
+    if (!asked.isEmpty()) {
+        history.undo();
+        QCOMPARE(contentOf(m_editor->profile()), contentOf(scooterTemplate()));
+        QVERIFY(!m_editor->profile().isModified());
+        history.redo();
+        QCOMPARE(contentOf(m_editor->profile()), contentOf(edited));
+        QVERIFY(m_editor->profile().isModified());
+    }
 
     m_prompts.askAnswers = {1};
     m_editor->onBack();
@@ -421,20 +433,23 @@ void TestEditorForm::editsAskBeforeLeaving()
     QCOMPARE(contentOf(m_editor->profile()), contentOf(edited));
 }
 
-// Discarding leaves nothing to lose, and so does a save; Next hands on the working profile, and a
-// hidden editor, which the user opens a file over, asks nothing.
+// Discarding takes the edits away and leaves nothing to lose, and so does a save; Next hands on
+// the working profile. Hidden behind another page, the editor still guards its edits.
 void TestEditorForm::leavingWithoutAQuestion()
 {
     load(scooterTemplate());
+    const Profile loaded = m_editor->profile();
     perform(QStringLiteral("edit a cell"));
     m_prompts.askAnswers = {0};
     m_editor->onBack();
     QCOMPARE(m_prompts.shown.size(), 1);
     QCOMPARE(m_browser.starts, 1);
     QVERIFY(!m_editor->profile().isModified());
+    QCOMPARE(contentOf(m_editor->profile()), contentOf(loaded));
 
     perform(QStringLiteral("type a voltage"));
     m_editor->markSaved();
+    const Profile saved = m_editor->profile();
     m_editor->onBack();
     QCOMPARE(m_browser.starts, 2);
 
@@ -443,8 +458,14 @@ void TestEditorForm::leavingWithoutAQuestion()
     QCOMPARE(m_browser.confirmations.size(), 1);
     QVERIFY(m_browser.confirmations.first().map().pointEquals(2, 3000, 15));
     m_editor->setActive(false);
+    m_prompts.askAnswers = {1};
+    QVERIFY(!m_editor->confirmDiscard());
+    QVERIFY(m_editor->profile().map().pointEquals(2, 3000, 15));
+    m_prompts.askAnswers = {0};
     QVERIFY(m_editor->confirmDiscard());
-    QCOMPARE(m_prompts.shown.size(), 1);
+    QCOMPARE(m_prompts.shown.size(), 3);
+    QCOMPARE(contentOf(m_editor->profile()), contentOf(saved));
+    QVERIFY(!m_editor->profile().isModified());
 }
 
 void TestEditorForm::typedValuesAreKeptAsTyped_data()
@@ -694,6 +715,13 @@ void TestEditorForm::reset()
     QCOMPARE(m_editor->profile().isModified(), answer != 0);
     QCOMPARE(child<QLineEdit>("lineEditName")->text(), answer == 0 ? kTemplateName : QStringLiteral("Mine"));
     QCOMPARE(cellText(2, 1), answer == 0 ? QStringLiteral("18") : QStringLiteral("15"));
+    // A reset is one step of its own, and undoing it brings the edits back as unsaved.
+    if (answer == 0) {
+        m_editor->history().undo();
+        QCOMPARE(contentOf(m_editor->profile()), contentOf(edited));
+        QVERIFY(m_editor->profile().isModified());
+        QCOMPARE(cellText(2, 1), QStringLiteral("15"));
+    }
 }
 
 void TestEditorForm::hintButtonsReachTheirHints_data()

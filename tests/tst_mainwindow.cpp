@@ -123,6 +123,10 @@ private slots:
     void comparisonListsDuplicatesAndDrawsInListOrder();
     void languageSwitchReachesEveryPage();
     void exitEndsTheProgramWithZero();
+    void undoAndRedoNameTheirStep();
+    void recentProfilesOpenThroughTheQuestion();
+    void unsavedEditsAreGuardedOnEveryPath_data();
+    void unsavedEditsAreGuardedOnEveryPath();
 };
 
 void TestMainWindow::pagesAndBack_data()
@@ -143,8 +147,15 @@ void TestMainWindow::pagesAndBack_data()
     QTest::newRow("template for a new profile")
         << QStringList {"editProfilesButton", "createFromTemplateButton"} << kChooseTemplate << true
         << QStringList {"Create", kEditProfiles};
+    // Back after Ctrl+N returns to where the user was.
     QTest::newRow("Ctrl+N opens the template chooser")
-        << QStringList {"^N"} << kChooseTemplate << true << QStringList {"Create", kEditProfiles};
+        << QStringList {"^N"} << kChooseTemplate << true << QStringList {"Create", kWelcome};
+    QTest::newRow("Ctrl+N from the programming view") << QStringList {"calibrationSelectionButton",
+        "^N"} << kChooseTemplate << true << QStringList {"Create", kProgramming};
+    QTest::newRow("Ctrl+N from the editor")
+        << QStringList {"editor", "^N"} << kChooseTemplate << true << QStringList {"Create", kEditorPrompt};
+    QTest::newRow("Ctrl+N from the confirmation") << QStringList {"editor", "nextButton",
+        "^N"} << kChooseTemplate << true << QStringList {"Create", kConfirmPrompt};
     QTest::newRow("template to program")
         << QStringList {"calibrationSelectionButton", "calibrateDefaultButton"}
         << "Select a profile from the dropdown list to program your CDI." << true
@@ -205,7 +216,6 @@ void TestMainWindow::editorShortcutsActOnlyOnTheEditor_data()
     QTest::addColumn<QString>("shown"); // on the editor: the dialog title, or the prompt of the page reached
 
     QTest::newRow("Ctrl+S saves") << int(Qt::Key_S) << "Save CDI profile";
-    QTest::newRow("Ctrl+Z resets") << int(Qt::Key_Z) << "Reset profile";
     QTest::newRow("Ctrl+W programs") << int(Qt::Key_W) << kConfirmPrompt;
     QTest::newRow("Ctrl+P prints") << int(Qt::Key_P) << "Print PDF";
 }
@@ -613,6 +623,150 @@ void TestMainWindow::exitEndsTheProgramWithZero()
         QTimer::singleShot(0, &loop, [&loop] { loop.exit(7); });
     });
     QCOMPARE(loop.exec(), 0);
+}
+
+// Ctrl+Z takes back the last change, the reset included, which keeps its own question in the menu.
+void TestMainWindow::undoAndRedoNameTheirStep()
+{
+    Program program;
+    QVERIFY(program.ready());
+    QAction *undo = program.child<QAction>("actionUndo");
+    QAction *redo = program.child<QAction>("actionRedo");
+    const auto keys = [&program](Qt::KeyboardModifiers modifiers, Qt::Key key) {
+        QTest::keyClick(&program.window(), key, modifiers);
+    };
+    EditorForm *editor = program.window().findChild<EditorForm *>();
+    const QString name = program.firstTemplate().name();
+    take(program, QStringLiteral("editor"));
+    QVERIFY(!undo->isEnabled() && !redo->isEnabled());
+    editor->setProfileName(QStringLiteral("Edited"));
+    QCOMPARE(undo->text(), QStringLiteral("Undo rename"));
+
+    keys(Qt::ControlModifier, Qt::Key_Z);
+    QCOMPARE(editor->profile().name(), name);
+    QVERIFY(!editor->profile().isModified());
+    QCOMPARE(redo->text(), QStringLiteral("Redo rename"));
+    keys(Qt::ControlModifier, Qt::Key_Y);
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+    keys(Qt::ControlModifier, Qt::Key_Z);
+    keys(Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_Z);
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+    QVERIFY(editor->profile().isModified());
+    QVERIFY(program.prompts.shown.isEmpty());
+
+    program.prompts.askAnswers = {0};
+    program.child<QAction>("actionReset")->trigger();
+    QCOMPARE(program.prompts.titles(), QStringList {"Reset profile"});
+    QCOMPARE(undo->text(), QStringLiteral("Undo reset to defaults"));
+    keys(Qt::ControlModifier, Qt::Key_Z);
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+
+    // Off the editor the history stays as it is.
+    program.click("nextButton");
+    QVERIFY(!undo->isEnabled());
+    keys(Qt::ControlModifier, Qt::Key_Z);
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+}
+
+// A file opened lately is one click away in the Profile menu, through the unsaved-changes question.
+void TestMainWindow::recentProfilesOpenThroughTheQuestion()
+{
+    Program program;
+    QVERIFY(program.ready());
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("recent.cdi"));
+    QVERIFY(writeAll(path, profileFileBytes(namedProfile(QStringLiteral("Recent one"), 0))));
+    program.prompts.fileAnswers = QStringList {path};
+    take(program, QStringLiteral("^O"));
+    EditorForm *editor = program.window().findChild<EditorForm *>();
+    editor->setProfileName(QStringLiteral("Edited"));
+
+    QMenu *menu = program.child<QMenu>("menuRecent");
+    QMetaObject::invokeMethod(menu, "aboutToShow");
+    QVERIFY(!menu->actions().isEmpty());
+    QAction *first = menu->actions().first();
+    QVERIFY2(first->text().startsWith(QLatin1String("Recent one (recent.cdi, ")), qPrintable(first->text()));
+    program.prompts.shown.clear();
+    program.prompts.askAnswers = {1, 0};
+    first->trigger();
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+    first->trigger();
+    QCOMPARE(editor->profile().name(), QStringLiteral("Recent one"));
+    QCOMPARE(program.prompts.titles(), (QStringList {"Unsaved changes", "Unsaved changes"}));
+
+    // The start page lists it as well; one click opens it.
+    program.window().start();
+    QListWidget *list = program.child<QListWidget>("recentList");
+    QVERIFY(list->isVisible());
+    QCOMPARE(list->item(0)->text(), first->text());
+    editor->setProfileName(QStringLiteral("Edited"));
+    program.prompts.askAnswers = {0};
+    clickEntry(list, 0);
+    QCOMPARE(program.prompt(), QString::fromLatin1(kEditorPrompt));
+    QCOMPARE(editor->profile().name(), QStringLiteral("Recent one"));
+}
+
+void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()
+{
+    QTest::addColumn<bool>("fromStartPage"); // else from the programming confirmation
+    QTest::addColumn<QStringList>("path");
+
+    const QList<QPair<const char *, QStringList>> paths {{"Exit", {"exitButton"}},
+        {"closing the window", {"close"}}, {"Ctrl+N", {"^N"}}, {"Ctrl+O", {"^O"}},
+        {"Update", {"actionUpdate"}},
+        {"create from template", {"editProfilesButton", "createFromTemplateButton", "nextButton"}},
+        {"load from file", {"editProfilesButton", "loadFileButton"}}};
+    for (const bool fromStart : {false, true}) {
+        for (const auto &path : paths) {
+            if (!fromStart && path.second.size() > 1)
+                continue; // the start page's own buttons
+            QTest::addRow("%s from the %s", path.first, fromStart ? "start page" : "confirmation")
+                << fromStart << path.second;
+        }
+    }
+}
+
+// The edited profile lives on behind the other pages. Every path that replaces it or ends the
+// program asks first: "Back" keeps the edits, "Discard changes" takes them away for good, so
+// neither a cancelled file dialog nor the continue panel brings them back.
+void TestMainWindow::unsavedEditsAreGuardedOnEveryPath()
+{
+    QFETCH(bool, fromStartPage);
+    QFETCH(QStringList, path);
+    const QString edited = QStringLiteral("Edited");
+
+    for (const int answer : {1, 0}) {
+        Program program;
+        QVERIFY(program.ready());
+        EditorForm *editor = program.window().findChild<EditorForm *>();
+        take(program, QStringLiteral("editor"));
+        editor->setProfileName(edited);
+        program.click("nextButton");
+        if (fromStartPage)
+            program.window().start(); // as after programming
+        QVERIFY(program.prompts.shown.isEmpty());
+
+        program.prompts.askAnswers = {answer};
+        for (const QString &step : path) {
+            if (step == QLatin1String("close"))
+                program.window().close();
+            else if (step.startsWith(QLatin1String("action")))
+                program.child<QAction>(qPrintable(step))->trigger();
+            else
+                take(program, step);
+        }
+        QVERIFY(!program.prompts.shown.isEmpty());
+        QCOMPARE(program.prompts.shown.first().title, QStringLiteral("Unsaved changes"));
+        const bool kept = answer == 1;
+        QCOMPARE(editor->profile().name(), kept ? edited : program.firstTemplate().name());
+        QCOMPARE(editor->profile().isModified(), kept);
+        // Once discarded, leaving asks nothing more.
+        program.prompts.shown.clear();
+        if (!kept) {
+            QVERIFY(editor->confirmDiscard());
+            QVERIFY(program.prompts.shown.isEmpty());
+        }
+    }
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestMainWindow)

@@ -4,6 +4,7 @@
 #include "profile/defaultlibrary.h"
 #include "profile/hintcatalog.h"
 #include "profile/profilefile.h"
+#include "profile/recentprofiles.h"
 #include "tests/layoutencoder.h"
 
 #include <QBuffer>
@@ -99,6 +100,8 @@ private slots:
     void profileFileTakesTheFirstRecord();
     void library();
     void hintCatalog();
+    void recentProfiles_data();
+    void recentProfiles();
 };
 
 // Rows that write compare the writer's bytes with the record; every row reads the record back,
@@ -353,6 +356,60 @@ void TestProfileFile::hintCatalog()
     QCOMPARE(flattened(*catalog), two);
     QVERIFY(catalog->hint(2, 0) == HintText() && catalog->hint(0, 2) == HintText());
     QCOMPARE(hintCatalogBytes(*catalog).toHex(), handContainer({hintsRecord(5, 1, 2, 2, two)}).toHex());
+}
+
+void TestProfileFile::recentProfiles_data()
+{
+    QTest::addColumn<QString>("added"); // one letter per file, oldest first
+    QTest::addColumn<QString>("removed"); // files deleted afterwards
+    QTest::addColumn<QString>("listed"); // newest first
+    QTest::newRow("newest first") << "abc"
+                                  << ""
+                                  << "cba";
+    QTest::newRow("eight at most") << "abcdefghij"
+                                   << ""
+                                   << "jihgfedc";
+    QTest::newRow("opened again moves to the front") << "abcb"
+                                                     << ""
+                                                     << "bca";
+    QTest::newRow("missing files are dropped") << "abcd"
+                                               << "bd"
+                                               << "ca";
+    QTest::newRow("nothing yet") << ""
+                                 << ""
+                                 << "";
+}
+
+// The list lives in a settings file of its own here, so the user's is never touched.
+void TestProfileFile::recentProfiles()
+{
+    QFETCH(QString, added);
+    QFETCH(QString, removed);
+    QFETCH(QString, listed);
+    QTemporaryDir dir;
+    QVERIFY(dir.isValid());
+    const QString settings = dir.filePath(QStringLiteral("settings.ini"));
+    const QDateTime start(QDate(2026, 5, 1), QTime(8, 0));
+    int minute = 0;
+    for (const QChar letter : added) {
+        const QString path = dir.filePath(QString(letter) + QLatin1String(".cdi"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        CRecentProfiles(settings).add(path, QString(letter).toUpper(), start.addSecs(60 * minute++));
+    }
+    for (const QChar letter : removed)
+        QVERIFY(QFile::remove(dir.filePath(QString(letter) + QLatin1String(".cdi"))));
+
+    for (int pass = 0; pass < 2; ++pass) { // the second reads what the first left behind
+        const QList<RecentProfile> entries = CRecentProfiles(settings).entries();
+        QString names;
+        for (const RecentProfile &entry : entries) {
+            names += entry.name.toLower();
+            QCOMPARE(QFileInfo(entry.path).fileName(), entry.name.toLower() + QLatin1String(".cdi"));
+            QCOMPARE(entry.when, start.addSecs(60 * added.lastIndexOf(entry.name.toLower())));
+        }
+        QCOMPARE(names, listed);
+    }
 }
 
 QTEST_APPLESS_MAIN(TestProfileFile)

@@ -13,6 +13,7 @@
 #include <QHash>
 #include <QStyle>
 #include <QStyleOptionButton>
+#include <QTemporaryDir>
 #include <QTranslator>
 #include <QtTest>
 
@@ -126,6 +127,9 @@ public:
 #define SPARKWRIGHT_WIDGET_TEST_MAIN(TestObject)                                                             \
     int main(int argc, char *argv[])                                                                         \
     {                                                                                                        \
+        /* The user's own settings, the recent profiles among them, stay untouched. */                       \
+        const QTemporaryDir settingsHome;                                                                    \
+        qputenv("XDG_CONFIG_HOME", settingsHome.path().toLocal8Bit());                                       \
         const std::unique_ptr<QApplication> application = createTestApplication(argc, argv);                 \
         TestObject test;                                                                                     \
         QTEST_SET_MAIN_SOURCE_PATH                                                                           \
