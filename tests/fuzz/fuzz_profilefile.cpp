@@ -1,5 +1,7 @@
 // A ".cdi" file as mailed from one rider to another: the container and every record in it.
-// A record that reads must write back to bytes that read to the same profile.
+// A record that reads must write back to bytes that read to the same profile. The one exception
+// is a zero character, which only the older string form can carry: the current form ends its
+// text there, so such a text is cut once and stays cut from then on.
 #include "tests/fuzz/fuzztarget.h"
 
 #include "profile/container.h"
@@ -7,6 +9,19 @@
 #include "profile/profilerecord.h"
 
 #include <QBuffer>
+
+namespace {
+
+bool hasZeroCharacter(const Profile &profile)
+{
+    for (const QString *text :
+        {&profile.name(), &profile.notes(), &profile.extraText(0), &profile.extraText(1)})
+        if (text->contains(QChar(0)))
+            return true;
+    return false;
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
@@ -27,7 +42,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         FUZZ_CHECK(again.has_value());
         QByteArray rewritten;
         writeRecord(*again, rewritten);
-        FUZZ_CHECK(rewritten == written);
+        FUZZ_CHECK(rewritten == written || hasZeroCharacter(*profile));
+        const std::optional<Profile> third = readRecord(rewritten);
+        FUZZ_CHECK(third.has_value());
+        QByteArray settled;
+        writeRecord(*third, settled);
+        FUZZ_CHECK(settled == rewritten);
     }
     return 0;
 }
