@@ -9,9 +9,29 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#if defined(__SANITIZE_ADDRESS__)
+#define FUZZ_LEAK_CHECKED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define FUZZ_LEAK_CHECKED 1
+#endif
+#endif
+#if defined(FUZZ_LEAK_CHECKED)
+#include <sanitizer/lsan_interface.h>
+#endif
+
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const QJsonDocument document = QJsonDocument::fromJson(fuzzBytes(data, size));
+    QJsonDocument document;
+    {
+#if defined(FUZZ_LEAK_CHECKED)
+        // Qt 5.15's JSON parser leaks the first value of a key that appears twice in an object
+        // when that value is an object or an array. The leak is Qt's own; what our readers do
+        // with the document is still checked.
+        const __lsan::ScopedDisabler qtParser;
+#endif
+        document = QJsonDocument::fromJson(fuzzBytes(data, size));
+    }
     if (!document.isObject())
         return 0;
     const QJsonObject object = document.object();

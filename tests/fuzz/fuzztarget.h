@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 #include <cstddef>
 #include <cstdint>
@@ -22,3 +23,14 @@ inline QByteArray fuzzBytes(const uint8_t *data, size_t size)
         if (!(condition))                                                                                    \
             std::abort();                                                                                    \
     } while (false)
+
+// The one thing a read and write back may change: the current string form ends its text at a
+// zero character, which the older form (and its padding past the record's end) can carry. Such
+// a text is cut once and then stays as it is.
+inline bool hasZeroCharacter(std::initializer_list<QString> texts)
+{
+    for (const QString &text : texts)
+        if (text.contains(QChar(0)))
+            return true;
+    return false;
+}
