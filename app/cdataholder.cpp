@@ -1,6 +1,7 @@
 #include "app/cdataholder.h"
 
 #include "app/cfileerror.h"
+#include "app/datafilelocation.h"
 
 #include <QFile>
 
@@ -16,11 +17,11 @@ const DefaultLibrary *g_sharedLibrary = nullptr;
 CDataHolder::CDataHolder() = default;
 CDataHolder::~CDataHolder() = default;
 
-// Both files are opened by their bare names, so they are looked for in the working directory
-// and not next to the executable.
+// Both files are looked for in the working directory first, then beside the executable and in
+// an installation's share folder; a failure names the bare file name either way.
 std::unique_ptr<CFileError> CDataHolder::loadLibrary(bool normalStart)
 {
-    QFile file {QLatin1String(kLibraryFileName)};
+    QFile file {locateDataFile(QLatin1String(kLibraryFileName))};
     if (file.open(QIODevice::ReadOnly))
         m_library = loadDefaultLibrary(file, normalStart);
     if (m_library)
@@ -33,7 +34,7 @@ std::unique_ptr<CFileError> CDataHolder::loadLibrary(bool normalStart)
 
 std::unique_ptr<CFileError> CDataHolder::loadHints()
 {
-    QFile file {QLatin1String(kHintsFileName)};
+    QFile file {locateDataFile(QLatin1String(kHintsFileName))};
     if (file.open(QIODevice::ReadOnly))
         m_hints = loadHintCatalog(file);
     if (m_hints)

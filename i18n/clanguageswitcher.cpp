@@ -1,5 +1,7 @@
 #include "i18n/clanguageswitcher.h"
 
+#include "app/datafilelocation.h"
+
 #include <QDebug>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -48,7 +50,7 @@ void CLanguageSwitcher::addLanguage(const QString &code)
     const QString baseName = QLatin1String("lang_") + code;
     const QString fileName = baseName + QLatin1String(".qm");
     Translation translation {std::make_unique<QTranslator>(), std::make_unique<QTranslator>()};
-    const bool loaded = translation.program->load(baseName);
+    const bool loaded = translation.program->load(locateDataFile(fileName));
     qInfo().noquote() << QLatin1String("loading ") + fileName + QLatin1String(" .. ")
             + QLatin1String(loaded ? "true" : "false");
     // Without the program's own translation the whole program stays English, Qt's dialogs too.

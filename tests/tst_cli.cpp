@@ -86,6 +86,8 @@ private:
     QString path(const QString &name) const { return m_dir.filePath(name); }
 
     QString m_cli;
+    // A copy of the tool in a folder of its own, with no data files beside it or in a share folder.
+    QString m_bareCli;
     QString m_buildDir;
     QTemporaryDir m_dir;
     QTemporaryDir m_runtimeDir;
@@ -98,6 +100,9 @@ void TestCli::initTestCase()
     if (m_cli.isEmpty() || m_buildDir.isEmpty())
         QSKIP("SPARKWRIGHT_CLI and SPARKWRIGHT_BUILD_DIR name the tool and its data files");
     QVERIFY(m_dir.isValid() && m_runtimeDir.isValid());
+    QVERIFY(QDir(m_dir.path()).mkpath(QStringLiteral("bin")));
+    m_bareCli = path(QStringLiteral("bin/sparkwright-cli"));
+    QVERIFY(QFile::copy(m_cli, m_bareCli));
     const QByteArray good = sampleFile();
     write(QStringLiteral("road.cdi"), good);
     write(QStringLiteral("broken.cdi"), QByteArray("cdi\0\1", 5));
@@ -133,7 +138,7 @@ int TestCli::run(QStringList arguments, bool inBuildDir, QByteArray *out, QByteA
     // A German system: what the tool writes must not take its number format from there.
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
     process.setProcessEnvironment(environment);
-    process.start(m_cli, arguments);
+    process.start(inBuildDir ? m_cli : m_bareCli, arguments);
     if (!process.waitForFinished(60000))
         return -1;
     if (out)

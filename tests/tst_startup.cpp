@@ -244,8 +244,8 @@ void TestStartup::dataFileErrors()
     QFETCH(QString, fileName);
     writeFile(QStringLiteral("default.cds"), library);
     writeFile(QStringLiteral("hints.cdh"), hints);
-    // The files are looked for in the working directory, not beside the program; they are
-    // reported even when the disclaimer was accepted long ago.
+    // The files in the working directory are the ones read, not those in the program's folder
+    // for the disclaimer; they are reported even when the disclaimer was accepted long ago.
     writeFile(path(QStringLiteral("program/default.cds")), libraryFile(12));
     writeFile(path(QStringLiteral("program/hints.cdh")), kHints);
     writeFile(path(QStringLiteral("program/disclaimer.a")), kAccepted);

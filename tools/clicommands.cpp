@@ -1,5 +1,6 @@
 #include "tools/clicommands.h"
 
+#include "app/datafilelocation.h"
 #include "editor/mapplotter.h"
 #include "profile/defaultlibrary.h"
 #include "profile/hintcatalog.h"
@@ -67,15 +68,15 @@ void CliCommands::printHelp()
              "  build-hints SOURCE.json OUT.cdh    build the hints file from its JSON source\n"
              "  print FILE.cdi OUT.pdf [--language en|de]\n"
              "                                     the profile sheet, as the program prints it; needs\n"
-             "                                     default.cds (and lang_de.qm) in the working folder\n"
+             "                                     default.cds (and lang_de.qm) from the data folder\n"
              "  graph FILE.cdi OUT.png [--size WxH] [--language en|de]\n"
              "                                     the map as the editor's graph draws it (733x430)\n"
              "  ports                              list the serial ports; 'bridge' marks the one a CDI\n"
              "                                     is looked for on, 'virtual' a virtual CDI\n"
              "  ping [--port P] [--language en|de] test the connection to the CDI\n"
              "  import OUT.cdi [--port P] [--language en|de]\n"
-             "                                     read the CDI's profile; needs default.cds in the\n"
-             "                                     working folder\n"
+             "                                     read the CDI's profile; needs default.cds from the\n"
+             "                                     data folder\n"
              "  program IN.cdi [--port P] [--no-reimport] [--language en|de]\n"
              "                                     write a profile into the CDI\n"
              "  virtual-cdi [--firmware TEXT] [--serial N] [--profile FILE.cdi] [--fault KIND]\n"
@@ -252,9 +253,9 @@ bool CliCommands::installLanguage(
         return false;
     }
     if (code == QLatin1String("de")) {
-        // The program's own rule: "lang_" + code, relative to the working folder.
+        // The program's own rule: "lang_" + code, found where the program finds it.
         const QString name = QStringLiteral("lang_") + code;
-        if (!translator.load(name)) {
+        if (!translator.load(locateDataFile(name + QStringLiteral(".qm")))) {
             status = fileError(name + QStringLiteral(".qm"), QStringLiteral("cannot load the translation"));
             return false;
         }
@@ -301,7 +302,7 @@ int CliCommands::print(const QStringList &arguments)
 
     // The header names the factory library the program runs with.
     const QString libraryPath = QStringLiteral("default.cds");
-    QFile libraryFile(libraryPath);
+    QFile libraryFile(locateDataFile(libraryPath));
     if (!libraryFile.open(QIODevice::ReadOnly))
         return fileError(libraryPath, QStringLiteral("cannot open: ") + libraryFile.errorString());
     const std::unique_ptr<DefaultLibrary> library = loadDefaultLibrary(libraryFile, true);

@@ -1,6 +1,7 @@
 // The device verbs of sparkwright-cli: the same transactions, bridge and texts as the program.
 #include "tools/clicommands.h"
 
+#include "app/datafilelocation.h"
 #include "device/cbridgecomm.h"
 #include "device/ccalibrator.h"
 #include "device/cimporter.h"
@@ -117,7 +118,7 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
         transaction = std::make_unique<CPinger>(*QRandomGenerator::global());
     } else if (verb == QLatin1String("import")) {
         const QString libraryPath = QStringLiteral("default.cds");
-        QFile libraryFile(libraryPath);
+        QFile libraryFile(locateDataFile(libraryPath));
         if (!libraryFile.open(QIODevice::ReadOnly))
             return fileError(libraryPath, QStringLiteral("cannot open: ") + libraryFile.errorString());
         library = loadDefaultLibrary(libraryFile, true);
@@ -213,7 +214,7 @@ int CliCommands::virtualCdi(const QStringList &arguments)
         cdi.setFault(*fault);
     }
     // Without a profile of its own the CDI holds the first factory template, when there is one.
-    QFile libraryFile(QStringLiteral("default.cds"));
+    QFile libraryFile(locateDataFile(QStringLiteral("default.cds")));
     if (libraryFile.open(QIODevice::ReadOnly)) {
         const std::unique_ptr<DefaultLibrary> library = loadDefaultLibrary(libraryFile, true);
         if (library && library->profileAt(0))

@@ -1,0 +1,48 @@
+// "default.cds": the factory library the program refuses to start without. What loads must save
+// to bytes that load to the same library, but for a text with a zero character, which is cut
+// once (see hasZeroCharacter()).
+#include "tests/fuzz/fuzztarget.h"
+
+#include "profile/defaultlibrary.h"
+
+#include <QBuffer>
+
+namespace {
+
+std::unique_ptr<DefaultLibrary> reload(QByteArray bytes)
+{
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return loadDefaultLibrary(buffer);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    QByteArray bytes = fuzzBytes(data, size);
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    for (const bool normalStart : {true, false}) {
+        buffer.seek(0);
+        const std::unique_ptr<DefaultLibrary> library = loadDefaultLibrary(buffer, normalStart);
+        if (!library)
+            continue;
+        if (library->count() > 0)
+            FUZZ_CHECK(library->profileForType(library->profileAt(0)->motorbikeType()) != nullptr);
+        const QByteArray saved = defaultLibraryBytes(*library);
+        const std::unique_ptr<DefaultLibrary> again = reload(saved);
+        FUZZ_CHECK(
+            again && again->count() == library->count() && again->libraryValue() == library->libraryValue());
+        const QByteArray resaved = defaultLibraryBytes(*again);
+        bool cut = false;
+        for (const Profile &profile : library->profiles())
+            cut = cut
+                || hasZeroCharacter(
+                    {profile.name(), profile.notes(), profile.extraText(0), profile.extraText(1)});
+        FUZZ_CHECK(resaved == saved || cut);
+        const std::unique_ptr<DefaultLibrary> third = reload(resaved);
+        FUZZ_CHECK(third && defaultLibraryBytes(*third) == resaved);
+    }
+    return 0;
+}

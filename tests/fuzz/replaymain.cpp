@@ -1,0 +1,38 @@
+// Replays a fuzz target's corpus: every file in the folders (or the files) named on the command
+// line goes through the target once. Fails when nothing was found to replay.
+#include "tests/fuzz/fuzztarget.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <cstdio>
+
+int main(int argc, char *argv[])
+{
+    int replayed = 0;
+    for (int i = 1; i < argc; ++i) {
+        const QFileInfo argument(QString::fromLocal8Bit(argv[i]));
+        QStringList files;
+        if (argument.isDir()) {
+            const QDir folder(argument.filePath());
+            for (const QString &name : folder.entryList(QDir::Files, QDir::Name))
+                files << folder.filePath(name);
+        } else {
+            files << argument.filePath();
+        }
+        for (const QString &path : qAsConst(files)) {
+            QFile file(path);
+            if (!file.open(QIODevice::ReadOnly)) {
+                std::fprintf(stderr, "cannot read %s\n", qPrintable(path));
+                return 1;
+            }
+            const QByteArray bytes = file.readAll();
+            LLVMFuzzerTestOneInput(
+                reinterpret_cast<const uint8_t *>(bytes.constData()), size_t(bytes.size()));
+            ++replayed;
+        }
+    }
+    std::printf("%d inputs replayed\n", replayed);
+    return replayed > 0 ? 0 : 1;
+}
