@@ -61,9 +61,11 @@ public:
         box.exec();
     }
 
-    QString openFileName(QWidget *parent, const QString &title, const QString &filter) override
+    QString openFileName(
+        QWidget *parent, const QString &title, const QString &filter, const QString &folder) override
     {
-        return remembered(QFileDialog::getOpenFileName(parent, title, startFolder(), filter));
+        const QString start = folder.isEmpty() ? startFolder() : folder;
+        return remembered(QFileDialog::getOpenFileName(parent, title, start, filter));
     }
 
     QString saveFileName(

@@ -25,7 +25,10 @@ public:
         warn(parent, title, text, button);
     }
     // Empty when cancelled.
-    virtual QString openFileName(QWidget *parent, const QString &title, const QString &filter) = 0;
+    // Starts in the folder last used, or in the given one.
+    virtual QString openFileName(
+        QWidget *parent, const QString &title, const QString &filter, const QString &folder = QString())
+        = 0;
     virtual QString saveFileName(
         QWidget *parent, const QString &title, const QString &suggestedPath, const QString &filter)
         = 0;

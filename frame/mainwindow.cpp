@@ -5,6 +5,11 @@
 #include "dialogs/aboutdialog.h"
 #include "dialogs/cupdater.h"
 #include "dialogs/cweblinks.h"
+#include "device/cdeviceflow.h"
+#include "device/devicesform.h"
+#include "device/serialports.h"
+#include "device/waitform.h"
+#include "device/writeconfirmationdialog.h"
 #include "editor/customform.h"
 #include "editor/editorform.h"
 #include "frame/iuserprompts.h"
@@ -20,6 +25,7 @@
 
 #include <QCloseEvent>
 #include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
 #include <QLocale>
 #include <QPainter>
@@ -61,6 +67,19 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
     m_wizard->setBrowserMain(this);
     m_editor->setBrowserMain(this);
     m_confirmation->setBrowserMain(this);
+    m_portLister = std::make_unique<CSystemPortLister>();
+    m_waitForm = new WaitForm();
+    m_devicesForm = new DevicesForm(*m_portLister);
+    m_ui->contentLayout->addWidget(m_waitForm);
+    m_ui->contentLayout->addWidget(m_devicesForm);
+    m_device = std::make_unique<CDeviceFlow>(data.library(), *m_portLister, *m_waitForm, *m_devicesForm);
+    m_writeConfirmation = new WriteConfirmationDialog(this);
+    connect(m_device.get(), &CDeviceFlow::progressShown, this, &MainWindow::showProgress);
+    connect(m_device.get(), &CDeviceFlow::portSelectionShown, this, &MainWindow::showPortSelection);
+    connect(m_device.get(), &CDeviceFlow::leaveRequested, this, &MainWindow::leaveDevicePages);
+    connect(m_device.get(), &CDeviceFlow::importedProfileReady, this, &MainWindow::openImportedProfile);
+    connect(m_device.get(), &CDeviceFlow::busyChanged, this, &MainWindow::setDeviceBusy);
+    connect(m_device.get(), &CDeviceFlow::finished, this, &MainWindow::onTransactionFinished);
     switchTo(nullptr);
 
     connect(m_ui->backButton, &QPushButton::clicked, this, &MainWindow::onBackButton);
@@ -84,6 +103,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
     connect(m_ui->actionImport, &QAction::triggered, this, &MainWindow::onImportMenu);
     connect(m_ui->actionExport, &QAction::triggered, this, &MainWindow::onExportMenu);
     connect(m_ui->actionPrint, &QAction::triggered, this, &MainWindow::onPrintMenu);
+    connect(m_ui->actionProgrammedProfiles, &QAction::triggered, this, &MainWindow::onProgrammedProfilesMenu);
     connect(m_ui->actionTechnicalSpecifications, &QAction::triggered, this,
         &MainWindow::onTechnicalSpecifications);
     connect(m_ui->actionProgrammableCDIs, &QAction::triggered, this, &MainWindow::onProgrammableCDIs);
@@ -201,6 +221,8 @@ void MainWindow::switchTo(QWidget *target)
     m_wizard->setActive(target == m_wizard);
     m_editor->setActive(target == m_editor);
     m_confirmation->setActive(target == m_confirmation);
+    m_waitForm->setActive(target == m_waitForm);
+    m_devicesForm->setActive(target == m_devicesForm);
     updateUndoActions();
     m_ui->promptLabel->setText(target ? target->statusTip() : QString());
 }
@@ -332,52 +354,115 @@ void MainWindow::onNextButton()
 
 // ---- device requests ----
 
-// The write confirmation dialog belongs here: it asks whether the CDI may give the profile back
-// later. Until the device pages exist, the profile is programmed without that permission.
+// The last question before programming: whether the CDI may give the profile back. Cancel
+// sends nothing.
 void MainWindow::confirmProgramming(const Profile &profile)
 {
-    requestProgramming(profile, false);
+    m_writeConfirmation->setProfile(profile);
+    if (m_writeConfirmation->exec() == QDialog::Accepted)
+        requestProgramming(profile, m_writeConfirmation->allowReimport());
+}
+
+// The device pages return to where the action was chosen, unless it was chosen on them (a retry
+// from the port selection).
+void MainWindow::rememberDeviceWayBack()
+{
+    if (m_currentWidget == m_waitForm || m_currentWidget == m_devicesForm)
+        return;
+    m_deviceBack = nullptr;
+    if (m_currentWidget == m_editor) {
+        m_deviceBack = [this] { continueEditing(); };
+    } else if (m_currentWidget == m_confirmation) {
+        const Profile shown = m_confirmation->profile();
+        const bool fromEditor = m_confirmationFromEditor;
+        m_deviceBack = [this, shown, fromEditor] {
+            showProgrammingConfirmation(shown);
+            m_confirmationFromEditor = fromEditor;
+        };
+    } else if (m_currentWidget == m_wizard) {
+        const WizardForm::View view = m_wizard->view();
+        m_deviceBack = [this, view] { showStartPage([this, view] { m_wizard->showView(view); }); };
+    }
 }
 
 void MainWindow::requestProgramming(const Profile &profile, bool allowReimport)
 {
-    Q_UNUSED(profile)
-    Q_UNUSED(allowReimport)
-    showDeviceUnavailable();
+    rememberDeviceWayBack();
+    m_device->program(profile, allowReimport);
 }
 
 void MainWindow::requestConnectionTest()
 {
-    showDeviceUnavailable();
+    rememberDeviceWayBack();
+    m_device->testConnection();
 }
 
 void MainWindow::requestImport()
 {
-    showDeviceUnavailable();
+    rememberDeviceWayBack();
+    m_device->importProfile();
 }
 
 void MainWindow::showPortSelection()
 {
-    showDeviceUnavailable();
+    showPage(m_devicesForm, m_devicesForm,
+        [this] { setButtonState(false, true, true, true, tr("Next"), tr("Select port")); });
 }
 
+// While the exchange runs there is nowhere to go; afterwards Back returns to where the action was
+// chosen and Next goes on (to the editor after an import).
 void MainWindow::showProgress()
 {
-    showDeviceUnavailable();
-}
-
-// The pages stay where they are: nothing has been sent to the CDI.
-void MainWindow::showDeviceUnavailable()
-{
-    userPrompts().inform(this, tr("Connection to the CDI"),
-        tr("This version of Sparkwright cannot talk to the CDI yet. Nothing was sent to it and your profile "
-           "is unchanged."),
-        tr("OK"));
+    showPage(m_waitForm, m_waitForm, [this] {
+        m_waitForm->setStatusTip(tr("Sparkwright is exchanging data with your CDI."));
+        setButtonState(false, false, false, false, tr("Next"), QString());
+    });
 }
 
 void MainWindow::onTransactionFinished()
 {
-    start();
+    if (m_currentWidget != m_waitForm)
+        return;
+    m_waitForm->setStatusTip(tr("The exchange with your CDI has ended."));
+    setButtonState(false, true, true, true, tr("Next"), QString());
+    refreshPrompt();
+}
+
+void MainWindow::leaveDevicePages()
+{
+    const std::function<void()> back = std::move(m_deviceBack);
+    m_deviceBack = nullptr;
+    if (back)
+        back();
+    else
+        start();
+}
+
+// An imported profile replaces the one being edited only after the same question as Open.
+void MainWindow::openImportedProfile(const Profile &profile)
+{
+    if (!mayLeaveEditor())
+        return;
+    m_deviceBack = nullptr;
+    showEditor(profile);
+}
+
+void MainWindow::setDeviceBusy(bool busy)
+{
+    m_ui->actionImport->setEnabled(!busy);
+    m_ui->actionProgrammedProfiles->setEnabled(!busy);
+    m_wizard->setEnabled(!busy);
+    if (busy)
+        m_ui->actionExport->setEnabled(false);
+}
+
+void MainWindow::onProgrammedProfilesMenu()
+{
+    const QString folder = m_device->programmedFolder();
+    QDir().mkpath(folder);
+    const QString path = userPrompts().openFileName(this, tr("Programmed profiles"), profileFilter(), folder);
+    if (!path.isEmpty())
+        openRecentProfile(path);
 }
 
 // ---- menus ----
@@ -626,8 +711,8 @@ void MainWindow::changeEvent(QEvent *event)
 
 void MainWindow::retranslate(int language)
 {
-    Q_UNUSED(language)
     m_ui->retranslateUi(this);
+    m_devicesForm->retranslate(language);
     updateUndoActions();
     setFixedTexts();
     paintBanner();

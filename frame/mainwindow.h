@@ -16,6 +16,11 @@ class CBrowserWidget;
 class CDataHolder;
 class CLanguageMenu;
 class CustomForm;
+class CDeviceFlow;
+class DevicesForm;
+class IPortLister;
+class WaitForm;
+class WriteConfirmationDialog;
 class EditorForm;
 class WizardForm;
 enum class FileWriteError;
@@ -34,6 +39,8 @@ public:
     ~MainWindow() override;
 
     void setAboutDialog(AboutDialog *about);
+    // The device actions: finding the port, the exchange, what follows it.
+    CDeviceFlow &deviceFlow() { return *m_device; }
 
     // IBrowserMain
     void start() override;
@@ -86,6 +93,7 @@ private slots:
     void onContactUs();
     void onConfirmationBack();
     void onConfirmationNext();
+    void onProgrammedProfilesMenu();
 
 private:
     void showPage(QWidget *target, CBrowserWidget *page, const std::function<void()> &prepare);
@@ -95,7 +103,10 @@ private:
     void prepareEditorFrame();
     void prepareConfirmationFrame();
     void showStartPage(const std::function<void()> &chooseView);
-    void showDeviceUnavailable();
+    void rememberDeviceWayBack();
+    void leaveDevicePages();
+    void openImportedProfile(const Profile &profile);
+    void setDeviceBusy(bool busy);
     void writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
         const QString &failureHeading, const std::function<QByteArray()> &bytes,
         const std::function<void(const QString &path)> &onSuccess);
@@ -114,6 +125,13 @@ private:
     // The page shown, null during a page change.
     QWidget *m_currentWidget = nullptr;
     CBrowserWidget *m_current = nullptr;
+    std::unique_ptr<IPortLister> m_portLister;
+    WaitForm *m_waitForm = nullptr;
+    DevicesForm *m_devicesForm = nullptr;
+    std::unique_ptr<CDeviceFlow> m_device;
+    WriteConfirmationDialog *m_writeConfirmation = nullptr;
+    // Where the device pages return to: the page the device action was chosen on.
+    std::function<void()> m_deviceBack;
     // Back on the confirmation page returns to the editor when the profile came from there.
     bool m_confirmationFromEditor = false;
 };

@@ -40,6 +40,21 @@
     </message>
 </context>
 <context>
+    <name>CDeviceFlow</name>
+    <message>
+        <source>Program CDI</source>
+        <translation>CDI programmieren</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Connection to the CDI</source>
+        <translation>Verbindung zur CDI</translation>
+    </message>
+</context>
+<context>
     <name>CFileError</name>
     <message>
         <source>Source file</source>
@@ -223,6 +238,45 @@
     <message>
         <source>No information available</source>
         <translation>Keine Informationen verfügbar</translation>
+    </message>
+</context>
+<context>
+    <name>DevicesForm</name>
+    <message>
+        <source>Serial ports</source>
+        <translation>Serielle Schnittstellen</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh list</source>
+        <translation>Liste &amp;aktualisieren</translation>
+    </message>
+    <message>
+        <source>Retry automatic &amp;detection</source>
+        <translation>Automatische &amp;Erkennung wiederholen</translation>
+    </message>
+    <message>
+        <source>No port is selected.</source>
+        <translation>Es ist keine Schnittstelle ausgewählt.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Automatic detection of the {USB/UART bridge} that connects your CDI with your computer failed. Please make sure that it is plugged in and either retry detection or manually select the appropriate port in the list below.</source>
+        <translation>Die automatische Erkennung der {USB/UART-Brücke}, die Ihre CDI mit Ihrem Computer verbindet, ist fehlgeschlagen. Bitte stellen Sie sicher, dass sie eingesteckt ist, und wiederholen Sie entweder die Erkennung oder wählen Sie die passende Schnittstelle in der Liste unten von Hand aus.</translation>
+    </message>
+    <message>
+        <source>Please select the port of your CDI.</source>
+        <translation>Bitte wählen Sie die Schnittstelle Ihrer CDI aus.</translation>
+    </message>
+    <message>
+        <source>virtual CDI</source>
+        <translation>virtuelle CDI</translation>
+    </message>
+    <message>
+        <source>Automatic detection failed.</source>
+        <translation>Die automatische Erkennung ist fehlgeschlagen.</translation>
     </message>
 </context>
 <context>
@@ -550,14 +604,6 @@
         <translation>CDI programmieren</translation>
     </message>
     <message>
-        <source>Connection to the CDI</source>
-        <translation>Verbindung zur CDI</translation>
-    </message>
-    <message>
-        <source>This version of Sparkwright cannot talk to the CDI yet. Nothing was sent to it and your profile is unchanged.</source>
-        <translation>Diese Version von Sparkwright kann noch nicht mit der CDI kommunizieren. Es wurde nichts an die CDI gesendet, und Ihr Profil ist unverändert.</translation>
-    </message>
-    <message>
         <source>OK</source>
         <translation>OK</translation>
     </message>
@@ -644,6 +690,26 @@
     <message>
         <source>No recent profiles</source>
         <translation>Keine zuletzt geöffneten Profile</translation>
+    </message>
+    <message>
+        <source>Programmed profiles...</source>
+        <translation>Programmierte Profile...</translation>
+    </message>
+    <message>
+        <source>Select port</source>
+        <translation>Schnittstelle auswählen</translation>
+    </message>
+    <message>
+        <source>Sparkwright is exchanging data with your CDI.</source>
+        <translation>Sparkwright tauscht Daten mit Ihrer CDI aus.</translation>
+    </message>
+    <message>
+        <source>The exchange with your CDI has ended.</source>
+        <translation>Der Datenaustausch mit Ihrer CDI ist beendet.</translation>
+    </message>
+    <message>
+        <source>Programmed profiles</source>
+        <translation>Programmierte Profile</translation>
     </message>
 </context>
 <context>
@@ -978,6 +1044,21 @@
     </message>
 </context>
 <context>
+    <name>WaitForm</name>
+    <message>
+        <source>Programming CDI</source>
+        <translation>CDI wird programmiert</translation>
+    </message>
+    <message>
+        <source>Communicating with CDI.</source>
+        <translation>Kommunikation mit der CDI.</translation>
+    </message>
+    <message>
+        <source>Result of the exchange with the CDI</source>
+        <translation>Ergebnis des Datenaustauschs mit der CDI</translation>
+    </message>
+</context>
+<context>
     <name>WizardForm</name>
     <message>
         <source>Create or modify your personal profiles with {custom parameters}</source>
@@ -1134,6 +1215,45 @@
     <message>
         <source>%1 (%2, %3)</source>
         <translation>%1 (%2, %3)</translation>
+    </message>
+</context>
+<context>
+    <name>WriteConfirmationDialog</name>
+    <message>
+        <source>Program CDI</source>
+        <translation>CDI programmieren</translation>
+    </message>
+    <message>
+        <source>&lt;b&gt;Example&lt;/b&gt; (Custom)</source>
+        <translation>&lt;b&gt;Beispiel&lt;/b&gt; (Benutzerdefiniert)</translation>
+    </message>
+    <message>
+        <source>Please choose whether your profile should be reimportable from the CDI.</source>
+        <translation>Bitte wählen Sie, ob Ihr Profil später wieder aus der CDI importiert werden darf.</translation>
+    </message>
+    <message>
+        <source>&amp;Allow reimporting the profile data</source>
+        <translation>Erneuten Import der Profildaten &amp;erlauben</translation>
+    </message>
+    <message>
+        <source>Disable this option to protect your profile data and prevent third parties from importing it from your CDI.</source>
+        <translation>Schalten Sie diese Option aus, um Ihre Profildaten zu schützen und zu verhindern, dass Dritte sie aus Ihrer CDI importieren.</translation>
+    </message>
+    <message>
+        <source>&amp;Confirm</source>
+        <translation>&amp;Bestätigen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>custom</source>
+        <translation>benutzerdefiniert</translation>
+    </message>
+    <message>
+        <source>default</source>
+        <translation>Standard</translation>
     </message>
 </context>
 </TS>

@@ -80,7 +80,7 @@ public:
         QString kind; // "ask", "warn", "inform", "open" or "save"
         QString title;
         QString text; // the file filter for file dialogs
-        QStringList buttons; // the suggested path for the save dialog
+        QStringList buttons; // the suggested path for the save dialog, the folder for the open dialog
         int defaultButton = -1;
         int escapeButton = -1;
     };
@@ -103,9 +103,9 @@ public:
     {
         shown.append({QStringLiteral("inform"), title, text, {button}});
     }
-    QString openFileName(QWidget *, const QString &title, const QString &filter) override
+    QString openFileName(QWidget *, const QString &title, const QString &filter, const QString &folder) override
     {
-        shown.append({QStringLiteral("open"), title, filter, {}});
+        shown.append({QStringLiteral("open"), title, filter, folder.isEmpty() ? QStringList() : QStringList {folder}});
         return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
     }
     QString saveFileName(
