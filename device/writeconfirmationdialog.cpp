@@ -23,6 +23,7 @@ void WriteConfirmationDialog::setProfile(const Profile &profile)
     m_custom = profile.isCustom();
     m_ui->checkBoxAllowReimport->setChecked(true);
     showProfileName();
+    adjustSize();
 }
 
 bool WriteConfirmationDialog::allowReimport() const
