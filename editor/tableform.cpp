@@ -58,6 +58,8 @@ TableForm::TableForm(IProfileEditorMain *editor, QWidget *parent)
     Q_INIT_RESOURCE(images);
     m_ui->setupUi(this);
     m_ui->tableView->setModel(m_model);
+    // Tab and Shift+Tab go on to the settings and the buttons; the arrow keys move in the table.
+    m_ui->tableView->setTabKeyNavigation(false);
 
     QHeaderView *horizontal = m_ui->tableView->horizontalHeader();
     configureHeader(horizontal);
@@ -81,8 +83,8 @@ TableForm::~TableForm()
 
 void TableForm::setHeaderTexts()
 {
-    // The speed header reads the same in every language.
-    m_model->setHorizontalHeaderLabels({QStringLiteral("RPM"), tr("Angle")});
+    // The speed header reads as in the graph and the summary ("U/min" in German).
+    m_model->setHorizontalHeaderLabels({tr("RPM"), tr("Angle")});
     fitColumns();
 }
 

@@ -400,6 +400,10 @@
         <source>change of settings</source>
         <translation>Ändern der Einstellungen</translation>
     </message>
+    <message>
+        <source>Hint on the ignition map</source>
+        <translation>Hinweis zum Zündkennfeld</translation>
+    </message>
 </context>
 <context>
     <name>ErrorGui</name>
@@ -478,6 +482,22 @@
         <source>Sensor advance</source>
         <translation>Sensorvorzündung</translation>
     </message>
+    <message>
+        <source>Hint on the ignition voltage</source>
+        <translation>Hinweis zur Zündspannung</translation>
+    </message>
+    <message>
+        <source>Hint on the pick-up edge</source>
+        <translation>Hinweis zur Geberflanke</translation>
+    </message>
+    <message>
+        <source>Hint on side stand monitoring</source>
+        <translation>Hinweis zur Seitenständerüberwachung</translation>
+    </message>
+    <message>
+        <source>Hint on the sensor advance</source>
+        <translation>Hinweis zur Sensorvorzündung</translation>
+    </message>
 </context>
 <context>
     <name>GraphForm</name>
@@ -514,18 +534,6 @@
     <message>
         <source>Next</source>
         <translation>Weiter</translation>
-    </message>
-    <message>
-        <source>Profile</source>
-        <translation>Profil</translation>
-    </message>
-    <message>
-        <source>Language</source>
-        <translation>Sprache</translation>
-    </message>
-    <message>
-        <source>Help</source>
-        <translation>Hilfe</translation>
     </message>
     <message>
         <source>Links</source>
@@ -710,6 +718,18 @@
     <message>
         <source>Programmed profiles</source>
         <translation>Programmierte Profile</translation>
+    </message>
+    <message>
+        <source>&amp;Profile</source>
+        <translation>&amp;Profil</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>&amp;Sprache</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
     </message>
 </context>
 <context>
@@ -1041,6 +1061,10 @@
     <message>
         <source>Angle</source>
         <translation>Winkel</translation>
+    </message>
+    <message>
+        <source>RPM</source>
+        <translation>U/min</translation>
     </message>
 </context>
 <context>

@@ -587,7 +587,7 @@ void TestMainWindow::languageSwitchReachesEveryPage()
         {"WizardForm|Create", "Erstellen"},
         {"WizardForm|{Program your CDI} with a profile of your choice",
             "{Programmieren Sie Ihre CDI} mit einem Profil Ihrer Wahl"},
-        {"MainWindow|Profile", "Profil"}, {"MainWindow|Back", "Zurück"}, {"CProfileItem|Custom", "Eigenes"},
+        {"MainWindow|&Profile", "&Profil"}, {"MainWindow|Back", "Zurück"}, {"CProfileItem|Custom", "Eigenes"},
         {"ComparisonForm|Remove all", "Alle entfernen"}});
     QCoreApplication::installTranslator(&translator);
     program.switcher.setLanguage(CLanguageSwitcher::kEnglish); // tells every listener
@@ -595,7 +595,7 @@ void TestMainWindow::languageSwitchReachesEveryPage()
     QCOMPARE(program.prompt(), QStringLiteral("Wählen Sie eine Vorlage."));
     QCOMPARE(program.button("nextButton")->text(), QStringLiteral("Erstellen"));
     QCOMPARE(program.button("backButton")->text(), QStringLiteral("Zurück"));
-    QCOMPARE(program.child<QMenu>("menuProfile")->title(), QStringLiteral("Profil"));
+    QCOMPARE(program.child<QMenu>("menuProfile")->title(), QStringLiteral("&Profil"));
     // The braces mark the highlighted words, in every language.
     QCOMPARE(program.button("calibrationSelectionButton")->toolTip(),
         QStringLiteral("<font color=#4B7D96>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl"));

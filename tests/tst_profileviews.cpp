@@ -9,7 +9,9 @@
 #include "tests/layoutencoder.h"
 #include "tests/widgettestmain.h"
 
+#include <QAbstractItemModel>
 #include <QPlainTextEdit>
+#include <QTableView>
 #include <QPushButton>
 #include <QScreen>
 #include <QTextEdit>
@@ -28,6 +30,7 @@ private slots:
     void informationFollowsTheLanguage();
     void hintDialogFitsTheScreen();
     void summaryListsEmptySlots();
+    void editorWithoutMouse();
 
 private:
     HintCatalog m_catalog;
@@ -127,6 +130,40 @@ void TestProfileViews::summaryListsEmptySlots()
         rows << "0"
              << "0°";
     QCOMPARE(table.split(QLatin1Char('\n'), Qt::SkipEmptyParts), rows);
+}
+
+// Tab leaves the map table in both directions, and every hint button tells a screen reader which
+// setting it explains; the speed header speaks the language chosen.
+void TestProfileViews::editorWithoutMouse()
+{
+    CLanguageSwitcher switcher;
+    switcher.addLanguage(QStringLiteral("de"));
+    HintDialog hints(&m_catalog, switcher);
+    EditorForm editor(nullptr, switcher, hints);
+    switcher.registerListener(&editor);
+    editor.setProfile(Profile());
+    editor.setActive(true);
+    editor.show();
+    QApplication::setActiveWindow(&editor);
+    QVERIFY(QTest::qWaitForWindowActive(&editor));
+    auto *table = editor.findChild<QTableView *>(QStringLiteral("tableView"));
+    for (const Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ShiftModifier}) {
+        table->setFocus();
+        table->setCurrentIndex(table->model()->index(modifiers ? 0 : 9, 1));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, modifiers);
+        QVERIFY2(QApplication::focusWidget() != table, modifiers ? "Shift+Tab" : "Tab");
+    }
+    for (int language : {0, 1}) {
+        switcher.setLanguage(language);
+        QSet<QString> names;
+        const QList<QToolButton *> buttons = editor.findChildren<QToolButton *>(QRegularExpression("^hintButton"));
+        for (const QToolButton *button : buttons)
+            names.insert(button->accessibleName());
+        QCOMPARE(buttons.size(), 5);
+        QVERIFY2(names.size() == 5 && !names.contains(QString()), qPrintable(QStringList(names.values()).join("|")));
+        QCOMPARE(table->model()->headerData(0, Qt::Horizontal).toString(), language ? "U/min" : "RPM");
+    }
+    switcher.setLanguage(0);
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestProfileViews)
