@@ -43,6 +43,11 @@ std::unique_ptr<QApplication> createApplication(int &argc, char **argv)
 {
     if (QCoreApplication::instance())
         return nullptr;
+    // Sharp on high-DPI screens: Qt scales the layout, picks the @2x drawings, and uses
+    // factors such as 1.25 and 1.5 as they are instead of rounding them to whole numbers.
+    QGuiApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QGuiApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     return std::make_unique<QApplication>(argc, argv);
 }
 
