@@ -367,7 +367,8 @@ void MainWindow::confirmProgramming(const Profile &profile)
 // from the port selection).
 void MainWindow::rememberDeviceWayBack()
 {
-    if (m_currentWidget == m_waitForm || m_currentWidget == m_devicesForm)
+    // A request refused as busy must not change where the running exchange returns to.
+    if (m_currentWidget == m_waitForm || m_currentWidget == m_devicesForm || m_device->isBusy())
         return;
     m_deviceBack = nullptr;
     if (m_currentWidget == m_editor) {
