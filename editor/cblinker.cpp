@@ -26,7 +26,7 @@ void CBlinker::start()
     m_running = true;
     m_ticks = 0;
     m_blue = false;
-    colourLabels(Qt::black);
+    colourLabels(false);
     for (const QPointer<CHintLabel> &label : qAsConst(m_labels)) {
         if (label) {
             label->show();
@@ -57,14 +57,21 @@ void CBlinker::tick()
     }
     if (m_ticks % kTicksPerColour == 0) {
         m_blue = !m_blue;
-        colourLabels(m_blue ? QColor(Qt::blue) : QColor(Qt::black));
+        colourLabels(m_blue);
     }
 }
 
-void CBlinker::colourLabels(const QColor &colour)
+// Black and blue on a light background; under a dark palette a light grey and a light blue, so
+// that both keep their contrast on the label's own background.
+void CBlinker::colourLabels(bool blue)
 {
     for (const QPointer<CHintLabel> &label : qAsConst(m_labels)) {
-        if (label)
-            label->setTextColor(colour);
+        if (!label)
+            continue;
+        const bool dark = label->palette().color(QPalette::Window).lightness() < 128;
+        if (blue)
+            label->setTextColor(dark ? QColor(0x8A, 0xB4, 0xFF) : QColor(Qt::blue));
+        else
+            label->setTextColor(dark ? QColor(0xEE, 0xEE, 0xEE) : QColor(Qt::black));
     }
 }

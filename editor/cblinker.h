@@ -34,7 +34,7 @@ public slots:
     void tick();
 
 private:
-    void colourLabels(const QColor &colour);
+    void colourLabels(bool blue);
 
     QTimer *m_timer;
     QList<QPointer<CHintLabel>> m_labels;

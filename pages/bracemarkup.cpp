@@ -1,12 +1,20 @@
 #include "pages/bracemarkup.h"
 
-const char kHighlightColour[] = "#4B7D96";
+#include <QGuiApplication>
+#include <QPalette>
+
+QString highlightColour()
+{
+    // Only a program with windows has a palette; the command-line tool strips the markup anyway.
+    const bool dark = qobject_cast<QGuiApplication *>(QCoreApplication::instance())
+        && QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
+    return QLatin1String(dark ? "#8CC4DD" : "#3E6C82");
+}
 
 QString withBraceMarkup(const QString &text)
 {
     QString marked = text;
-    marked.replace(
-        QLatin1Char('{'), QLatin1String("<font color=") + QLatin1String(kHighlightColour) + QLatin1Char('>'));
+    marked.replace(QLatin1Char('{'), QLatin1String("<font color=") + highlightColour() + QLatin1Char('>'));
     marked.replace(QLatin1Char('}'), QLatin1String("</font>"));
     return marked;
 }

@@ -7,8 +7,9 @@
 // program's highlight colour and the braces disappear.
 QString withBraceMarkup(const QString &text);
 
-// The highlight colour of stressed words and profile names in descriptive texts.
-extern const char kHighlightColour[];
+// The highlight colour of stressed words and profile names in descriptive texts: a blue-grey,
+// lighter under a dark palette so that it keeps its contrast there.
+QString highlightColour();
 
 // The plain text of a rich text: tags dropped and the common entities turned back into their
 // characters, for output that cannot show markup (the command-line tool).

@@ -360,7 +360,7 @@ void WizardForm::updateContinuePanels()
     m_ui->programmingContinueForm->setVisible(profile != nullptr);
     if (!profile)
         return;
-    const QString name = QLatin1String(":<br><font color=") + QLatin1String(kHighlightColour)
+    const QString name = QLatin1String(":<br><font color=") + highlightColour()
         + QLatin1Char('>') + profile->name().toHtmlEscaped() + QLatin1String("</font>");
     m_ui->editContinueForm->setTexts(tr("Continue editing profile") + name, tr("Continue editing"));
     m_ui->programmingContinueForm->setTexts(

@@ -128,8 +128,8 @@ void TestDeviceExchange::faults_data()
     QTest::addColumn<bool>("success");
 
     const QString pinged = QStringLiteral(
-        "Your CDI responded as expected. Firmware <font color=#4B7D96>2.05b</font> and serial number "
-        "<font color=#4B7D96>654321</font> were reported.");
+        "Your CDI responded as expected. Firmware <font color=#3E6C82>2.05b</font> and serial number "
+        "<font color=#3E6C82>654321</font> were reported.");
     const QString invalid = QStringLiteral("CDI sent an invalid response");
     const QString silent = QStringLiteral("CDI did not respond");
     const QString programmed = QStringLiteral("Your CDI is now programmed with the profile <b>Track</b>.");

@@ -59,7 +59,7 @@ QByteArray changed(const char *hex, int offset, quint8 value)
 
 QString highlighted(const char *value)
 {
-    return QStringLiteral("<font color=#4B7D96>%1</font>").arg(QLatin1String(value));
+    return QStringLiteral("<font color=#3E6C82>%1</font>").arg(QLatin1String(value));
 }
 
 class CProfileKeeper : public IImportReceiver

@@ -598,7 +598,7 @@ void TestMainWindow::languageSwitchReachesEveryPage()
     QCOMPARE(program.child<QMenu>("menuProfile")->title(), QStringLiteral("&Profil"));
     // The braces mark the highlighted words, in every language.
     QCOMPARE(program.button("calibrationSelectionButton")->toolTip(),
-        QStringLiteral("<font color=#4B7D96>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl"));
+        QStringLiteral("<font color=#3E6C82>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl"));
     for (const QAbstractButton *any : program.window().findChildren<QAbstractButton *>())
         QVERIFY2(!any->toolTip().contains(QLatin1Char('{')), qPrintable(any->toolTip()));
 

@@ -1,15 +1,20 @@
 // What the editor page, its hint dialog and the summary show of a profile, in both languages and
 // on the offscreen platform's small screen (800 x 600).
 #include "editor/editorform.h"
+#include "editor/chintlabel.h"
 #include "editor/hintdialog.h"
 #include "i18n/clanguageswitcher.h"
 #include "profile/hintcatalog.h"
+#include "pages/bracemarkup.h"
 #include "profile/mapvalidation.h"
 #include "summary/summaryform.h"
 #include "tests/layoutencoder.h"
 #include "tests/widgettestmain.h"
 
 #include <QAbstractItemModel>
+#include <QSet>
+
+#include <cmath>
 #include <QPlainTextEdit>
 #include <QTableView>
 #include <QPushButton>
@@ -31,6 +36,8 @@ private slots:
     void hintDialogFitsTheScreen();
     void summaryListsEmptySlots();
     void editorWithoutMouse();
+    void textsKeepTheirContrast_data();
+    void textsKeepTheirContrast();
 
 private:
     HintCatalog m_catalog;
@@ -164,6 +171,67 @@ void TestProfileViews::editorWithoutMouse()
         QCOMPARE(table->model()->headerData(0, Qt::Horizontal).toString(), language ? "U/min" : "RPM");
     }
     switcher.setLanguage(0);
+}
+
+namespace {
+
+double luminance(const QColor &colour)
+{
+    const auto channel = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF()) + 0.0722 * channel(colour.blueF());
+}
+
+double contrast(const QColor &a, const QColor &b)
+{
+    const double la = luminance(a);
+    const double lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+} // namespace
+
+void TestProfileViews::textsKeepTheirContrast_data()
+{
+    QTest::addColumn<QColor>("window");
+    QTest::addColumn<QColor>("text");
+    QTest::newRow("light") << QColor(0xEF, 0xEF, 0xEF) << QColor(Qt::black);
+    QTest::newRow("dark") << QColor(0x35, 0x35, 0x35) << QColor(0xEE, 0xEE, 0xEE);
+}
+
+// The stressed words of descriptive texts and both colours of the blinking editor hints stay
+// readable (4.5:1) on the background of the palette in use.
+void TestProfileViews::textsKeepTheirContrast()
+{
+    QFETCH(QColor, window);
+    QFETCH(QColor, text);
+    const QPalette original = QApplication::palette();
+    QPalette palette(text, window);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::WindowText, text);
+    QApplication::setPalette(palette);
+
+    QVERIFY2(contrast(QColor(highlightColour()), window) >= 4.5, qPrintable(highlightColour()));
+    CLanguageSwitcher switcher;
+    HintDialog hints(&m_catalog, switcher);
+    EditorForm editor(nullptr, switcher, hints);
+    editor.setProfile(Profile());
+    editor.setActive(true);
+    editor.show();
+    const QList<CHintLabel *> labels = editor.findChildren<CHintLabel *>();
+    QVERIFY(!labels.isEmpty());
+    QSet<QRgb> seen;
+    QStringList faint;
+    const auto look = [&] {
+        for (const CHintLabel *label : labels) {
+            if (contrast(label->textColor(), label->palette().color(QPalette::Window)) < 4.5)
+                faint << label->textColor().name();
+            seen.insert(label->textColor().rgb());
+        }
+        return seen.size() >= 2; // both colours of the blink were looked at
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(look(), 5000);
+    QVERIFY2(faint.isEmpty(), qPrintable(faint.join(QLatin1Char(' '))));
+    QApplication::setPalette(original);
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestProfileViews)
