@@ -160,6 +160,13 @@ void TestProfileViews::editorWithoutMouse()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, modifiers);
         QVERIFY2(QApplication::focusWidget() != table, modifiers ? "Shift+Tab" : "Tab");
     }
+    // Each setting's input is followed by its hint button.
+    for (const char *input : {"spinBoxIgnitionVoltage", "doubleSpinBoxHall"}) {
+        editor.findChild<QWidget *>(QLatin1String(input))->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY2(QApplication::focusWidget()->objectName().startsWith(QLatin1String("hintButton")),
+            qPrintable(QApplication::focusWidget()->objectName()));
+    }
     for (int language : {0, 1}) {
         switcher.setLanguage(language);
         QSet<QString> names;
