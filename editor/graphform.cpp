@@ -61,7 +61,8 @@ void GraphForm::hideHintLabel()
 void GraphForm::centreHintLabel()
 {
     if (m_hintLabel)
-        m_hintLabel->move(width() / 2 - m_hintLabel->width() / 2, height() / 2 - m_hintLabel->height() / 2);
+        // At the top, over the angles no map may reach, not over the curve it is about.
+        m_hintLabel->move(width() / 2 - m_hintLabel->width() / 2, 8);
 }
 
 bool GraphForm::eventFilter(QObject *watched, QEvent *event)

@@ -184,9 +184,9 @@ void TableForm::centreHintLabel()
 {
     if (!m_hintLabel)
         return;
+    // Over the column headings, never over a value: the hint is about the values.
     const QWidget *view = m_ui->tableView;
-    m_hintLabel->move(
-        view->width() / 2 - m_hintLabel->width() / 2 - 5, view->height() / 2 - m_hintLabel->height() / 2);
+    m_hintLabel->move(view->width() / 2 - m_hintLabel->width() / 2 - 5, 0);
 }
 
 void TableForm::retranslate()
