@@ -82,7 +82,7 @@ bool GraphForm::eventFilter(QObject *watched, QEvent *event)
         release();
         return true;
     case QEvent::Resize:
-        m_plotter->resize(width(), height());
+        m_plotter->resize(width(), height(), devicePixelRatioF());
         redraw(true);
         centreHintLabel();
         break;

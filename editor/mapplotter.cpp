@@ -8,6 +8,8 @@
 #include <QPolygon>
 
 #include <algorithm>
+#include <QtMath>
+
 #include <cmath>
 #include <optional>
 
@@ -88,15 +90,18 @@ MapPlotter::MapPlotter(int width, int height, int margin)
     resize(width, height);
 }
 
-void MapPlotter::resize(int width, int height)
+void MapPlotter::resize(int width, int height, qreal devicePixelRatio)
 {
     m_width = std::max(0, width);
     m_height = std::max(0, height);
     m_plotWidth = m_width;
-    if (m_width > 0 && m_height > 0)
-        m_image = QImage(m_width, m_height, QImage::Format_RGB32);
-    else
+    const qreal ratio = std::max<qreal>(1.0, devicePixelRatio);
+    if (m_width > 0 && m_height > 0) {
+        m_image = QImage(qCeil(m_width * ratio), qCeil(m_height * ratio), QImage::Format_RGB32);
+        m_image.setDevicePixelRatio(ratio);
+    } else {
         m_image = QImage();
+    }
 }
 
 QColor MapPlotter::paletteColor(int index)
@@ -322,7 +327,9 @@ void MapPlotter::paintForbiddenRegion(QPainter &painter, const SensorCoefficient
 
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(255, 210, 210));
+    painter.setRenderHint(QPainter::Antialiasing, true); // a smooth edge, like the curve's
     painter.drawConvexPolygon(polygon);
+    painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setBrush(Qt::NoBrush);
 }
 

@@ -26,7 +26,9 @@ public:
     MapPlotter(int width, int height, int margin);
 
     // Replaces the image by a new width x height one; it is drawn at the next draw.
-    void resize(int width, int height);
+    // The size in logical pixels; the image holds as many device pixels as the screen shows there,
+    // so that it stays sharp on high-DPI screens.
+    void resize(int width, int height, qreal devicePixelRatio = 1.0);
 
     // Draws one map. Without a rescale the axes stay as they were, so that they do not move while
     // a point is dragged. Without a validation the plotter checks the map itself.

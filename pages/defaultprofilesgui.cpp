@@ -83,7 +83,7 @@ void DefaultProfilesGui::drawPreview()
         return;
     }
     const QSize size = m_ui->previewLabel->size();
-    m_plotter->resize(size.width(), size.height());
+    m_plotter->resize(size.width(), size.height(), devicePixelRatioF());
     m_plotter->drawSingle(*profile, -1, true, false);
     m_ui->previewLabel->setPixmap(QPixmap::fromImage(m_plotter->image()));
 }

@@ -92,7 +92,7 @@ void MultiGraphForm::render()
 {
     const QSize size = m_ui->graphArea->size();
     if (size != QSize(m_plotter->width(), m_plotter->height()))
-        m_plotter->resize(size.width(), size.height());
+        m_plotter->resize(size.width(), size.height(), devicePixelRatioF());
     m_plotter->drawSeveral(m_profiles, rpmLabels(m_profiles), comparisonLabels(m_profiles));
     m_ui->graphArea->update();
 }

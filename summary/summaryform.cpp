@@ -47,7 +47,7 @@ void SummaryForm::drawGraph()
         return;
     const QSize size = m_ui->graphLabel->size();
     if (size != QSize(m_plotter->width(), m_plotter->height()))
-        m_plotter->resize(size.width(), size.height());
+        m_plotter->resize(size.width(), size.height(), devicePixelRatioF());
     m_plotter->drawSingle(m_profile, -1, true, true);
     m_ui->graphLabel->setPixmap(
         m_plotter->image().isNull() ? QPixmap() : QPixmap::fromImage(m_plotter->image()));

@@ -91,6 +91,7 @@ private slots:
     void ceilingsOfOneOrSeveral_data();
     void ceilingsOfOneOrSeveral();
     void legendBesideThePlot();
+    void sharpOnHighDpiScreens();
     void comparisonTexts_data();
     void comparisonTexts();
     void comparedValues_data();
@@ -231,6 +232,31 @@ void TestMapPlotter::ceilingsOfOneOrSeveral()
 
 // Twenty profiles: each curve runs out to the plot's right edge uncovered, the legend stands
 // beside the plot with one sample per profile, and no two of the first 64 look alike.
+// On a screen with two device pixels per logical one the image has twice the pixels and says
+// so, and the drawing fills all of it, not its top-left quarter.
+void TestMapPlotter::sharpOnHighDpiScreens()
+{
+    Points points;
+    for (int i = 0; i < kMapPointCount; ++i)
+        points << QPoint(1000 * (i + 1), 10 + i);
+    MapPlotter sharp(733, 430, 16);
+    sharp.resize(300, 200, 2.0);
+    sharp.drawSingle(profileOf(points), -1, true, false);
+    QCOMPARE(sharp.image().size(), QSize(600, 400));
+    QCOMPARE(sharp.image().devicePixelRatio(), 2.0);
+    MapPlotter plain(733, 430, 16);
+    plain.resize(300, 200);
+    plain.drawSingle(profileOf(points), -1, true, false);
+    // Shrunk back, the sharp drawing looks like the plain one.
+    const QImage shrunk = sharp.image().scaled(300, 200, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    qint64 difference = 0;
+    for (int y = 0; y < 200; ++y) {
+        for (int x = 0; x < 300; ++x)
+            difference += std::abs(qGray(shrunk.pixel(x, y)) - qGray(plain.image().pixel(x, y)));
+    }
+    QVERIFY2(difference / (300 * 200) < 12, qPrintable(QString::number(difference / (300 * 200))));
+}
+
 void TestMapPlotter::legendBesideThePlot()
 {
     constexpr int kCount = 20;
