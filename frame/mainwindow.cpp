@@ -181,6 +181,8 @@ void MainWindow::paintBanner()
         }
     }
     m_ui->imageLabelMid->setPixmap(banner);
+    // What the banner says in paint, for screen readers.
+    m_ui->imageLabelMid->setAccessibleName(tr("Sparkwright, version %1").arg(programVersion()));
 
     const auto fill = [](QLabel *label, QColor colour) {
         QPalette palette = label->palette();

@@ -731,6 +731,10 @@
         <source>&amp;Help</source>
         <translation>&amp;Hilfe</translation>
     </message>
+    <message>
+        <source>Sparkwright, version %1</source>
+        <translation>Sparkwright, Version %1</translation>
+    </message>
 </context>
 <context>
     <name>MapPlotter</name>
