@@ -6,7 +6,6 @@
 #include <QtTest>
 
 #include <algorithm>
-#include <limits>
 
 Q_DECLARE_METATYPE(SensorCoefficients)
 
@@ -19,12 +18,9 @@ private slots:
     void flagByte();
     void sensorModeDerivesK1AndK2_data();
     void sensorModeDerivesK1AndK2();
-    void angleCeiling_data();
-    void angleCeiling();
-    void sortKeepsPairsAndOrder();
     void pointMessages_data();
     void pointMessages();
-    void equalSpeedsAreNotAscending();
+    void mapOrder();
 };
 
 // The flags as text: monitoring, ground (E enables, B blocks), edge (R rising, F falling), mode.
@@ -65,15 +61,17 @@ void TestProfile::flagByte()
     QCOMPARE(bool(blocking.toByte(false) & ProfileFlags::kGroundBlocksIgnition), read.sideStandMonitoring);
 }
 
+// With a sensor mode, K1 is the K1 of the chosen edge and K2 is zero, also after the edge is
+// switched; mode 0 keeps all three as set.
 void TestProfile::sensorModeDerivesK1AndK2_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<bool>("rising");
     QTest::addColumn<SensorCoefficients>("expected");
-    QTest::newRow("mode 0 keeps all three") << 0 << true << SensorCoefficients {12, 5, 7};
-    QTest::newRow("mode 2, rising edge takes K1 rising") << 2 << true << SensorCoefficients {12, -0.0003, 0};
-    QTest::newRow("mode 1, falling edge takes K1 falling")
-        << 1 << false << SensorCoefficients {12, -0.0005, 0};
+    QTest::addColumn<double>("k1AfterSwitch");
+    QTest::newRow("mode 0 keeps all three") << 0 << true << SensorCoefficients {12, 5, 7} << 5.0;
+    QTest::newRow("mode 2, rising edge") << 2 << true << SensorCoefficients {12, -0.0003, 0} << -0.0005;
+    QTest::newRow("mode 1, falling edge") << 1 << false << SensorCoefficients {12, -0.0005, 0} << -0.0003;
 }
 
 void TestProfile::sensorModeDerivesK1AndK2()
@@ -81,6 +79,7 @@ void TestProfile::sensorModeDerivesK1AndK2()
     QFETCH(int, mode);
     QFETCH(bool, rising);
     QFETCH(SensorCoefficients, expected);
+    QFETCH(double, k1AfterSwitch);
     Profile p;
     p.setK1(-0.0003, -0.0005);
     ProfileFlags flags;
@@ -89,50 +88,13 @@ void TestProfile::sensorModeDerivesK1AndK2()
     p.setFlags(flags);
     p.setSensorCoefficients({12, 5, 7});
     QCOMPARE(p.sensorCoefficients(), expected);
-    // Switching the edge afterwards makes the ceiling follow it.
     flags.pickUpRisingEdge = !rising;
     p.setFlags(flags);
-    QCOMPARE(p.sensorCoefficients().k1, mode == 0 ? 5.0 : rising ? -0.0005 : -0.0003);
+    QCOMPARE(p.sensorCoefficients().k1, k1AfterSwitch);
 }
 
-void TestProfile::angleCeiling_data()
-{
-    QTest::addColumn<SensorCoefficients>("curve");
-    QTest::addColumn<int>("rpm");
-    QTest::addColumn<int>("ceiling");
-    QTest::newRow("fraction truncated, less the margin") << SensorCoefficients {30.9, 0, 0} << 0 << 28;
-    QTest::newRow("negative value truncates toward zero") << SensorCoefficients {0.5, 0, 0} << 0 << -1;
-    QTest::newRow("linear and quadratic terms") << SensorCoefficients {40, -0.0005, -5e-8} << 10000 << 28;
-    QTest::newRow("huge curve saturates")
-        << SensorCoefficients {1e300, 0, 0} << 0 << std::numeric_limits<int>::max();
-    QTest::newRow("NaN allows nothing")
-        << SensorCoefficients {qQNaN(), 0, 0} << 0 << std::numeric_limits<int>::min();
-}
-
-void TestProfile::angleCeiling()
-{
-    QFETCH(SensorCoefficients, curve);
-    QFETCH(int, rpm);
-    QFETCH(int, ceiling);
-    QCOMPARE(::angleCeiling(curve, rpm), ceiling);
-}
-
-// The table's sort button: a stable sort by speed; angles travel with their speeds, equal speeds
-// keep their order, and empty slots go to the front.
-void TestProfile::sortKeepsPairsAndOrder()
-{
-    IgnitionMap map;
-    const int rpms[] = {3000, 1000, 3000, 0, 4000, 0, 0, 0, 0, 0};
-    for (int i = 0; i < kMapPointCount; ++i)
-        map.setPoint(i, rpms[i], rpms[i] ? 10 + i : 0);
-    QVERIFY(!map.isStrictlyAscending());
-    const IgnitionMap sorted = sortAscending(map);
-    for (int i = 0; i < 6; ++i)
-        QVERIFY(sorted.point(i).isEmpty());
-    QVERIFY(sorted.pointEquals(6, 1000, 11) && sorted.pointEquals(7, 3000, 10)
-        && sorted.pointEquals(8, 3000, 12) && sorted.pointEquals(9, 4000, 14));
-}
-
+// The ceiling is the curve at the point's speed less a margin of 2, cut toward zero; the
+// messages show it.
 void TestProfile::pointMessages_data()
 {
     QTest::addColumn<int>("rpm");
@@ -141,25 +103,29 @@ void TestProfile::pointMessages_data()
     QTest::addColumn<QString>("rpmMessage");
     QTest::addColumn<QString>("angleMessage");
 
-    const SensorCoefficients flat30 {30, 0, 0}; // ceiling 28
-    QTest::newRow("upper bounds accepted") << 20000 << 49 << SensorCoefficients {100, 0, 0} << ""
-                                           << "";
-    QTest::newRow("angle at the ceiling accepted") << 7000 << 28 << flat30 << ""
-                                                   << "";
+    const SensorCoefficients flat {30.9, 0, 0}; // ceiling 28
+    const QString none;
+    QTest::newRow("upper bounds accepted") << 20000 << 49 << SensorCoefficients {100, 0, 0} << none << none;
+    QTest::newRow("angle at the ceiling accepted") << 7000 << 28 << flat << none << none;
     QTest::newRow("angle one above the ceiling")
-        << 7000 << 29 << flat30 << ""
-        << "the angle for 7000 RPM should not exceed 28 for this profile";
-    QTest::newRow("negative speed, angle too high") << -1 << 60 << flat30 << "RPM cannot be negative"
+        << 7000 << 29 << flat << none << "the angle for 7000 RPM should not exceed 28 for this profile";
+    QTest::newRow("linear and quadratic terms")
+        << 10000 << 29 << SensorCoefficients {40, -0.0005, -5e-8} << none
+        << "the angle for 10000 RPM should not exceed 28 for this profile";
+    QTest::newRow("a negative ceiling is cut toward zero and rejects even 0")
+        << 5000 << 0 << SensorCoefficients {0.5, 0, 0} << none
+        << "the angle for 5000 RPM should not exceed -1 for this profile";
+    QTest::newRow("a huge curve saturates") << 0 << 49 << SensorCoefficients {1e300, 0, 0} << none << none;
+    QTest::newRow("a NaN curve allows nothing")
+        << 0 << 0 << SensorCoefficients {qQNaN(), 0, 0} << none
+        << "the angle for 0 RPM should not exceed -2147483648 for this profile";
+    QTest::newRow("negative speed, angle too high") << -1 << 60 << flat << "RPM cannot be negative"
                                                     << "angle exceeds maximum of 49";
     QTest::newRow("speed too high skips the ceiling")
-        << 20001 << 40 << flat30 << "RPM exceed the maximum of 20000"
-        << "";
+        << 20001 << 40 << flat << "RPM exceed the maximum of 20000" << none;
     QTest::newRow("negative angle with a faulty speed")
-        << 20001 << -3 << flat30 << "RPM exceed the maximum of 20000"
+        << 20001 << -3 << flat << "RPM exceed the maximum of 20000"
         << "angle cannot be negative";
-    QTest::newRow("negative ceiling rejects any positive angle")
-        << 5000 << 1 << SensorCoefficients {1.5, 0, 0} << ""
-        << "the angle for 5000 RPM should not exceed 0 for this profile";
 }
 
 void TestProfile::pointMessages()
@@ -178,10 +144,21 @@ void TestProfile::pointMessages()
     QCOMPARE(point.angleMessage, angleMessage);
 }
 
-// Equal speeds count as not rising although every point is valid.
-void TestProfile::equalSpeedsAreNotAscending()
+// The table's sort button sorts stably by speed: angles travel with their speeds, equal speeds
+// keep their order, and empty slots go to the front. Equal speeds count as not rising although
+// every point is valid.
+void TestProfile::mapOrder()
 {
     IgnitionMap map;
+    const int rpms[] = {3000, 1000, 3000, 0, 4000, 0, 0, 0, 0, 0};
+    for (int i = 0; i < kMapPointCount; ++i)
+        map.setPoint(i, rpms[i], rpms[i] ? 10 + i : 0);
+    const IgnitionMap sorted = sortAscending(map);
+    for (int i = 0; i < 6; ++i)
+        QVERIFY(sorted.point(i).isEmpty());
+    QVERIFY(sorted.pointEquals(6, 1000, 11) && sorted.pointEquals(7, 3000, 10)
+        && sorted.pointEquals(8, 3000, 12) && sorted.pointEquals(9, 4000, 14));
+
     for (int i = 0; i < kMapPointCount; ++i)
         map.setPoint(i, 1000 * (i + 1), 8 + 2 * i);
     QVERIFY(!validate(map, {30, 0, 0}).hasErrors());
