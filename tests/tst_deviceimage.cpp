@@ -62,8 +62,6 @@ private slots:
     void writeImage();
     void readImage_data();
     void readImage();
-    void imageCheck_data();
-    void imageCheck();
 };
 
 void TestDeviceImage::writeImage_data()
@@ -130,70 +128,69 @@ void TestDeviceImage::readImage_data()
 {
     QTest::addColumn<QByteArray>("frame");
     QTest::addColumn<bool>("isCustom");
-    QTest::addColumn<Profile>("expected");
+    QTest::addColumn<QString>("failure");
+    QTest::addColumn<Profile>("expected"); // for a failure: the profile untouched
 
-    Profile expected = profileWithLocalFields();
+    const Profile untouched = profileWithLocalFields();
+    Profile expected = untouched;
     expected.setMap(mapOf(kRpms, kAngles));
     expected.setVoltage(200);
     expected.setFlagsAndCoefficientsAsStored(
         flagsOf(true, false, true, 0), {30.0, -1.0 / 1024, -1.0 / 1048576});
     expected.setKind(ProfileKind::Custom);
-    QTest::newRow("custom image, bit 5 ignored") << kFrame << true << expected;
+    const auto with = [&expected](int voltage, int rpm0, int angle9) {
+        Profile p = expected;
+        IgnitionMap map = p.map();
+        map.setPoint(0, rpm0, kAngles[0]);
+        map.setPoint(9, kRpms[9], angle9);
+        p.setMap(map);
+        p.setVoltage(voltage);
+        return p;
+    };
+    const QString ok;
+
+    QTest::newRow("custom image, bit 5 ignored") << kFrame << true << ok << expected;
     Profile e = expected;
     e.setKind(ProfileKind::Default);
-    QTest::newRow("the caller's kind wins over the type byte") << kFrame << false << e;
+    QTest::newRow("the caller's kind wins over the type byte") << kFrame << false << ok << e;
     e = expected;
     e.setFlagsAndCoefficientsAsStored(flagsOf(false, true, true, 1), {0.1f, 5.0, 7.0});
     QTest::newRow("sensor mode 1 keeps K1 and K2 as the device holds them")
-        << withBytes(kFrame, 35, "0c3dcccccd40a0000040e00000") << true << e;
+        << withBytes(kFrame, 35, "0c3dcccccd40a0000040e00000") << true << ok << e;
     e.setFlagsAndCoefficientsAsStored(flagsOf(true, false, true, 0), {30.0, -1.0 / 2048, 0.0});
     QTest::newRow("image ending after the first byte of K1 reads the rest as zero")
-        << kFrame.left(41) << true << e;
+        << kFrame.left(41) << true << ok << e;
+
+    QTest::newRow("rpm 20000 and angle 49 pass")
+        << withBytes(withBytes(kFrame, 4, "4e20"), 33, "31") << true << ok << with(200, 20000, 49);
+    QTest::newRow("voltage 100 passes") << withBytes(kFrame, 34, "64") << true << ok << with(100, 500, 20);
+    QTest::newRow("voltage 250 passes") << withBytes(kFrame, 34, "fa") << true << ok << with(250, 500, 20);
+    const auto refused = [&untouched](const char *name, const QByteArray &frame, const char *failure) {
+        QTest::newRow(name) << frame << true << QString::fromLatin1(failure) << untouched;
+    };
+    refused("rpm 20001 in the first slot", withBytes(kFrame, 4, "4e21"), "rpm > 20000");
+    refused("rpm 20001 in the last slot", withBytes(kFrame, 22, "4e21"), "rpm > 20000");
+    refused("angle 50 in the first slot", withBytes(kFrame, 24, "32"), "angle > 49");
+    refused("angle 50 in the last slot", withBytes(kFrame, 33, "32"), "angle > 49");
+    refused("voltage 99", withBytes(kFrame, 34, "63"), "invalid voltage: 99");
+    refused("voltage 251", withBytes(kFrame, 34, "fb"), "invalid voltage: 251");
+    refused("frame cut before the voltage reads it as 0", kFrame.left(34), "invalid voltage: 0");
+    refused("rpm reported before angle and voltage",
+        withBytes(withBytes(withBytes(kFrame, 20, "ffff"), 24, "ff"), 34, "00"), "rpm > 20000");
 }
 
 void TestDeviceImage::readImage()
 {
     QFETCH(QByteArray, frame);
     QFETCH(bool, isCustom);
+    QFETCH(QString, failure);
     QFETCH(Profile, expected);
 
-    Profile profile = profileWithLocalFields();
-    QCOMPARE(readDeviceImage(frame, isCustom, profile), QString());
-    QCOMPARE(fieldsOf(profile), fieldsOf(expected));
-}
-
-void TestDeviceImage::imageCheck_data()
-{
-    QTest::addColumn<QByteArray>("frame");
-    QTest::addColumn<QString>("failure");
-
-    QTest::newRow("rpm 20001 in the last slot") << withBytes(kFrame, 22, "4e21") << "rpm > 20000";
-    QTest::newRow("rpm 20000 and angle 49 pass") << withBytes(withBytes(kFrame, 4, "4e20"), 24, "31") << "";
-    QTest::newRow("angle 50 in the first slot") << withBytes(kFrame, 24, "32") << "angle > 49";
-    QTest::newRow("voltage 99") << withBytes(kFrame, 34, "63") << "invalid voltage: 99";
-    QTest::newRow("voltage 100 passes") << withBytes(kFrame, 34, "64") << "";
-    QTest::newRow("voltage 250 passes") << withBytes(kFrame, 34, "fa") << "";
-    QTest::newRow("voltage 251") << withBytes(kFrame, 34, "fb") << "invalid voltage: 251";
-    QTest::newRow("frame cut before the voltage reads it as 0") << kFrame.left(34) << "invalid voltage: 0";
-    QTest::newRow("rpm reported before angle and voltage")
-        << withBytes(withBytes(withBytes(kFrame, 20, "ffff"), 24, "ff"), 34, "00") << "rpm > 20000";
-}
-
-void TestDeviceImage::imageCheck()
-{
-    QFETCH(QByteArray, frame);
-    QFETCH(QString, failure);
-
     QCOMPARE(checkDeviceImage(frame), failure);
-    const Profile before = profileWithLocalFields();
-    Profile profile = before;
-    QCOMPARE(readDeviceImage(frame, true, profile), failure);
-    if (failure.isEmpty()) {
-        QCOMPARE(profile.voltage(), int(quint8(frame.at(34))));
-    } else {
-        QCOMPARE(fieldsOf(profile), fieldsOf(before));
-        QVERIFY(!profile.isModified());
-    }
+    Profile profile = profileWithLocalFields();
+    QCOMPARE(readDeviceImage(frame, isCustom, profile), failure);
+    QCOMPARE(fieldsOf(profile), fieldsOf(expected));
+    QCOMPARE(profile.isModified(), failure.isEmpty());
 }
 
 QTEST_APPLESS_MAIN(TestDeviceImage)
