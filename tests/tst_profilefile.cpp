@@ -117,26 +117,20 @@ void TestProfileFile::record_data()
                                      << QByteArray::fromHex("6901000000" // version
                                                             "6903000000" // motorbike type
                                                             "6905000000" // template type
-                                                            "42" // custom
-                                                            "42" // aux flag
+                                                            "4242" // custom, aux flag
                                                             "51690700000053747261c39f65" // name
                                                             "5169020000004e31" // notes
                                                             "6907000000" // flag byte
                                                             "69b4000000" // voltage 180
-                                                            "62" // edge not selectable
-                                                            "62" // not sensor mode 1
+                                                            "6262" // edge not selectable, not sensor mode 1
                                                             "64000000000000e03f" // 0.5
                                                             "64000000000000d0bf" // -0.25
-                                                            "69e8030000690a000000" // map: rpm, angle
-                                                            "69d0070000690f000000"
-                                                            "69b80b00006914000000"
-                                                            "69a00f00006919000000"
-                                                            "6988130000691c000000"
-                                                            "6970170000691e000000"
-                                                            "69581b0000691e000000"
-                                                            "69401f0000691c000000"
-                                                            "6928230000691a000000"
-                                                            "69102700006918000000"
+                                                            // map, rpm and angle by turns
+                                                            "69e8030000690a00000069d0070000690f000000"
+                                                            "69b80b0000691400000069a00f00006919000000"
+                                                            "6988130000691c0000006970170000691e000000"
+                                                            "69581b0000691e00000069401f0000691c000000"
+                                                            "6928230000691a00000069102700006918000000"
                                                             "640000000000004040" // 32
                                                             "6400000000000050bf" // -2^-10
                                                             "64000000000000b0be" // -2^-20
@@ -363,21 +357,12 @@ void TestProfileFile::recentProfiles_data()
     QTest::addColumn<QString>("added"); // one letter per file, oldest first
     QTest::addColumn<QString>("removed"); // files deleted afterwards
     QTest::addColumn<QString>("listed"); // newest first
-    QTest::newRow("newest first") << "abc"
-                                  << ""
-                                  << "cba";
-    QTest::newRow("eight at most") << "abcdefghij"
-                                   << ""
-                                   << "jihgfedc";
-    QTest::newRow("opened again moves to the front") << "abcb"
-                                                     << ""
-                                                     << "bca";
-    QTest::newRow("missing files are dropped") << "abcd"
-                                               << "bd"
-                                               << "ca";
-    QTest::newRow("nothing yet") << ""
-                                 << ""
-                                 << "";
+    const QString none;
+    QTest::newRow("newest first") << "abc" << none << "cba";
+    QTest::newRow("eight at most") << "abcdefghij" << none << "jihgfedc";
+    QTest::newRow("opened again moves to the front") << "abcb" << none << "bca";
+    QTest::newRow("missing files are dropped") << "abcd" << QString("bd") << "ca";
+    QTest::newRow("nothing yet") << none << none << none;
 }
 
 // The list lives in a settings file of its own here, so the user's is never touched.
@@ -387,26 +372,24 @@ void TestProfileFile::recentProfiles()
     QFETCH(QString, removed);
     QFETCH(QString, listed);
     QTemporaryDir dir;
-    QVERIFY(dir.isValid());
     const QString settings = dir.filePath(QStringLiteral("settings.ini"));
+    const auto pathOf
+        = [&dir](QChar letter) { return dir.filePath(QString(letter) + QLatin1String(".cdi")); };
     const QDateTime start(QDate(2026, 5, 1), QTime(8, 0));
-    int minute = 0;
-    for (const QChar letter : added) {
-        const QString path = dir.filePath(QString(letter) + QLatin1String(".cdi"));
-        QFile file(path);
+    for (int i = 0; i < added.size(); ++i) {
+        QFile file(pathOf(added[i]));
         QVERIFY(file.open(QIODevice::WriteOnly));
-        CRecentProfiles(settings).add(path, QString(letter).toUpper(), start.addSecs(60 * minute++));
+        CRecentProfiles(settings).add(file.fileName(), added[i].toUpper(), start.addSecs(60 * i));
     }
     for (const QChar letter : removed)
-        QVERIFY(QFile::remove(dir.filePath(QString(letter) + QLatin1String(".cdi"))));
+        QVERIFY(QFile::remove(pathOf(letter)));
 
     for (int pass = 0; pass < 2; ++pass) { // the second reads what the first left behind
-        const QList<RecentProfile> entries = CRecentProfiles(settings).entries();
         QString names;
-        for (const RecentProfile &entry : entries) {
+        for (const RecentProfile &entry : CRecentProfiles(settings).entries()) {
             names += entry.name.toLower();
-            QCOMPARE(QFileInfo(entry.path).fileName(), entry.name.toLower() + QLatin1String(".cdi"));
-            QCOMPARE(entry.when, start.addSecs(60 * added.lastIndexOf(entry.name.toLower())));
+            QCOMPARE(entry.path, pathOf(names.back()));
+            QCOMPARE(entry.when, start.addSecs(60 * added.lastIndexOf(names.back())));
         }
         QCOMPARE(names, listed);
     }
