@@ -18,7 +18,6 @@
 #include <QTemporaryDir>
 #include <QTextEdit>
 
-#include <limits>
 #include <vector>
 
 namespace {
@@ -146,14 +145,11 @@ private slots:
 
     void dataFileErrors_data();
     void dataFileErrors();
-    void disclaimerGate_data();
-    void disclaimerGate();
+    void firstWindow_data();
+    void firstWindow();
     void disclaimerAnswers_data();
     void disclaimerAnswers();
-    void startLanguage();
     void manifestEntry();
-
-    void commandLine();
     void oneCopyAtATime();
 
 private:
@@ -217,30 +213,27 @@ void TestStartup::dataFileErrors_data()
 {
     QTest::addColumn<QByteArray>("library"); // a null array: no file at all
     QTest::addColumn<QByteArray>("hints");
-    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("versionQuery");
     QTest::addColumn<QString>("fileName");
 
     const QByteArray good = libraryFile(12);
     const QByteArray none;
-    const QStringList versionQuery {"-v"};
-    QTest::newRow("library missing") << none << kHints << QStringList() << "default.cds";
-    QTest::newRow("library header refused")
-        << libraryFile(12, "DEF") << kHints << QStringList() << "default.cds";
+    const QByteArray shortHints = handContainer({hintsRecord(3, 1, 1, 2, kHintTexts.mid(0, 3))});
+    QTest::newRow("library missing") << none << kHints << false << "default.cds";
+    QTest::newRow("library header refused") << libraryFile(12, "DEF") << kHints << false << "default.cds";
     QTest::newRow("library profile refused")
-        << handContainer({libraryHeader(), "garbage"}) << kHints << QStringList() << "default.cds";
-    QTest::newRow("hints missing") << good << none << QStringList() << "hints.cdh";
-    QTest::newRow("hints refused, a text missing")
-        << good << handContainer({hintsRecord(3, 1, 1, 2, kHintTexts.mid(0, 3))}) << QStringList()
-        << "hints.cdh";
-    QTest::newRow("both missing names only the library") << none << none << QStringList() << "default.cds";
-    QTest::newRow("version query, hints missing") << good << none << versionQuery << "hints.cdh";
+        << handContainer({libraryHeader(), "garbage"}) << kHints << false << "default.cds";
+    QTest::newRow("hints missing") << good << none << false << "hints.cdh";
+    QTest::newRow("hints refused, a text missing") << good << shortHints << false << "hints.cdh";
+    QTest::newRow("both missing names only the library") << none << none << false << "default.cds";
+    QTest::newRow("version query, hints missing") << good << none << true << "hints.cdh";
 }
 
 void TestStartup::dataFileErrors()
 {
     QFETCH(QByteArray, library);
     QFETCH(QByteArray, hints);
-    QFETCH(QStringList, arguments);
+    QFETCH(bool, versionQuery);
     QFETCH(QString, fileName);
     writeFile(QStringLiteral("default.cds"), library);
     writeFile(QStringLiteral("hints.cdh"), hints);
@@ -252,7 +245,8 @@ void TestStartup::dataFileErrors()
 
     ScriptedSteps steps;
     // In German surroundings, too, the message appears in English: no translation is loaded yet.
-    QCOMPARE(runStartup(steps, arguments, QStringLiteral("de_DE")), 1);
+    QCOMPARE(
+        runStartup(steps, versionQuery ? QStringList {"-v"} : QStringList(), QStringLiteral("de_DE")), 1);
     const QString what = fileName == QLatin1String("hints.cdh") ? QStringLiteral("Hints")
                                                                 : QStringLiteral("The default CDI profiles");
     QCOMPARE(steps.seen,
@@ -262,39 +256,57 @@ void TestStartup::dataFileErrors()
             + fileName});
 }
 
-void TestStartup::disclaimerGate_data()
+// What the user meets first: the disclaimer (in the start language) unless its acceptance is
+// found, beside the program or in the user's folder, then the main window; nothing for the
+// version query, which is the exact "-v" alone. German surroundings start in German, all others
+// in English, and a German start leaves nothing behind that the next start would take up.
+void TestStartup::firstWindow_data()
 {
     QTest::addColumn<QByteArray>("besideProgram"); // a null array: no file
     QTest::addColumn<QByteArray>("inUserFolder");
-    QTest::addColumn<bool>("disclaimerShown");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("shown"); // the first window's title, none for the version query
 
     const QByteArray none;
-    QTest::newRow("no acceptance file") << none << none << true;
-    QTest::newRow("foreign file") << QByteArray("cdi\0\0\0", 6) << none << true;
-    QTest::newRow("integer 0") << framed(tInt(0)) << none << true;
-    QTest::newRow("negative integer") << framed(tInt(-1)) << none << true;
-    QTest::newRow("text instead of an integer") << framed(tString(QStringLiteral("1"))) << none << true;
-    QTest::newRow("frame longer than the file") << QByteArray::fromHex("550900006901000000") << none << true;
-    QTest::newRow("accepted, more bytes after the frame")
-        << kAccepted + QByteArray(100, 'x') << none << false;
-    QTest::newRow("foreign beside the program, accepted in the user's folder")
-        << framed(tInt(0)) << kAccepted << false;
-    QTest::newRow("zero in the user's folder") << none << framed(tInt(0)) << true;
+    const auto row = [](const char *name, const QByteArray &besideProgram, const QByteArray &inUserFolder,
+                         const char *shown, const QStringList &arguments = {}, const char *locale = "en_US") {
+        QTest::newRow(name) << besideProgram << inUserFolder << arguments << QString::fromLatin1(locale)
+                            << QString::fromLatin1(shown);
+    };
+    row("no acceptance file", none, none, "Disclaimer");
+    row("foreign file", QByteArray("cdi\0\0\0", 6), none, "Disclaimer");
+    row("integer 0", framed(tInt(0)), none, "Disclaimer");
+    row("negative integer", framed(tInt(-1)), none, "Disclaimer");
+    row("text instead of an integer", framed(tString(QStringLiteral("1"))), none, "Disclaimer");
+    row("frame longer than the file", QByteArray::fromHex("550900006901000000"), none, "Disclaimer");
+    row("accepted, more bytes after the frame", kAccepted + QByteArray(100, 'x'), none, "Sparkwright");
+    row("foreign beside the program, accepted in the user's folder", framed(tInt(0)), kAccepted,
+        "Sparkwright");
+    row("zero in the user's folder", none, framed(tInt(0)), "Disclaimer");
+    row("version query", none, none, "", {"-v"});
+    for (const char *arguments : {"-v -v", "-vx", "-V", "--v"})
+        row(arguments, none, none, "Disclaimer", QString::fromLatin1(arguments).split(' '));
+    for (const char *locale : {"de_AT", "de_DE", "fr_FR", "C"})
+        row(locale, none, none, locale[0] == 'd' ? "Haftungsausschluss" : "Disclaimer", {}, locale);
 }
 
-void TestStartup::disclaimerGate()
+void TestStartup::firstWindow()
 {
     QFETCH(QByteArray, besideProgram);
     QFETCH(QByteArray, inUserFolder);
-    QFETCH(bool, disclaimerShown);
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, locale);
+    QFETCH(QString, shown);
     writeFile(path(QStringLiteral("program/disclaimer.a")), besideProgram);
     QVERIFY(QDir().mkpath(userFolder()));
     writeFile(userFolder() + QLatin1String("/disclaimer.a"), inUserFolder);
 
     ScriptedSteps steps;
     steps.mainLoopResult = 7;
-    QCOMPARE(runStartup(steps), disclaimerShown ? 1 : 7); // else the main window's exit code
-    QCOMPARE(steps.seen, QStringList {disclaimerShown ? "Disclaimer" : "Sparkwright"});
+    // The version query ends well, a declined disclaimer badly, else the main window's code counts.
+    QCOMPARE(runStartup(steps, arguments, locale), shown.isEmpty() ? 0 : shown == "Sparkwright" ? 7 : 1);
+    QCOMPARE(steps.seen, shown.isEmpty() ? QStringList() : QStringList {shown});
     // Declining never touches the files.
     QCOMPARE(readFile(path(QStringLiteral("program/disclaimer.a"))), besideProgram);
 }
@@ -356,22 +368,6 @@ void TestStartup::disclaimerAnswers()
     QCOMPARE(next.seen.first() == QLatin1String("Disclaimer"), writtenTo == QLatin1String("nowhere"));
 }
 
-// German surroundings start in German, all others in English; a German start leaves nothing
-// behind that the next start would take up. Without its translation German starts in English.
-void TestStartup::startLanguage()
-{
-    for (const QString locale : {"de_AT", "de_DE", "fr_FR", "C", "de_CH"}) {
-        if (locale == QLatin1String("de_CH"))
-            QVERIFY(QFile::remove(QStringLiteral("lang_de.qm")));
-        ScriptedSteps steps;
-        QCOMPARE(runStartup(steps, {}, locale), 1);
-        QCOMPARE(steps.seen,
-            QStringList {QFile::exists(QStringLiteral("lang_de.qm")) && locale.startsWith(QLatin1String("de"))
-                    ? "Haftungsausschluss"
-                    : "Disclaimer"});
-    }
-}
-
 // The updater reads the manifest back one entry at a time: a file name and a version above zero.
 void TestStartup::manifestEntry()
 {
@@ -391,19 +387,6 @@ QProcessEnvironment TestStartup::childEnvironment() const
     environment.insert(QStringLiteral("XDG_DATA_HOME"), path(QStringLiteral("data")));
     environment.remove(QStringLiteral("QT_LOGGING_RULES"));
     return environment;
-}
-
-// Only the exact "-v" alone asks for the version, which opens no window; anything else starts the
-// program, up to the disclaimer, here declined.
-void TestStartup::commandLine()
-{
-    for (const QStringList &arguments : {QStringList {"-v"}, QStringList(), QStringList {"-v", "-v"},
-             QStringList {"-vx"}, QStringList {"-V"}, QStringList {"--v"}}) {
-        const bool versionQuery = arguments == QStringList {"-v"};
-        ScriptedSteps steps;
-        QCOMPARE(runStartup(steps, arguments), versionQuery ? 0 : 1);
-        QCOMPARE(steps.seen, versionQuery ? QStringList() : QStringList {"Disclaimer"});
-    }
 }
 
 // Of copies started together one runs and the others end at once and silently, while the version
