@@ -103,9 +103,11 @@ public:
     {
         shown.append({QStringLiteral("inform"), title, text, {button}});
     }
-    QString openFileName(QWidget *, const QString &title, const QString &filter, const QString &folder) override
+    QString openFileName(
+        QWidget *, const QString &title, const QString &filter, const QString &folder) override
     {
-        shown.append({QStringLiteral("open"), title, filter, folder.isEmpty() ? QStringList() : QStringList {folder}});
+        shown.append(
+            {QStringLiteral("open"), title, filter, folder.isEmpty() ? QStringList() : QStringList {folder}});
         return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
     }
     QString saveFileName(
@@ -115,11 +117,13 @@ public:
         return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
     }
 
-    QStringList titles() const
+    QStringList titles() const { return each(&Shown::title); }
+    QStringList kinds() const { return each(&Shown::kind); }
+    QStringList each(QString Shown::*field) const
     {
         QStringList list;
         for (const Shown &item : shown)
-            list.append(item.title);
+            list.append(item.*field);
         return list;
     }
 };
