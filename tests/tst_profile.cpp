@@ -1,5 +1,6 @@
-// The profile model and the map checker: the flag byte, the sensor-mode rule for K1 and K2, the
-// angle ceiling, the map's order, and what the checker says about each faulty value.
+// The profile model and the map checker: the flag byte, the angle ceiling, the map's order, and
+// what the checker says about each faulty value. The sensor-mode rule for K1 and K2 shows in the
+// bytes written to files and to the device, and is checked there.
 #include "profile/mapvalidation.h"
 #include "profile/profile.h"
 
@@ -16,8 +17,6 @@ class TestProfile : public QObject
 private slots:
     void flagByte_data();
     void flagByte();
-    void sensorModeDerivesK1AndK2_data();
-    void sensorModeDerivesK1AndK2();
     void pointMessages_data();
     void pointMessages();
     void mapOrder();
@@ -54,43 +53,10 @@ void TestProfile::flagByte()
                  .arg(read.sensorMode),
         flags);
     QCOMPARE(read.toByte(false) == byte, writtenBack);
-    QCOMPARE(int(read.toByte(true)), read.toByte(false) | ProfileFlags::kExtra);
     // Ground blocking is only written while the side stand is monitored.
     ProfileFlags blocking = read;
     blocking.groundEnablesIgnition = false;
     QCOMPARE(bool(blocking.toByte(false) & ProfileFlags::kGroundBlocksIgnition), read.sideStandMonitoring);
-}
-
-// With a sensor mode, K1 is the K1 of the chosen edge and K2 is zero, also after the edge is
-// switched; mode 0 keeps all three as set.
-void TestProfile::sensorModeDerivesK1AndK2_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("rising");
-    QTest::addColumn<SensorCoefficients>("expected");
-    QTest::addColumn<double>("k1AfterSwitch");
-    QTest::newRow("mode 0 keeps all three") << 0 << true << SensorCoefficients {12, 5, 7} << 5.0;
-    QTest::newRow("mode 2, rising edge") << 2 << true << SensorCoefficients {12, -0.0003, 0} << -0.0005;
-    QTest::newRow("mode 1, falling edge") << 1 << false << SensorCoefficients {12, -0.0005, 0} << -0.0003;
-}
-
-void TestProfile::sensorModeDerivesK1AndK2()
-{
-    QFETCH(int, mode);
-    QFETCH(bool, rising);
-    QFETCH(SensorCoefficients, expected);
-    QFETCH(double, k1AfterSwitch);
-    Profile p;
-    p.setK1(-0.0003, -0.0005);
-    ProfileFlags flags;
-    flags.sensorMode = quint32(mode);
-    flags.pickUpRisingEdge = rising;
-    p.setFlags(flags);
-    p.setSensorCoefficients({12, 5, 7});
-    QCOMPARE(p.sensorCoefficients(), expected);
-    flags.pickUpRisingEdge = !rising;
-    p.setFlags(flags);
-    QCOMPARE(p.sensorCoefficients().k1, k1AfterSwitch);
 }
 
 // The ceiling is the curve at the point's speed less a margin of 2, cut toward zero; the
