@@ -90,32 +90,23 @@ QByteArray damaged(QByteArray bytes, QRandomGenerator &random)
     for (int round = 1 + random.bounded(3); round > 0; --round) {
         const int at = random.bounded(bytes.size() + 1);
         const QByteArray huge = littleEndian(kHuge[random.bounded(5)], 4);
-        switch (random.bounded(8)) {
-        case 0:
+        const int fault = random.bounded(8);
+        if (fault == 0)
             bytes = patched(bytes, at, QByteArray(1, char(random.bounded(256))));
-            break;
-        case 1:
+        else if (fault == 1)
             bytes.insert(at, char(random.bounded(256)));
-            break;
-        case 2:
+        else if (fault == 2)
             bytes.remove(at, 1 + random.bounded(4));
-            break;
-        case 3:
+        else if (fault == 3)
             bytes.truncate(at);
-            break;
-        case 4:
+        else if (fault == 4)
             bytes.insert(at, bytes.mid(random.bounded(bytes.size() + 1), 1 + random.bounded(16)));
-            break;
-        case 5:
+        else if (fault == 5)
             bytes = patched(bytes, bytes.indexOf('i', at) + 1, huge);
-            break;
-        case 6:
+        else if (fault == 6)
             bytes = patched(bytes, bytes.indexOf(kRecordMarker, at) + 1, huge.left(3));
-            break;
-        case 7:
+        else
             bytes = patched(bytes, 4, huge.left(2));
-            break;
-        }
     }
     return bytes;
 }
