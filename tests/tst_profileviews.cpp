@@ -1,28 +1,67 @@
 // What the editor page, its hint dialog and the summary show of a profile, in both languages and
 // on the offscreen platform's small screen (800 x 600).
-#include "editor/editorform.h"
 #include "editor/chintlabel.h"
+#include "editor/editorform.h"
 #include "editor/hintdialog.h"
 #include "i18n/clanguageswitcher.h"
-#include "profile/hintcatalog.h"
 #include "pages/bracemarkup.h"
+#include "profile/hintcatalog.h"
 #include "profile/mapvalidation.h"
 #include "summary/summaryform.h"
 #include "tests/layoutencoder.h"
 #include "tests/widgettestmain.h"
 
-#include <QAbstractItemModel>
-#include <QSet>
-
-#include <cmath>
 #include <QPlainTextEdit>
-#include <QTableView>
 #include <QPushButton>
 #include <QScreen>
+#include <QSet>
+#include <QTableView>
 #include <QTextEdit>
 #include <QToolButton>
 
+#include <cmath>
+
 Q_DECLARE_METATYPE(IgnitionMap)
+
+namespace {
+
+// The editor page on its own, shown and active, with the German translation at hand.
+struct EditorPage
+{
+    EditorPage(const HintCatalog &catalog, const Profile &profile)
+        : hints(&catalog, switcher)
+        , editor(nullptr, switcher, hints)
+    {
+        switcher.addLanguage(QStringLiteral("de")); // from the build folder
+        switcher.registerListener(&editor);
+        editor.setProfile(profile);
+        editor.setActive(true);
+        editor.show();
+        QApplication::setActiveWindow(&editor);
+    }
+    ~EditorPage() { switcher.setLanguage(0); }
+
+    CLanguageSwitcher switcher;
+    HintDialog hints;
+    EditorForm editor;
+};
+
+double luminance(const QColor &colour)
+{
+    const auto channel
+        = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+    return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF())
+        + 0.0722 * channel(colour.blueF());
+}
+
+double contrast(const QColor &a, const QColor &b)
+{
+    const double la = luminance(a);
+    const double lb = luminance(b);
+    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
+}
+
+} // namespace
 
 class TestProfileViews : public QObject
 {
@@ -32,10 +71,9 @@ private slots:
     void initTestCase();
     void sortButtonFollowsTheMap_data();
     void sortButtonFollowsTheMap();
-    void informationFollowsTheLanguage();
     void hintDialogFitsTheScreen();
     void summaryListsEmptySlots();
-    void editorWithoutMouse();
+    void editorWithoutMouseInEitherLanguage();
     void textsKeepTheirContrast_data();
     void textsKeepTheirContrast();
 
@@ -67,60 +105,30 @@ void TestProfileViews::sortButtonFollowsTheMap()
 {
     QFETCH(IgnitionMap, map);
     QFETCH(bool, shown);
-    CLanguageSwitcher switcher;
-    HintDialog hints(&m_catalog, switcher);
-    EditorForm editor(nullptr, switcher, hints);
     Profile profile;
     profile.setMap(map);
-    editor.setProfile(profile);
-    editor.setActive(true);
-    editor.show();
-    auto *sort = editor.findChild<QToolButton *>(QStringLiteral("toolButtonSort"));
+    EditorPage page(m_catalog, profile);
+    auto *sort = page.editor.findChild<QToolButton *>(QStringLiteral("toolButtonSort"));
     QCOMPARE(sort->isVisible(), shown);
     if (shown) {
         QTest::mouseClick(sort, Qt::LeftButton);
-        QCOMPARE(sort->isVisible(), !editor.profile().map().isStrictlyAscending());
-        QCOMPARE(editor.profile().map(), sortAscending(map));
+        QCOMPARE(sort->isVisible(), !page.editor.profile().map().isStrictlyAscending());
+        QCOMPARE(page.editor.profile().map(), sortAscending(map));
     }
-}
-
-// The information box shows the text of the language now chosen, or says that there is none.
-void TestProfileViews::informationFollowsTheLanguage()
-{
-    CLanguageSwitcher switcher;
-    switcher.addLanguage(QStringLiteral("de")); // from the build folder
-    HintDialog hints(&m_catalog, switcher);
-    EditorForm editor(nullptr, switcher, hints);
-    switcher.registerListener(&editor);
-    Profile profile;
-    profile.setExtraText(0, QStringLiteral("For road use."));
-    editor.setProfile(profile);
-    const auto *box = editor.findChild<QPlainTextEdit *>(QStringLiteral("plainTextEditInformation"));
-    QStringList shown;
-    for (int language : {1, 0, 1}) {
-        switcher.setLanguage(language);
-        shown << box->toPlainText();
-    }
-    switcher.setLanguage(0);
-    QCOMPARE(shown,
-        QStringList({"Keine Informationen vorhanden", "For road use.", "Keine Informationen vorhanden"}));
 }
 
 // A long hint stays on a small screen in either language, also when shown again after closing.
 void TestProfileViews::hintDialogFitsTheScreen()
 {
-    CLanguageSwitcher switcher;
-    switcher.addLanguage(QStringLiteral("de"));
-    HintDialog hints(&m_catalog, switcher);
+    EditorPage page(m_catalog, Profile());
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     for (int language : {0, 1, 0}) {
-        switcher.setLanguage(language);
-        hints.showHint(0);
-        QVERIFY(QTest::qWaitForWindowExposed(&hints));
-        QVERIFY2(
-            screen.contains(hints.frameGeometry()), qPrintable(QStringLiteral("language %1").arg(language)));
-        QTest::mouseClick(hints.findChild<QPushButton *>(QStringLiteral("closeButton")), Qt::LeftButton);
-        QVERIFY(!hints.isVisible());
+        page.switcher.setLanguage(language);
+        page.hints.showHint(0);
+        QVERIFY(QTest::qWaitForWindowExposed(&page.hints));
+        QVERIFY2(screen.contains(page.hints.frameGeometry()), qPrintable(QString::number(language)));
+        QTest::mouseClick(page.hints.findChild<QPushButton *>(QStringLiteral("closeButton")), Qt::LeftButton);
+        QVERIFY(!page.hints.isVisible());
     }
 }
 
@@ -134,68 +142,48 @@ void TestProfileViews::summaryListsEmptySlots()
     const QString table = summary.findChild<QTextEdit *>(QStringLiteral("textEdit"))->toPlainText();
     QStringList rows {"RPM", "Angle", "0", "0°", "1500", "12°"};
     for (int i = 0; i < 8; ++i)
-        rows << "0"
-             << "0°";
+        rows << QStringList {"0", "0°"};
     QCOMPARE(table.split(QLatin1Char('\n'), Qt::SkipEmptyParts), rows);
 }
 
-// Tab leaves the map table in both directions, and every hint button tells a screen reader which
-// setting it explains; the speed header speaks the language chosen.
-void TestProfileViews::editorWithoutMouse()
+// Tab leaves the map table in both directions, each setting's input is followed by its hint
+// button, and every hint button tells a screen reader which setting it explains. The speed
+// heading and the information box follow the language chosen, which may have no information.
+void TestProfileViews::editorWithoutMouseInEitherLanguage()
 {
-    CLanguageSwitcher switcher;
-    switcher.addLanguage(QStringLiteral("de"));
-    HintDialog hints(&m_catalog, switcher);
-    EditorForm editor(nullptr, switcher, hints);
-    switcher.registerListener(&editor);
-    editor.setProfile(Profile());
-    editor.setActive(true);
-    editor.show();
-    QApplication::setActiveWindow(&editor);
-    QVERIFY(QTest::qWaitForWindowActive(&editor));
-    auto *table = editor.findChild<QTableView *>(QStringLiteral("tableView"));
+    Profile profile;
+    profile.setExtraText(0, QStringLiteral("For road use."));
+    EditorPage page(m_catalog, profile);
+    QVERIFY(QTest::qWaitForWindowActive(&page.editor));
+    auto *table = page.editor.findChild<QTableView *>(QStringLiteral("tableView"));
     for (const Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ShiftModifier}) {
         table->setFocus();
         table->setCurrentIndex(table->model()->index(modifiers ? 0 : 9, 1));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, modifiers);
         QVERIFY2(QApplication::focusWidget() != table, modifiers ? "Shift+Tab" : "Tab");
     }
-    // Each setting's input is followed by its hint button.
     for (const char *input : {"spinBoxIgnitionVoltage", "doubleSpinBoxHall"}) {
-        editor.findChild<QWidget *>(QLatin1String(input))->setFocus();
+        page.editor.findChild<QWidget *>(QLatin1String(input))->setFocus();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QVERIFY2(QApplication::focusWidget()->objectName().startsWith(QLatin1String("hintButton")),
             qPrintable(QApplication::focusWidget()->objectName()));
     }
-    for (int language : {0, 1}) {
-        switcher.setLanguage(language);
+    const auto *information
+        = page.editor.findChild<QPlainTextEdit *>(QStringLiteral("plainTextEditInformation"));
+    for (int language : {1, 0}) {
+        page.switcher.setLanguage(language);
         QSet<QString> names;
-        const QList<QToolButton *> buttons = editor.findChildren<QToolButton *>(QRegularExpression("^hintButton"));
+        const QList<QToolButton *> buttons
+            = page.editor.findChildren<QToolButton *>(QRegularExpression("^hintButton"));
         for (const QToolButton *button : buttons)
             names.insert(button->accessibleName());
         QCOMPARE(buttons.size(), 5);
-        QVERIFY2(names.size() == 5 && !names.contains(QString()), qPrintable(QStringList(names.values()).join("|")));
+        QVERIFY2(names.size() == 5 && !names.contains(QString()),
+            qPrintable(QStringList(names.values()).join("|")));
         QCOMPARE(table->model()->headerData(0, Qt::Horizontal).toString(), language ? "U/min" : "RPM");
+        QCOMPARE(information->toPlainText(), language ? "Keine Informationen vorhanden" : "For road use.");
     }
-    switcher.setLanguage(0);
 }
-
-namespace {
-
-double luminance(const QColor &colour)
-{
-    const auto channel = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-    return 0.2126 * channel(colour.redF()) + 0.7152 * channel(colour.greenF()) + 0.0722 * channel(colour.blueF());
-}
-
-double contrast(const QColor &a, const QColor &b)
-{
-    const double la = luminance(a);
-    const double lb = luminance(b);
-    return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
-}
-
-} // namespace
 
 void TestProfileViews::textsKeepTheirContrast_data()
 {
@@ -218,13 +206,8 @@ void TestProfileViews::textsKeepTheirContrast()
     QApplication::setPalette(palette);
 
     QVERIFY2(contrast(QColor(highlightColour()), window) >= 4.5, qPrintable(highlightColour()));
-    CLanguageSwitcher switcher;
-    HintDialog hints(&m_catalog, switcher);
-    EditorForm editor(nullptr, switcher, hints);
-    editor.setProfile(Profile());
-    editor.setActive(true);
-    editor.show();
-    const QList<CHintLabel *> labels = editor.findChildren<CHintLabel *>();
+    EditorPage page(m_catalog, Profile());
+    const QList<CHintLabel *> labels = page.editor.findChildren<CHintLabel *>();
     QVERIFY(!labels.isEmpty());
     QSet<QRgb> seen;
     QStringList faint;
