@@ -11,26 +11,18 @@ class TestFit : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup();
+    void cleanup() { setPointSize(9); }
     void fitsTheSystemFont_data();
     void fitsTheSystemFont();
+
+private:
+    static void setPointSize(int points)
+    {
+        QFont font = QGuiApplication::font();
+        font.setPointSize(points);
+        QApplication::setFont(font);
+    }
 };
-
-namespace {
-
-void setPointSize(int points)
-{
-    QFont font = QGuiApplication::font();
-    font.setPointSize(points);
-    QApplication::setFont(font);
-}
-
-} // namespace
-
-void TestFit::cleanup()
-{
-    setPointSize(9);
-}
 
 void TestFit::fitsTheSystemFont_data()
 {
