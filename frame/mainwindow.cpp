@@ -135,15 +135,26 @@ void MainWindow::setAboutDialog(AboutDialog *about)
 // area of its screen; on a smaller screen it takes the free area, but never less than its pages
 // need. The smallest size follows from the pages and the fonts, so that it stays usable at
 // 1024 x 700 with a large system font.
+//
+// The window manager's frame is not known before the window shows; where the designed size and a
+// title bar's room would not fit, the window opens maximised, so that the window manager fits the
+// frame into the screen and the menu bar and the buttons stay on it.
 void MainWindow::placeOnScreen()
 {
-    QSize designed(1220, 680);
-    if (const QScreen *display = screen())
-        designed = designed.boundedTo(display->availableGeometry().size());
-    resize(designed.expandedTo(minimumSizeHint()));
-    if (const QScreen *display = screen())
-        setGeometry(
-            QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size(), display->availableGeometry()));
+    const QSize designed(1220, 680);
+    const QSize frameRoom(16, 48);
+    const QScreen *display = screen();
+    if (!display) {
+        resize(designed.expandedTo(minimumSizeHint()));
+        return;
+    }
+    const QRect available = display->availableGeometry();
+    const bool roomy = available.width() >= designed.width() + frameRoom.width()
+        && available.height() >= designed.height() + frameRoom.height();
+    const QSize opening = roomy ? designed : (available.size() - frameRoom).expandedTo(minimumSizeHint());
+    setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, opening, available));
+    if (!roomy)
+        setWindowState(windowState() | Qt::WindowMaximized);
 }
 
 // The banner carries the version and the names, painted into the image once per language. The
