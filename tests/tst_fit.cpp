@@ -1,5 +1,6 @@
 // The program at the fonts its users run: the map table's numbers and headings are never cut,
-// and at 12 points the main window with any of its pages shown stays usable at 1024 x 700.
+// the main window with any of its pages shown fits 1000 x 560 at the default font, and at
+// 12 points it stays usable at 1024 x 700.
 #include "tests/programfixture.h"
 
 #include <QHeaderView>
@@ -30,6 +31,7 @@ void TestFit::fitsTheSystemFont_data()
     QTest::addColumn<bool>("german");
     for (int points = 9; points <= 14; ++points)
         QTest::addRow("%d points", points) << points << false;
+    QTest::newRow("9 points, German") << 9 << true;
     QTest::newRow("12 points, German") << 12 << true;
     QTest::newRow("14 points, German") << 14 << true;
 }
@@ -47,6 +49,7 @@ void TestFit::fitsTheSystemFont()
     const auto fits = [&program, points](const char *page) {
         QCoreApplication::processEvents();
         const QSize needed = program.window().minimumSizeHint().expandedTo(program.window().minimumSize());
+        QVERIFY2(points != 9 || (needed.width() <= 1000 && needed.height() <= 560), page);
         QVERIFY2(points != 12 || (needed.width() <= 1024 && needed.height() <= 700), page);
     };
     fits("start page");
@@ -79,6 +82,10 @@ void TestFit::fitsTheSystemFont()
 
     program.window().showProgrammingConfirmation(widest);
     fits("confirmation");
+    program.window().showPortSelection();
+    fits("port selection");
+    program.window().showProgress();
+    fits("progress");
     program.window().start();
     program.click("compareButton");
     fits("comparison");
