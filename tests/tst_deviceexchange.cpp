@@ -9,6 +9,7 @@
 #include "device/iimportreceiver.h"
 #include "device/serialports.h"
 #include "profile/defaultlibrary.h"
+#include "tests/layoutencoder.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -33,11 +34,7 @@ Profile sampleProfile()
         map.setPoint(i, 1000 * (i + 1), 10 + 2 * i);
     profile.setMap(map);
     profile.setVoltage(180);
-    ProfileFlags flags;
-    flags.sideStandMonitoring = true;
-    flags.pickUpRisingEdge = true;
-    flags.sensorMode = 1;
-    profile.setFlagsAndCoefficientsAsStored(flags, {42.5, -0.00025, 0.0});
+    profile.setFlagsAndCoefficientsAsStored(flagsOf(true, true, true, 1), {42.5, -0.00025, 0.0});
     return profile;
 }
 
@@ -46,13 +43,6 @@ class CProfileKeeper : public IImportReceiver
 public:
     void acceptImportedProfile(const Profile &profile) override { imported = profile; }
     std::optional<Profile> imported;
-};
-
-struct Outcome
-{
-    CBridgeComm::Start start;
-    CWaitRecord record;
-    bool finished = false;
 };
 
 } // namespace
@@ -76,7 +66,7 @@ private slots:
 
 private:
     std::unique_ptr<CCommunicator> transaction(const QString &kind);
-    void run(CBridgeComm &bridge, CVirtualCdi &cdi, const QString &kind, Outcome &outcome);
+    bool run(CBridgeComm &bridge, const QString &port, const QString &kind, CWaitRecord &record);
 
     QTemporaryDir m_runtime;
     DefaultLibrary m_library;
@@ -107,16 +97,17 @@ std::unique_ptr<CCommunicator> TestDeviceExchange::transaction(const QString &ki
         sampleProfile(), kind != QLatin1String("program, no reimport"), m_random);
 }
 
-void TestDeviceExchange::run(CBridgeComm &bridge, CVirtualCdi &cdi, const QString &kind, Outcome &outcome)
+// Runs one exchange to its end: false when it was refused, never ended or ended twice.
+bool TestDeviceExchange::run(
+    CBridgeComm &bridge, const QString &port, const QString &kind, CWaitRecord &record)
 {
     QSignalSpy finished(&bridge, &CBridgeComm::finished);
     m_keeper.imported.reset();
-    outcome.start = bridge.runTransaction(transaction(kind), cdi.portName(), outcome.record, kPacing);
-    QVERIFY2(outcome.start.accepted(), qPrintable(outcome.start.reason));
-    QVERIFY(finished.wait(5000));
-    QCOMPARE(finished.count(), 1);
-    QCOMPARE(finished.at(0).at(0).toBool(), outcome.record.success);
-    outcome.finished = true;
+    const CBridgeComm::Start start = bridge.runTransaction(transaction(kind), port, record, kPacing);
+    if (!start.accepted())
+        qWarning().noquote() << start.reason;
+    return start.accepted() && finished.wait(5000) && finished.count() == 1
+        && finished.at(0).at(0).toBool() == record.success;
 }
 
 void TestDeviceExchange::faults_data()
@@ -126,7 +117,11 @@ void TestDeviceExchange::faults_data()
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("success");
-
+    const auto row
+        = [](const char *kind, const char *fault, const char *title, const QString &text, bool success) {
+              QTest::addRow("%s, %s", kind, fault)
+                  << QString(kind) << QString(fault) << QString(title) << text << success;
+          };
     const QString pinged = QStringLiteral(
         "Your CDI responded as expected. Firmware <font color=#3E6C82>2.05b</font> and serial number "
         "<font color=#3E6C82>654321</font> were reported.");
@@ -138,85 +133,33 @@ void TestDeviceExchange::faults_data()
         "used in its current state.");
     const QString imported = QStringLiteral("Imported profile data will be sent to editor shortly.");
 
-    QTest::newRow("ping") << "ping"
-                          << "none"
-                          << "Test successful" << pinged << true;
-    QTest::newRow("ping, slow") << "ping"
-                                << "slow"
-                                << "Test successful" << pinged << true;
-    QTest::newRow("ping, silent") << "ping"
-                                  << "silent"
-                                  << "" << silent << false;
-    QTest::newRow("ping, too slow") << "ping"
-                                    << "too-slow"
-                                    << "" << silent << false;
-    QTest::newRow("ping, short") << "ping"
-                                 << "short"
-                                 << "" << invalid << false;
-    QTest::newRow("ping, long") << "ping"
-                                << "long"
-                                << "" << invalid << false;
-    QTest::newRow("ping, bad header") << "ping"
-                                      << "bad-header"
-                                      << "" << invalid << false;
-    QTest::newRow("ping, bad checksum") << "ping"
-                                        << "bad-checksum"
-                                        << "" << invalid << false;
-    QTest::newRow("ping, hangup") << "ping"
-                                  << "hangup"
-                                  << "" << invalid << false;
-    QTest::newRow("ping, wrong nonce")
-        << "ping"
-        << "wrong-nonce"
-        << "Test failed"
-        << "Your CDI responded but an error occurred during data transmission." << false;
-
-    QTest::newRow("import") << "import"
-                            << "none"
-                            << "Import OK" << imported << true;
-    QTest::newRow("import, slow") << "import"
-                                  << "slow"
-                                  << "Import OK" << imported << true;
-    QTest::newRow("import, silent") << "import"
-                                    << "silent"
-                                    << "" << silent << false;
-    QTest::newRow("import, long") << "import"
-                                  << "long"
-                                  << "" << invalid << false;
-    QTest::newRow("import, bad checksum") << "import"
-                                          << "bad-checksum"
-                                          << "" << invalid << false;
-    QTest::newRow("import, unknown type")
-        << "import"
-        << "unknown-type"
-        << "Import failed"
-        << "Imported profile data corresponds to an invalid or unknown motorbike type (index=-1)." << false;
-    QTest::newRow("import, bad value") << "import"
-                                       << "bad-value"
-                                       << "Import failed"
-                                       << "Received invalid profile data  (invalid voltage: 99)." << false;
-
-    QTest::newRow("program") << "program"
-                             << "none"
-                             << "Programming successful" << programmed << true;
-    QTest::newRow("program, slow") << "program"
-                                   << "slow"
-                                   << "Programming successful" << programmed << true;
-    QTest::newRow("program, wrong echo") << "program"
-                                         << "wrong-echo"
-                                         << "Programming failed" << programFailed << false;
-    QTest::newRow("program, silent") << "program"
-                                     << "silent"
-                                     << "Programming failed" << programFailed << false;
-    QTest::newRow("program, short") << "program"
-                                    << "short"
-                                    << "Programming failed" << programFailed << false;
-    QTest::newRow("program, bad header") << "program"
-                                         << "bad-header"
-                                         << "Programming failed" << programFailed << false;
-    QTest::newRow("program, hangup") << "program"
-                                     << "hangup"
-                                     << "Programming failed" << programFailed << false;
+    row("ping", "none", "Test successful", pinged, true);
+    row("ping", "slow", "Test successful", pinged, true);
+    row("ping", "silent", "", silent, false);
+    row("ping", "too-slow", "", silent, false);
+    row("ping", "short", "", invalid, false);
+    row("ping", "long", "", invalid, false);
+    row("ping", "bad-header", "", invalid, false);
+    row("ping", "bad-checksum", "", invalid, false);
+    row("ping", "hangup", "", invalid, false);
+    row("ping", "wrong-nonce", "Test failed",
+        "Your CDI responded but an error occurred during data transmission.", false);
+    row("import", "none", "Import OK", imported, true);
+    row("import", "slow", "Import OK", imported, true);
+    row("import", "silent", "", silent, false);
+    row("import", "long", "", invalid, false);
+    row("import", "bad-checksum", "", invalid, false);
+    row("import", "unknown-type", "Import failed",
+        "Imported profile data corresponds to an invalid or unknown motorbike type (index=-1).", false);
+    row("import", "bad-value", "Import failed", "Received invalid profile data  (invalid voltage: 99).",
+        false);
+    row("program", "none", "Programming successful", programmed, true);
+    row("program", "slow", "Programming successful", programmed, true);
+    row("program", "wrong-echo", "Programming failed", programFailed, false);
+    row("program", "silent", "Programming failed", programFailed, false);
+    row("program", "short", "Programming failed", programFailed, false);
+    row("program", "bad-header", "Programming failed", programFailed, false);
+    row("program", "hangup", "Programming failed", programFailed, false);
 }
 
 void TestDeviceExchange::faults()
@@ -236,17 +179,15 @@ void TestDeviceExchange::faults()
     QVERIFY(chosen);
     cdi.setFault(*chosen);
     QCOMPARE(cdi.open(), QString());
-
     CBridgeComm bridge;
-    Outcome outcome;
-    run(bridge, cdi, kind, outcome);
-    QVERIFY(outcome.finished);
-    QCOMPARE(outcome.record.resultTitle, title);
-    QCOMPARE(outcome.record.resultText, text);
-    QCOMPARE(outcome.record.success, success);
-    QVERIFY(!outcome.record.activityTitle.isEmpty());
+    CWaitRecord record;
+    QVERIFY(run(bridge, cdi.portName(), kind, record));
+    QCOMPARE(record.resultTitle, title);
+    QCOMPARE(record.resultText, text);
+    QCOMPARE(record.success, success);
+    QVERIFY(!record.activityTitle.isEmpty());
     if (fault == QLatin1String("silent"))
-        QCOMPARE(outcome.record.statuses, QStringList {QStringLiteral("Waiting for response")});
+        QCOMPARE(record.statuses, QStringList {QStringLiteral("Waiting for response")});
     QVERIFY(!bridge.isBusy());
 }
 
@@ -263,16 +204,16 @@ void TestDeviceExchange::programmedProfileComesBack()
     CVirtualCdi cdi;
     QCOMPARE(cdi.open(), QString());
     CBridgeComm bridge;
-    Outcome programming;
-    run(bridge, cdi, reimport ? QStringLiteral("program") : QStringLiteral("program, no reimport"),
-        programming);
-    QVERIFY(programming.record.success);
+    CWaitRecord programming;
+    QVERIFY(run(bridge, cdi.portName(), reimport ? "program" : "program, no reimport", programming));
+    QVERIFY(programming.success);
+    // The flags byte keeps the reimport bit.
     QCOMPARE(bool(quint8(cdi.storedImage().at(35 - 3)) & 0x20), reimport);
-    Outcome import;
-    run(bridge, cdi, QStringLiteral("import"), import);
-    QCOMPARE(import.record.success, reimport);
+    CWaitRecord import;
+    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("import"), import));
+    QCOMPARE(import.success, reimport);
     if (!reimport) {
-        QCOMPARE(import.record.resultText, QStringLiteral("CDI did not respond"));
+        QCOMPARE(import.resultText, QStringLiteral("CDI did not respond"));
         return;
     }
     const Profile original = sampleProfile();
@@ -293,16 +234,14 @@ void TestDeviceExchange::secondExchangeIsRefused()
     CBridgeComm bridge;
     QSignalSpy finished(&bridge, &CBridgeComm::finished);
     CWaitRecord first;
-    QVERIFY(bridge.runTransaction(transaction(QStringLiteral("ping")), cdi.portName(), first, kPacing)
-                .accepted());
     CWaitRecord second;
+    QVERIFY(bridge.runTransaction(transaction("ping"), cdi.portName(), first, kPacing).accepted());
     const CBridgeComm::Start refused
-        = bridge.runTransaction(transaction(QStringLiteral("ping")), cdi.portName(), second, kPacing);
+        = bridge.runTransaction(transaction("ping"), cdi.portName(), second, kPacing);
     QCOMPARE(int(refused.refusal), int(CBridgeComm::Refusal::Busy));
     QVERIFY(finished.wait(5000));
     QVERIFY(first.success);
-    QVERIFY(!second.hasResult);
-    QCOMPARE(second.activityTitle, QString());
+    QVERIFY(!second.hasResult && second.activityTitle.isEmpty());
 }
 
 void TestDeviceExchange::unopenablePortSaysWhy()
@@ -310,13 +249,12 @@ void TestDeviceExchange::unopenablePortSaysWhy()
     CBridgeComm bridge;
     CWaitRecord record;
     const QString port = m_runtime.filePath(QStringLiteral("no-such-port"));
-    const CBridgeComm::Start start
-        = bridge.runTransaction(transaction(QStringLiteral("ping")), port, record, kPacing);
+    const CBridgeComm::Start start = bridge.runTransaction(transaction("ping"), port, record, kPacing);
     QCOMPARE(int(start.refusal), int(CBridgeComm::Refusal::CannotOpen));
+    // The port's own reason follows.
     QVERIFY2(start.reason.startsWith(QStringLiteral("Cannot open %1: ").arg(port)), qPrintable(start.reason));
     QVERIFY(start.reason.size() > port.size() + 14);
-    QVERIFY(!bridge.isBusy());
-    QVERIFY(!record.hasResult);
+    QVERIFY(!bridge.isBusy() && !record.hasResult);
 }
 
 // The answer that came after the latest end waits in the port until the next exchange opens it.
@@ -327,14 +265,15 @@ void TestDeviceExchange::lateAnswerDoesNotPassForTheNext()
     cdi.setFault(CVirtualCdi::Fault::TooSlow);
     QCOMPARE(cdi.open(), QString());
     CBridgeComm bridge;
-    Outcome late;
-    run(bridge, cdi, QStringLiteral("ping"), late);
-    QVERIFY(!late.record.success);
+    CWaitRecord late;
+    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("ping"), late));
+    QVERIFY(!late.success);
+    // The virtual CDI tells nothing when it writes the late answer.
     QTest::qWait(kTooSlowMs);
     cdi.setFault(CVirtualCdi::Fault::Silent);
-    Outcome next;
-    run(bridge, cdi, QStringLiteral("import"), next);
-    QCOMPARE(next.record.resultText, QStringLiteral("CDI did not respond"));
+    CWaitRecord next;
+    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("import"), next));
+    QCOMPARE(next.resultText, QStringLiteral("CDI did not respond"));
 }
 
 void TestDeviceExchange::detection_data()
@@ -359,20 +298,13 @@ void TestDeviceExchange::detection()
     QFETCH(int, vendor);
     QFETCH(int, product);
     QFETCH(bool, bridge);
-    SerialPortEntry entry;
-    entry.name = QStringLiteral("ttyUSB1");
-    entry.description = description;
-    entry.hasIds = vendor >= 0;
-    entry.vendorId = quint16(qMax(vendor, 0));
-    entry.productId = quint16(product);
+    const SerialPortEntry entry {QStringLiteral("ttyUSB1"), description, QString(), quint16(qMax(vendor, 0)),
+        quint16(product), vendor >= 0, false};
     QCOMPARE(isBridgePort(entry), bridge);
-
     // The first match in list order wins.
-    SerialPortEntry plain;
-    plain.name = QStringLiteral("ttyS0");
-    SerialPortEntry otherBridge;
-    otherBridge.name = QStringLiteral("ttyUSB9");
-    otherBridge.description = QStringLiteral("Silicon Labs CP210x USB to UART Bridge");
+    const SerialPortEntry plain {QStringLiteral("ttyS0"), QString(), QString(), 0, 0, false, false};
+    const SerialPortEntry otherBridge {QStringLiteral("ttyUSB9"),
+        QStringLiteral("Silicon Labs CP210x USB to UART Bridge"), QString(), 0, 0, false, false};
     QCOMPARE(findBridgePort({plain, entry, otherBridge}), bridge ? 1 : 2);
 }
 
@@ -381,8 +313,7 @@ void TestDeviceExchange::virtualCdiIsListedWhileItRuns()
     // A file left by a process that no longer runs is swept away.
     const QString stale = m_runtime.filePath(QStringLiteral("sparkwright-virtual-cdi-999999999-1"));
     QFile file(stale);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("/dev/pts/999");
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("/dev/pts/999") > 0);
     file.close();
 
     QString port;
@@ -391,9 +322,8 @@ void TestDeviceExchange::virtualCdiIsListedWhileItRuns()
         QCOMPARE(cdi.open(), QString());
         port = cdi.portName();
         const std::vector<SerialPortEntry> ports = CSystemPortLister().ports();
-        QVERIFY(!ports.empty());
+        QVERIFY(!ports.empty() && ports.back().isVirtual);
         QCOMPARE(ports.back().name, port);
-        QVERIFY(ports.back().isVirtual);
         QCOMPARE(findBridgePort(CSystemPortLister()).isEmpty(), false);
     }
     QVERIFY(!QFile::exists(stale));
