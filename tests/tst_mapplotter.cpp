@@ -26,13 +26,19 @@ Profile profileOf(const Points &points, const SensorCoefficients &coefficients =
     return profile;
 }
 
-// Ten rising points, 1000 to 10000 rpm, 10 to 28 degrees.
-Points risingPoints()
+// Ten points 1000 rpm apart from the first speed on, the angle growing by the step.
+Points line(int firstRpm, int angle, int angleStep = 0)
 {
     Points points;
     for (int i = 0; i < kMapPointCount; ++i)
-        points << QPoint(1000 * (i + 1), 10 + 2 * i);
+        points << QPoint(firstRpm + 1000 * i, angle + angleStep * i);
     return points;
+}
+
+// 1000 to 10000 rpm, 10 to 28 degrees.
+Points risingPoints()
+{
+    return line(1000, 10, 2);
 }
 
 const QColor kWhite(255, 255, 255);
@@ -88,8 +94,6 @@ private slots:
     void curveColours_data();
     void curveColours();
     void severalMapsInPaletteColours();
-    void ceilingsOfOneOrSeveral_data();
-    void ceilingsOfOneOrSeveral();
     void legendBesideThePlot();
     void sharpOnHighDpiScreens();
     void comparisonTexts_data();
@@ -100,37 +104,52 @@ private slots:
     void survivesDegenerateInput();
 };
 
+// One profile shows its forbidden region shaded; with several, each ceiling is a thin line in
+// its profile's colour and nothing is shaded. Each entry of "ceilings" is one profile's K0, K1.
 void TestMapPlotter::forbiddenRegion_data()
 {
-    QTest::addColumn<SensorCoefficients>("coefficients");
+    QTest::addColumn<bool>("several");
+    QTest::addColumn<QVector<QPointF>>("ceilings");
     QTest::addColumn<int>("rpm");
     QTest::addColumn<double>("angle");
-    QTest::addColumn<bool>("shaded");
-    const SensorCoefficients falling {40.0, -0.0005, 0.0}; // ceiling 35.5 at 5000 rpm
+    QTest::addColumn<QColor>("colour");
+    const QVector<QPointF> falling {{40.0, -0.0005}}; // ceiling 35.5 at 5000 rpm
+    const QVector<QPointF> two {{30.0, 0.0}, {36.0, 0.0}}; // ceilings 28 and 34
     QTest::newRow("flat curve, above the ceiling of 28")
-        << SensorCoefficients {30.0, 0.0, 0.0} << 3000 << 29.5 << true;
-    QTest::newRow("falling curve, below at 5000") << falling << 5000 << 34.0 << false;
-    QTest::newRow("falling curve, above at 9000") << falling << 9000 << 34.0 << true;
+        << false << QVector<QPointF> {{30.0, 0.0}} << 3000 << 29.5 << kShade;
+    QTest::newRow("falling curve, below at 5000") << false << falling << 5000 << 34.0 << kWhite;
+    QTest::newRow("falling curve, above at 9000") << false << falling << 9000 << 34.0 << kShade;
     QTest::newRow("a negative ceiling shades down to the axis")
-        << SensorCoefficients {1.0, 0.0, 0.0} << 3000 << 1.0 << true;
+        << false << QVector<QPointF> {{1.0, 0.0}} << 3000 << 1.0 << kShade;
+    QTest::newRow("one of several is shaded")
+        << true << QVector<QPointF> {{30.0, 0.0}} << 3000 << 41.0 << kShade;
+    QTest::newRow("two are not shaded") << true << two << 3000 << 41.0 << kWhite;
+    QTest::newRow("two, first ceiling line") << true << two << 3000 << 28.0 << MapPlotter::paletteColor(0);
+    QTest::newRow("two, second ceiling line") << true << two << 3000 << 34.0 << MapPlotter::paletteColor(1);
 }
 
 void TestMapPlotter::forbiddenRegion()
 {
-    QFETCH(SensorCoefficients, coefficients);
+    QFETCH(bool, several);
+    QFETCH(QVector<QPointF>, ceilings);
     QFETCH(int, rpm);
     QFETCH(double, angle);
-    QFETCH(bool, shaded);
+    QFETCH(QColor, colour);
     // The points lie at 500, 1500, ... rpm and low angles, except one high point that fixes the
     // angle axis at 50 degrees; samples are taken between their drop lines.
-    Points points;
-    for (int i = 0; i < kMapPointCount; ++i)
-        points << QPoint(500 + 1000 * i, i == 9 ? 42 : 5);
+    Points points = line(500, 5);
+    points[9].setY(42);
+    std::vector<Profile> profiles;
+    for (const QPointF &k : ceilings)
+        profiles.push_back(profileOf(points, {k.x(), k.y(), 0.0}));
     MapPlotter plotter(733, 430, 16);
-    plotter.drawSingle(profileOf(points, coefficients), -1, true, true);
+    if (several)
+        plotter.drawSeveral(profiles, {});
+    else
+        plotter.drawSingle(profiles.front(), -1, true, true);
     QCOMPARE(plotter.yAxis().maximum(), 50.0f);
-    QCOMPARE(plotter.image().pixelColor(plotter.xAxis().toPixel(rpm), plotter.yAxis().toPixel(angle)),
-        shaded ? kShade : kWhite);
+    QVERIFY(
+        colourNear(plotter.image(), {plotter.xAxis().toPixel(rpm), plotter.yAxis().toPixel(angle)}, colour));
 }
 
 void TestMapPlotter::curveColours_data()
@@ -177,9 +196,9 @@ void TestMapPlotter::severalMapsInPaletteColours()
     std::vector<Profile> profiles;
     QVector<Points> maps;
     for (int p = 0; p < 3; ++p) {
-        Points points;
-        for (int i = 0; i < kMapPointCount; ++i)
-            points << QPoint(1000 * (i + 1) + 300 * p, p == 2 && i == 4 ? 30 : 8 + 8 * p); // 30: above 28
+        Points points = line(1000 + 300 * p, 8 + 8 * p);
+        if (p == 2)
+            points[4].setY(30); // above the ceiling of 28
         maps << points;
         profiles.push_back(profileOf(points, {30.0, 0.0, 0.0}));
         profiles.back().setName(QStringLiteral("Profile %1").arg(p));
@@ -201,44 +220,11 @@ void TestMapPlotter::severalMapsInPaletteColours()
     QVERIFY(image.pixelColor(plotter.xAxis().toPixel(2000), kTickY) != kBlack);
 }
 
-// One profile shows its forbidden region shaded; with several, each ceiling is a thin line in
-// its profile's colour and nothing is shaded. The ceilings lie at 28 and 34 degrees.
-void TestMapPlotter::ceilingsOfOneOrSeveral_data()
-{
-    QTest::addColumn<int>("count");
-    QTest::newRow("one profile") << 1;
-    QTest::newRow("two profiles") << 2;
-}
-
-void TestMapPlotter::ceilingsOfOneOrSeveral()
-{
-    QFETCH(int, count);
-    Points points;
-    for (int i = 0; i < kMapPointCount; ++i)
-        points << QPoint(500 + 1000 * i, i == 9 ? 42 : 5); // the 42 holds the angle axis at 50
-    std::vector<Profile> profiles;
-    for (int p = 0; p < count; ++p)
-        profiles.push_back(profileOf(points, {30.0 + 6 * p, 0.0, 0.0}));
-    MapPlotter plotter(733, 430, 16);
-    plotter.drawSeveral(profiles, {});
-    const QImage &image = plotter.image();
-    const int x = plotter.xAxis().toPixel(3000);
-    QCOMPARE(image.pixelColor(x, plotter.yAxis().toPixel(41)), count == 1 ? kShade : kWhite);
-    if (count > 1) {
-        QVERIFY(colourNear(image, QPoint(x, plotter.yAxis().toPixel(28)), MapPlotter::paletteColor(0)));
-        QVERIFY(colourNear(image, QPoint(x, plotter.yAxis().toPixel(34)), MapPlotter::paletteColor(1)));
-    }
-}
-
-// Twenty profiles: each curve runs out to the plot's right edge uncovered, the legend stands
-// beside the plot with one sample per profile, and no two of the first 64 look alike.
 // On a screen with two device pixels per logical one the image has twice the pixels and says
 // so, and the drawing fills all of it, not its top-left quarter.
 void TestMapPlotter::sharpOnHighDpiScreens()
 {
-    Points points;
-    for (int i = 0; i < kMapPointCount; ++i)
-        points << QPoint(1000 * (i + 1), 10 + i);
+    const Points points = risingPoints();
     MapPlotter sharp(733, 430, 16);
     sharp.resize(300, 200, 2.0);
     sharp.drawSingle(profileOf(points), -1, true, false);
@@ -257,16 +243,15 @@ void TestMapPlotter::sharpOnHighDpiScreens()
     QVERIFY2(difference / (300 * 200) < 12, qPrintable(QString::number(difference / (300 * 200))));
 }
 
+// Twenty profiles: each curve runs out to the plot's right edge uncovered, the legend stands
+// beside the plot with one sample per profile, and no two of the first 64 look alike.
 void TestMapPlotter::legendBesideThePlot()
 {
     constexpr int kCount = 20;
     std::vector<Profile> profiles;
     QStringList labels;
     for (int p = 0; p < kCount; ++p) {
-        Points points;
-        for (int i = 0; i < kMapPointCount; ++i)
-            points << QPoint(1000 * (i + 1), 2 + 2 * p);
-        profiles.push_back(profileOf(points));
+        profiles.push_back(profileOf(line(1000, 2 + 2 * p)));
         labels << QStringLiteral("A rather long profile name, number %1").arg(p);
     }
     MapPlotter plotter(733, 430, 16);
@@ -321,14 +306,12 @@ void TestMapPlotter::comparedValues_data()
     QTest::addColumn<int>("first");
     QTest::addColumn<QString>("unit");
     QTest::addColumn<QString>("text");
-    QTest::newRow("faster") << 3700 << 3500 << ""
-                            << "3700 (+200)";
-    QTest::newRow("less advance") << 26 << 28 << "°"
-                                  << "26° (-2)";
-    QTest::newRow("the same value shows no difference") << 24 << 24 << "°"
-                                                        << "24°";
-    QTest::newRow("extremes do not overflow") << INT_MAX << INT_MIN << ""
-                                              << "2147483647 (+4294967295)";
+    QTest::newRow("faster") << 3700 << 3500 << QString() << QStringLiteral("3700 (+200)");
+    QTest::newRow("less advance") << 26 << 28 << QStringLiteral("°") << QStringLiteral("26° (-2)");
+    QTest::newRow("the same value shows no difference")
+        << 24 << 24 << QStringLiteral("°") << QStringLiteral("24°");
+    QTest::newRow("extremes do not overflow")
+        << INT_MAX << INT_MIN << QString() << QStringLiteral("2147483647 (+4294967295)");
 }
 
 void TestMapPlotter::comparedValues()
@@ -342,26 +325,22 @@ void TestMapPlotter::comparedValues()
 
 void TestMapPlotter::survivesDegenerateInput_data()
 {
-    QTest::addColumn<QSize>("size");
     QTest::addColumn<Points>("points");
     QTest::addColumn<SensorCoefficients>("coefficients");
-    const SensorCoefficients flat {30, 0, 0};
-    QTest::newRow("empty map") << QSize(733, 430) << Points() << flat;
-    QTest::newRow("extreme values") << QSize(733, 430) << Points {{INT_MIN, INT_MAX}, {INT_MAX, INT_MIN}}
+    QTest::newRow("empty map") << Points() << SensorCoefficients {30, 0, 0};
+    QTest::newRow("extreme values") << Points {{INT_MIN, INT_MAX}, {INT_MAX, INT_MIN}}
                                     << SensorCoefficients {1e300, -1e300, 1e300};
-    QTest::newRow("not-a-number curve")
-        << QSize(733, 430) << risingPoints() << SensorCoefficients {std::nan(""), 0, 0};
+    QTest::newRow("not-a-number curve") << risingPoints() << SensorCoefficients {std::nan(""), 0, 0};
 }
 
 void TestMapPlotter::survivesDegenerateInput()
 {
-    QFETCH(QSize, size);
     QFETCH(Points, points);
     QFETCH(SensorCoefficients, coefficients);
-    MapPlotter plotter(size.width(), size.height(), 16);
+    MapPlotter plotter(733, 430, 16);
     plotter.drawSingle(profileOf(points, coefficients), 0, true, true);
     plotter.drawSeveral({profileOf(points, coefficients)}, {0, INT_MAX});
-    QCOMPARE(plotter.image().size(), size);
+    QCOMPARE(plotter.image().size(), QSize(733, 430));
     // The frame is the last thing drawn; it is there when the drawing came through.
     QCOMPARE(plotter.image().pixelColor(0, 0), QColor(100, 100, 100));
 }

@@ -134,22 +134,20 @@ void TestSummarySheet::statusLine_data()
     off.setSensorCoefficients({10.0, 0.0, 0.0});
     QTest::newRow("monitoring off: no ground text")
         << off
-        << "Ignition voltage: 200 V | Side stand blocking: disabled | Pick-up transition: negative | Sensor "
-           "advance: "
-           "10.0°";
+        << QStringLiteral("Ignition voltage: 200 V | Side stand blocking: disabled | "
+                          "Pick-up transition: negative | Sensor advance: 10.0°");
     Profile on = sampleProfile();
     on.setSensorCoefficients({27.26, 0.0, 0.0});
     on.setVoltage(185);
     QTest::newRow("monitoring on, ground blocks, rising edge, K0 rounded")
         << on
-        << "Ignition voltage: 185 V | Side stand blocking: enabled; ground blocks ignition | Pick-up "
-           "transition: "
-           "positive | Sensor advance: 27.3°";
+        << QStringLiteral("Ignition voltage: 185 V | Side stand blocking: enabled; ground blocks ignition | "
+                          "Pick-up transition: positive | Sensor advance: 27.3°");
     on.setFlags(flagsOf(true, true, false, 2));
     QTest::newRow("sensor mode 2 names the Hall sensor")
         << on
-        << "Ignition voltage: 185 V | Side stand blocking: enabled; ground enables ignition | Pick-up "
-           "transition: negative | Hall-sensor advance: 27.3°";
+        << QStringLiteral("Ignition voltage: 185 V | Side stand blocking: enabled; ground enables ignition | "
+                          "Pick-up transition: negative | Hall-sensor advance: 27.3°");
 }
 
 void TestSummarySheet::statusLine()
