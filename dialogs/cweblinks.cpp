@@ -34,7 +34,7 @@ QUrl CWebLinks::address(Link link)
 
 QString CWebLinks::visitUsText()
 {
-    return tr("Visit us on") + QLatin1Char(' ') + QLatin1String(kDomain);
+    return tr("&Visit us on") + QLatin1Char(' ') + QLatin1String(kDomain);
 }
 
 void CWebLinks::open(Link link)

@@ -26,7 +26,7 @@ public:
 
     // The address in the language now installed.
     static QUrl address(Link link);
-    // "Visit us on" and the domain.
+    // "Visit us on" and the domain, with the mnemonic of its Links menu entry.
     static QString visitUsText();
     // Hands the address to the desktop; whether a browser opened is not checked.
     static void open(Link link);

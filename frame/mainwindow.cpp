@@ -2,14 +2,14 @@
 
 #include "app/cdataholder.h"
 #include "app/cfilemanifest.h"
-#include "dialogs/aboutdialog.h"
-#include "dialogs/cupdater.h"
-#include "dialogs/cweblinks.h"
 #include "device/cdeviceflow.h"
 #include "device/devicesform.h"
 #include "device/serialports.h"
 #include "device/waitform.h"
 #include "device/writeconfirmationdialog.h"
+#include "dialogs/aboutdialog.h"
+#include "dialogs/cupdater.h"
+#include "dialogs/cweblinks.h"
 #include "editor/customform.h"
 #include "editor/editorform.h"
 #include "frame/iuserprompts.h"
@@ -217,8 +217,8 @@ void MainWindow::updateUndoActions()
     const bool editing = m_editor->isVisible();
     m_ui->actionUndo->setEnabled(editing && history.canUndo());
     m_ui->actionRedo->setEnabled(editing && history.canRedo());
-    m_ui->actionUndo->setText(history.canUndo() ? tr("Undo %1").arg(history.undoText()) : tr("Undo"));
-    m_ui->actionRedo->setText(history.canRedo() ? tr("Redo %1").arg(history.redoText()) : tr("Redo"));
+    m_ui->actionUndo->setText(history.canUndo() ? tr("&Undo %1").arg(history.undoText()) : tr("&Undo"));
+    m_ui->actionRedo->setText(history.canRedo() ? tr("Re&do %1").arg(history.redoText()) : tr("Re&do"));
 }
 
 // ---- page changes ----
@@ -274,7 +274,7 @@ void MainWindow::start()
 // The editor words its own prompt.
 void MainWindow::prepareEditorFrame()
 {
-    setButtonState(false, true, true, true, tr("Next"), tr("Program the CDI with this profile"));
+    setButtonState(false, true, true, true, tr("&Next"), tr("Program the CDI with this profile"));
 }
 
 void MainWindow::showEditor(const Profile &profile)
@@ -295,7 +295,7 @@ void MainWindow::continueEditing()
 void MainWindow::prepareConfirmationFrame()
 {
     m_confirmation->setStatusTip(tr("Please confirm programming the CDI with this profile."));
-    setButtonState(true, true, true, true, tr("Program the CDI"), QString());
+    setButtonState(true, true, true, true, tr("Program the &CDI"), QString());
 }
 
 void MainWindow::showProgrammingConfirmation(const Profile &profile)
@@ -420,7 +420,7 @@ void MainWindow::requestImport()
 void MainWindow::showPortSelection()
 {
     showPage(m_devicesForm, m_devicesForm,
-        [this] { setButtonState(false, true, true, true, tr("Next"), tr("Select port")); });
+        [this] { setButtonState(false, true, true, true, tr("&Next"), tr("Select port")); });
 }
 
 // While the exchange runs there is nowhere to go; afterwards Back returns to where the action was
@@ -429,7 +429,7 @@ void MainWindow::showProgress()
 {
     showPage(m_waitForm, m_waitForm, [this] {
         m_waitForm->setStatusTip(tr("Sparkwright is exchanging data with your CDI."));
-        setButtonState(false, false, false, false, tr("Next"), QString());
+        setButtonState(false, false, false, false, tr("&Next"), QString());
     });
 }
 
@@ -438,7 +438,7 @@ void MainWindow::onTransactionFinished()
     if (m_currentWidget != m_waitForm)
         return;
     m_waitForm->setStatusTip(tr("The exchange with your CDI has ended."));
-    setButtonState(false, true, true, true, tr("Next"), QString());
+    setButtonState(false, true, true, true, tr("&Next"), QString());
     refreshPrompt();
 }
 

@@ -10,8 +10,8 @@
 namespace {
 
 const char *const kNames[CLanguageSwitcher::kLanguageCount] = {
-    QT_TRANSLATE_NOOP("CLanguageSwitcher", "English"),
-    QT_TRANSLATE_NOOP("CLanguageSwitcher", "German"),
+    QT_TRANSLATE_NOOP("CLanguageSwitcher", "&English"),
+    QT_TRANSLATE_NOOP("CLanguageSwitcher", "&German"),
 };
 const char *const kCodes[CLanguageSwitcher::kLanguageCount] = {"en", "de"};
 

@@ -23,7 +23,8 @@ public:
     static constexpr int kGerman = 1;
     static constexpr int kLanguageCount = 2;
 
-    // By index, the same everywhere language names are shown.
+    // By index, the same everywhere language names are shown: on the Language menu and the
+    // disclaimer's language button, so each carries its mnemonic.
     static QString languageName(int language);
     static QString languageCode(int language);
     // German for a locale name such as "de_AT", English for everything else.

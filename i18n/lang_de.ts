@@ -71,12 +71,12 @@
 <context>
     <name>CLanguageSwitcher</name>
     <message>
-        <source>English</source>
-        <translation>Englisch</translation>
+        <source>&amp;English</source>
+        <translation>&amp;Englisch</translation>
     </message>
     <message>
-        <source>German</source>
-        <translation>Deutsch</translation>
+        <source>&amp;German</source>
+        <translation>&amp;Deutsch</translation>
     </message>
 </context>
 <context>
@@ -156,8 +156,8 @@
         <translation>de/kontakt</translation>
     </message>
     <message>
-        <source>Visit us on</source>
-        <translation>Besuchen Sie uns auf</translation>
+        <source>&amp;Visit us on</source>
+        <translation>&amp;Besuchen Sie uns auf</translation>
     </message>
 </context>
 <context>
@@ -524,74 +524,6 @@
         <translation>Willkommen.</translation>
     </message>
     <message>
-        <source>Exit program</source>
-        <translation>Programm beenden</translation>
-    </message>
-    <message>
-        <source>Back</source>
-        <translation>Zurück</translation>
-    </message>
-    <message>
-        <source>Next</source>
-        <translation>Weiter</translation>
-    </message>
-    <message>
-        <source>Links</source>
-        <translation>Links</translation>
-    </message>
-    <message>
-        <source>Create from template</source>
-        <translation>Aus Vorlage erstellen</translation>
-    </message>
-    <message>
-        <source>Open file</source>
-        <translation>Datei öffnen</translation>
-    </message>
-    <message>
-        <source>Save as</source>
-        <translation>Speichern unter</translation>
-    </message>
-    <message>
-        <source>Reset to defaults</source>
-        <translation>Auf Werkseinstellungen zurücksetzen</translation>
-    </message>
-    <message>
-        <source>Update</source>
-        <translation>Aktualisieren</translation>
-    </message>
-    <message>
-        <source>About</source>
-        <translation>Über</translation>
-    </message>
-    <message>
-        <source>Import from CDI</source>
-        <translation>Aus CDI importieren</translation>
-    </message>
-    <message>
-        <source>Program CDI</source>
-        <translation>CDI programmieren</translation>
-    </message>
-    <message>
-        <source>How to program our CDIs</source>
-        <translation>So programmieren Sie unsere CDIs</translation>
-    </message>
-    <message>
-        <source>Technical specification of our CDIs</source>
-        <translation>Technische Daten unserer CDIs</translation>
-    </message>
-    <message>
-        <source>Contact us</source>
-        <translation>Kontakt</translation>
-    </message>
-    <message>
-        <source>Frequently asked questions</source>
-        <translation>Häufig gestellte Fragen</translation>
-    </message>
-    <message>
-        <source>Facts worth knowing about ignition</source>
-        <translation>Wissenswertes zur Zündung</translation>
-    </message>
-    <message>
         <source>Print PDF</source>
         <translation>PDF drucken</translation>
     </message>
@@ -606,10 +538,6 @@
     <message>
         <source>Please confirm programming the CDI with this profile.</source>
         <translation>Bitte bestätigen Sie, dass die CDI mit diesem Profil programmiert werden soll.</translation>
-    </message>
-    <message>
-        <source>Program the CDI</source>
-        <translation>CDI programmieren</translation>
     </message>
     <message>
         <source>OK</source>
@@ -672,36 +600,12 @@
         <translation>Drucken als PDF fehlgeschlagen</translation>
     </message>
     <message>
-        <source>Undo</source>
-        <translation>Rückgängig</translation>
-    </message>
-    <message>
-        <source>Redo</source>
-        <translation>Wiederholen</translation>
-    </message>
-    <message>
-        <source>Undo %1</source>
-        <translation>Rückgängig: %1</translation>
-    </message>
-    <message>
-        <source>Redo %1</source>
-        <translation>Wiederholen: %1</translation>
-    </message>
-    <message>
-        <source>Open recent</source>
-        <translation>Zuletzt geöffnet</translation>
-    </message>
-    <message>
         <source>%1 (%2, %3)</source>
         <translation>%1 (%2, %3)</translation>
     </message>
     <message>
         <source>No recent profiles</source>
         <translation>Keine zuletzt geöffneten Profile</translation>
-    </message>
-    <message>
-        <source>Programmed profiles...</source>
-        <translation>Programmierte Profile...</translation>
     </message>
     <message>
         <source>Select port</source>
@@ -734,6 +638,106 @@
     <message>
         <source>Sparkwright, version %1</source>
         <translation>Sparkwright, Version %1</translation>
+    </message>
+    <message>
+        <source>E&amp;xit program</source>
+        <translation>Programm &amp;beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Back</source>
+        <translation>&amp;Zurück</translation>
+    </message>
+    <message>
+        <source>&amp;Next</source>
+        <translation>&amp;Weiter</translation>
+    </message>
+    <message>
+        <source>Open &amp;recent</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Links</source>
+        <translation>&amp;Links</translation>
+    </message>
+    <message>
+        <source>&amp;Create from template</source>
+        <translation>Aus &amp;Vorlage erstellen</translation>
+    </message>
+    <message>
+        <source>&amp;Open file</source>
+        <translation>&amp;Datei öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Save as</source>
+        <translation>&amp;Speichern unter</translation>
+    </message>
+    <message>
+        <source>R&amp;eset to defaults</source>
+        <translation>Auf Werks&amp;einstellungen zurücksetzen</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>Re&amp;do</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>&amp;Update</source>
+        <translation>&amp;Aktualisieren</translation>
+    </message>
+    <message>
+        <source>&amp;About</source>
+        <translation>&amp;Über</translation>
+    </message>
+    <message>
+        <source>&amp;Import from CDI</source>
+        <translation>Aus CDI &amp;importieren</translation>
+    </message>
+    <message>
+        <source>Programmed pro&amp;files...</source>
+        <translation>&amp;Programmierte Profile...</translation>
+    </message>
+    <message>
+        <source>&amp;Program CDI</source>
+        <translation>&amp;CDI programmieren</translation>
+    </message>
+    <message>
+        <source>&amp;How to program our CDIs</source>
+        <translation>&amp;So programmieren Sie unsere CDIs</translation>
+    </message>
+    <message>
+        <source>&amp;Technical specification of our CDIs</source>
+        <translation>&amp;Technische Daten unserer CDIs</translation>
+    </message>
+    <message>
+        <source>&amp;Contact us</source>
+        <translation>&amp;Kontakt</translation>
+    </message>
+    <message>
+        <source>Frequently &amp;asked questions</source>
+        <translation>&amp;Häufig gestellte Fragen</translation>
+    </message>
+    <message>
+        <source>&amp;Facts worth knowing about ignition</source>
+        <translation>&amp;Wissenswertes zur Zündung</translation>
+    </message>
+    <message>
+        <source>Pri&amp;nt PDF</source>
+        <translation>PDF dr&amp;ucken</translation>
+    </message>
+    <message>
+        <source>&amp;Undo %1</source>
+        <translation>&amp;Rückgängig: %1</translation>
+    </message>
+    <message>
+        <source>Re&amp;do %1</source>
+        <translation>&amp;Wiederholen: %1</translation>
+    </message>
+    <message>
+        <source>Program the &amp;CDI</source>
+        <translation>&amp;CDI programmieren</translation>
     </message>
 </context>
 <context>
