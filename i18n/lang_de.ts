@@ -167,40 +167,40 @@
         <translation>Wählen Sie die Profile aus, die Sie in einem gemeinsamen Diagramm sehen möchten.</translation>
     </message>
     <message>
-        <source>List of profiles</source>
-        <translation>Profilliste</translation>
-    </message>
-    <message>
         <source>Select a {default} profile to add to the list.</source>
         <translation>Wählen Sie ein {Standardprofil} aus, das der Liste hinzugefügt wird.</translation>
-    </message>
-    <message>
-        <source>Add default profile</source>
-        <translation>Standardprofil hinzufügen</translation>
     </message>
     <message>
         <source>Select a {custom} profile to add to the list.</source>
         <translation>Wählen Sie ein {eigenes Profil} aus, das der Liste hinzugefügt wird.</translation>
     </message>
     <message>
-        <source>Add custom profile</source>
-        <translation>Eigenes Profil hinzufügen</translation>
-    </message>
-    <message>
         <source>{Remove} the selected profile from the list.</source>
         <translation>Das ausgewählte Profil aus der Liste {entfernen}.</translation>
     </message>
     <message>
-        <source>Remove</source>
-        <translation>Entfernen</translation>
+        <source>List of pro&amp;files</source>
+        <translation>Profil&amp;liste</translation>
     </message>
     <message>
-        <source>Remove all</source>
-        <translation>Alle entfernen</translation>
+        <source>Add &amp;default profile</source>
+        <translation>S&amp;tandardprofil hinzufügen</translation>
     </message>
     <message>
-        <source>Show graph</source>
-        <translation>Diagramm anzeigen</translation>
+        <source>Add &amp;custom profile</source>
+        <translation>&amp;Eigenes Profil hinzufügen</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>Entfe&amp;rnen</translation>
+    </message>
+    <message>
+        <source>Remove &amp;all</source>
+        <translation>&amp;Alle entfernen</translation>
+    </message>
+    <message>
+        <source>&amp;Show graph</source>
+        <translation>&amp;Diagramm anzeigen</translation>
     </message>
 </context>
 <context>
@@ -210,8 +210,8 @@
         <translation>Weiter bearbeiten ...</translation>
     </message>
     <message>
-        <source>Continue</source>
-        <translation>Weiter</translation>
+        <source>&amp;Continue</source>
+        <translation>&amp;Weiter</translation>
     </message>
 </context>
 <context>
@@ -228,16 +228,16 @@
 <context>
     <name>DefaultProfilesGui</name>
     <message>
-        <source>Profiles</source>
-        <translation>Profile</translation>
-    </message>
-    <message>
-        <source>About this template</source>
-        <translation>Zu dieser Vorlage</translation>
-    </message>
-    <message>
         <source>No information available</source>
         <translation>Keine Informationen verfügbar</translation>
+    </message>
+    <message>
+        <source>Pro&amp;files</source>
+        <translation>Pro&amp;file</translation>
+    </message>
+    <message>
+        <source>About this &amp;template</source>
+        <translation>Zu dieser &amp;Vorlage</translation>
     </message>
 </context>
 <context>
@@ -1097,72 +1097,36 @@
         <translation>Erstellen oder ändern Sie Ihre persönlichen Profile mit {eigenen Parametern}</translation>
     </message>
     <message>
-        <source>Customize profiles</source>
-        <translation>Profile anpassen</translation>
-    </message>
-    <message>
         <source>{Program your CDI} with a profile of your choice</source>
         <translation>{Programmieren Sie Ihre CDI} mit einem Profil Ihrer Wahl</translation>
-    </message>
-    <message>
-        <source>Program your CDI</source>
-        <translation>Ihre CDI programmieren</translation>
     </message>
     <message>
         <source>{Test the connection} between your computer and your plugged-in CDI</source>
         <translation>{Testen Sie die Verbindung} zwischen Ihrem Computer und Ihrer angeschlossenen CDI</translation>
     </message>
     <message>
-        <source>Test connection to CDI</source>
-        <translation>Verbindung zur CDI testen</translation>
-    </message>
-    <message>
         <source>Display two or more profiles in a graph to {compare} them.</source>
         <translation>Zeigen Sie zwei oder mehr Profile in einem Diagramm an, um sie zu {vergleichen}.</translation>
-    </message>
-    <message>
-        <source>Compare profiles</source>
-        <translation>Profile vergleichen</translation>
     </message>
     <message>
         <source>Create a new profile from a {default template}</source>
         <translation>Ein neues Profil aus einer {Standardvorlage} erstellen</translation>
     </message>
     <message>
-        <source>Create from template</source>
-        <translation>Aus Vorlage erstellen</translation>
-    </message>
-    <message>
         <source>Load a previously created custom profile from a {file}</source>
         <translation>Ein zuvor erstelltes eigenes Profil aus einer {Datei} laden</translation>
-    </message>
-    <message>
-        <source>Load from file</source>
-        <translation>Aus Datei laden</translation>
     </message>
     <message>
         <source>Import profile data from your {CDI}</source>
         <translation>Profildaten aus Ihrer {CDI} importieren</translation>
     </message>
     <message>
-        <source>Import from CDI</source>
-        <translation>Aus CDI importieren</translation>
-    </message>
-    <message>
         <source>Program the CDI with a previously created {custom profile}</source>
         <translation>Die CDI mit einem zuvor erstellten {eigenen Profil} programmieren</translation>
     </message>
     <message>
-        <source>Use custom profile</source>
-        <translation>Eigenes Profil verwenden</translation>
-    </message>
-    <message>
         <source>Program the CDI with a default profile using {factory settings}</source>
         <translation>Die CDI mit einem Standardprofil mit {Werkseinstellungen} programmieren</translation>
-    </message>
-    <message>
-        <source>Use default profile</source>
-        <translation>Standardprofil verwenden</translation>
     </message>
     <message>
         <source>Choose a template</source>
@@ -1197,24 +1161,12 @@
         <translation>Stellen Sie die Profile zusammen, deren Zündkennfelder Sie vergleichen möchten.</translation>
     </message>
     <message>
-        <source>Program</source>
-        <translation>Programmieren</translation>
-    </message>
-    <message>
         <source>{Program the CDI} with selected profile</source>
         <translation>Die CDI mit dem ausgewählten Profil {programmieren}</translation>
     </message>
     <message>
-        <source>Add to list</source>
-        <translation>Zur Liste hinzufügen</translation>
-    </message>
-    <message>
         <source>Add the selected profile to the {comparison}</source>
         <translation>Das ausgewählte Profil zum {Vergleich} hinzufügen</translation>
-    </message>
-    <message>
-        <source>Create</source>
-        <translation>Erstellen</translation>
     </message>
     <message>
         <source>Create {custom profile} from selected template</source>
@@ -1225,20 +1177,8 @@
         <translation>Profil weiter bearbeiten</translation>
     </message>
     <message>
-        <source>Continue editing</source>
-        <translation>Weiter bearbeiten</translation>
-    </message>
-    <message>
         <source>Program the CDI with the profile recently opened in editor</source>
         <translation>Die CDI mit dem zuletzt im Editor geöffneten Profil programmieren</translation>
-    </message>
-    <message>
-        <source>Continue</source>
-        <translation>Weiter</translation>
-    </message>
-    <message>
-        <source>Recently opened profiles</source>
-        <translation>Zuletzt verwendete Profile</translation>
     </message>
     <message>
         <source>Click to open the profile in the editor</source>
@@ -1247,6 +1187,66 @@
     <message>
         <source>%1 (%2, %3)</source>
         <translation>%1 (%2, %3)</translation>
+    </message>
+    <message>
+        <source>&amp;Customize profiles</source>
+        <translation>Profile &amp;anpassen</translation>
+    </message>
+    <message>
+        <source>P&amp;rogram your CDI</source>
+        <translation>&amp;Ihre CDI programmieren</translation>
+    </message>
+    <message>
+        <source>&amp;Test connection to CDI</source>
+        <translation>&amp;Verbindung zur CDI testen</translation>
+    </message>
+    <message>
+        <source>Co&amp;mpare profiles</source>
+        <translation>Profile ver&amp;gleichen</translation>
+    </message>
+    <message>
+        <source>Recently &amp;opened profiles</source>
+        <translation>Zu&amp;letzt verwendete Profile</translation>
+    </message>
+    <message>
+        <source>&amp;Create from template</source>
+        <translation>Aus &amp;Vorlage erstellen</translation>
+    </message>
+    <message>
+        <source>Load from &amp;file</source>
+        <translation>Aus &amp;Datei laden</translation>
+    </message>
+    <message>
+        <source>&amp;Import from CDI</source>
+        <translation>Aus CDI &amp;importieren</translation>
+    </message>
+    <message>
+        <source>Use &amp;custom profile</source>
+        <translation>&amp;Eigenes Profil verwenden</translation>
+    </message>
+    <message>
+        <source>Use &amp;default profile</source>
+        <translation>Standardprofil &amp;verwenden</translation>
+    </message>
+    <message>
+        <source>P&amp;rogram</source>
+        <translation>P&amp;rogrammieren</translation>
+    </message>
+    <message>
+        <source>&amp;Add to list</source>
+        <translation>Zur &amp;Liste hinzufügen</translation>
+    </message>
+    <message>
+        <source>&amp;Create</source>
+        <translation>&amp;Erstellen</translation>
+    </message>
+    <message>
+        <source>Continue &amp;editing</source>
+        <translation>W&amp;eiter bearbeiten</translation>
+    </message>
+    <message>
+        <source>C&amp;ontinue</source>
+        <translation>Wei&amp;ter</translation>
     </message>
 </context>
 <context>

@@ -224,13 +224,13 @@ void WizardForm::applyFrame()
         QString text;
         QString toolTip;
         if (m_templateMode == kProgramTemplate) {
-            text = tr("Program");
+            text = tr("P&rogram");
             toolTip = tr("{Program the CDI} with selected profile");
         } else if (m_templateMode == kAddToComparison) {
-            text = tr("Add to list");
+            text = tr("&Add to list");
             toolTip = tr("Add the selected profile to the {comparison}");
         } else {
-            text = tr("Create");
+            text = tr("&Create");
             toolTip = tr("Create {custom profile} from selected template");
         }
         m_main->setButtonState(true, true, true, templates().hasProfiles(), text, withBraceMarkup(toolTip));
@@ -360,11 +360,11 @@ void WizardForm::updateContinuePanels()
     m_ui->programmingContinueForm->setVisible(profile != nullptr);
     if (!profile)
         return;
-    const QString name = QLatin1String(":<br><font color=") + highlightColour()
-        + QLatin1Char('>') + profile->name().toHtmlEscaped() + QLatin1String("</font>");
-    m_ui->editContinueForm->setTexts(tr("Continue editing profile") + name, tr("Continue editing"));
+    const QString name = QLatin1String(":<br><font color=") + highlightColour() + QLatin1Char('>')
+        + profile->name().toHtmlEscaped() + QLatin1String("</font>");
+    m_ui->editContinueForm->setTexts(tr("Continue editing profile") + name, tr("Continue &editing"));
     m_ui->programmingContinueForm->setTexts(
-        tr("Program the CDI with the profile recently opened in editor") + name, tr("Continue"));
+        tr("Program the CDI with the profile recently opened in editor") + name, tr("C&ontinue"));
 }
 
 // ---- comparison ----
