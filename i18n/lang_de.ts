@@ -309,10 +309,6 @@
 <context>
     <name>EditorForm</name>
     <message>
-        <source>Parameters</source>
-        <translation>Parameter</translation>
-    </message>
-    <message>
         <source>User defined parameters</source>
         <translation>Benutzerdefinierte Parameter</translation>
     </message>
@@ -404,6 +400,14 @@
         <source>Hint on the ignition map</source>
         <translation>Hinweis zum Zündkennfeld</translation>
     </message>
+    <message>
+        <source>Para&amp;meters</source>
+        <translation>P&amp;arameter</translation>
+    </message>
+    <message>
+        <source>&amp;Information</source>
+        <translation>&amp;Informationen</translation>
+    </message>
 </context>
 <context>
     <name>ErrorGui</name>
@@ -427,10 +431,6 @@
         <translation>Einstellungen</translation>
     </message>
     <message>
-        <source>Ignition voltage</source>
-        <translation>Zündspannung</translation>
-    </message>
-    <message>
         <source>Charging voltage of the ignition capacitor</source>
         <translation>Ladespannung des Zündkondensators</translation>
     </message>
@@ -443,14 +443,6 @@
         <translation>Impulsgeberflanke</translation>
     </message>
     <message>
-        <source>Trigger with falling edge</source>
-        <translation>Zündung bei fallender Flanke</translation>
-    </message>
-    <message>
-        <source>Trigger with rising edge</source>
-        <translation>Zündung bei steigender Flanke</translation>
-    </message>
-    <message>
         <source>Side stand monitoring</source>
         <translation>Seitenständerüberwachung</translation>
     </message>
@@ -459,28 +451,12 @@
         <translation>Hat die CDI ein blaues oder gelbes Kabel, muss dieses Kabel zusätzlich durchtrennt werden, damit die Überwachung wirkt.</translation>
     </message>
     <message>
-        <source>Enabled</source>
-        <translation>Aktiviert</translation>
-    </message>
-    <message>
         <source>The ignition is enabled when pin 2 of the CDI is connected to battery minus.</source>
         <translation>Die Zündung ist freigegeben, wenn Pin 2 der CDI mit dem Minuspol der Batterie verbunden ist.</translation>
     </message>
     <message>
-        <source>Ground enables ignition</source>
-        <translation>Masse gibt die Zündung frei</translation>
-    </message>
-    <message>
         <source>The ignition is blocked when pin 2 of the CDI is connected to battery minus.</source>
         <translation>Die Zündung ist gesperrt, wenn Pin 2 der CDI mit dem Minuspol der Batterie verbunden ist.</translation>
-    </message>
-    <message>
-        <source>Ground blocks ignition</source>
-        <translation>Masse sperrt die Zündung</translation>
-    </message>
-    <message>
-        <source>Sensor advance</source>
-        <translation>Sensorvorzündung</translation>
     </message>
     <message>
         <source>Hint on the ignition voltage</source>
@@ -497,6 +473,34 @@
     <message>
         <source>Hint on the sensor advance</source>
         <translation>Hinweis zur Sensorvorzündung</translation>
+    </message>
+    <message>
+        <source>Ignition &amp;voltage</source>
+        <translation>Zün&amp;dspannung</translation>
+    </message>
+    <message>
+        <source>Trigger with &amp;falling edge</source>
+        <translation>Zündung bei &amp;fallender Flanke</translation>
+    </message>
+    <message>
+        <source>&amp;Trigger with rising edge</source>
+        <translation>Zündung bei s&amp;teigender Flanke</translation>
+    </message>
+    <message>
+        <source>&amp;Enabled</source>
+        <translation>A&amp;ktiviert</translation>
+    </message>
+    <message>
+        <source>&amp;Ground enables ignition</source>
+        <translation>Masse &amp;gibt die Zündung frei</translation>
+    </message>
+    <message>
+        <source>Ground blo&amp;cks ignition</source>
+        <translation>&amp;Masse sperrt die Zündung</translation>
+    </message>
+    <message>
+        <source>&amp;Sensor advance</source>
+        <translation>Sensor&amp;vorzündung</translation>
     </message>
 </context>
 <context>
@@ -789,12 +793,12 @@
         <translation>Zum Umbenennen klicken</translation>
     </message>
     <message>
-        <source>Rename</source>
-        <translation>Umbenennen</translation>
+        <source>&amp;Rename</source>
+        <translation>&amp;Umbenennen</translation>
     </message>
     <message>
-        <source>Apply [Enter]</source>
-        <translation>Übernehmen [Enter]</translation>
+        <source>&amp;Apply [Enter]</source>
+        <translation>&amp;Übernehmen [Enter]</translation>
     </message>
 </context>
 <context>
@@ -804,12 +808,12 @@
         <translation>Eigene Notizen</translation>
     </message>
     <message>
-        <source>Edit</source>
-        <translation>Bearbeiten</translation>
+        <source>E&amp;dit</source>
+        <translation>B&amp;earbeiten</translation>
     </message>
     <message>
-        <source>Apply [Esc]</source>
-        <translation>Übernehmen [Esc]</translation>
+        <source>Appl&amp;y [Esc]</source>
+        <translation>Übe&amp;rnehmen [Esc]</translation>
     </message>
 </context>
 <context>
@@ -1063,16 +1067,16 @@
 <context>
     <name>TableForm</name>
     <message>
-        <source>Sort ascending</source>
-        <translation>Aufsteigend sortieren</translation>
-    </message>
-    <message>
         <source>Angle</source>
         <translation>Winkel</translation>
     </message>
     <message>
         <source>RPM</source>
         <translation>U/min</translation>
+    </message>
+    <message>
+        <source>S&amp;ort ascending</source>
+        <translation>Aufsteigend s&amp;ortieren</translation>
     </message>
 </context>
 <context>
