@@ -16,16 +16,16 @@
         <translation>Copyright © 2025 Die Sparkwright-Entwickler</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>Schließen</translation>
-    </message>
-    <message>
         <source>Version %1</source>
         <translation>Version %1</translation>
     </message>
     <message>
         <source>Factory profiles: library %1</source>
         <translation>Werksprofile: Bibliothek %1</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
     </message>
 </context>
 <context>
@@ -294,16 +294,16 @@
         <translation>Jede Änderung an der Zündbox (CDI) erfolgt in alleiniger Verantwortung des Anwenders. Für Schäden, die direkt oder indirekt durch die Verwendung der Software entstehen, sowie für Verstöße gegen gesetzliche Vorschriften übernehmen wir keine Haftung.</translation>
     </message>
     <message>
-        <source>Do not show again</source>
-        <translation>Nicht mehr anzeigen</translation>
+        <source>Do &amp;not show again</source>
+        <translation>&amp;Nicht mehr anzeigen</translation>
     </message>
     <message>
-        <source>Decline</source>
-        <translation>Ablehnen</translation>
+        <source>&amp;Decline</source>
+        <translation>A&amp;blehnen</translation>
     </message>
     <message>
-        <source>Accept</source>
-        <translation>Zustimmen</translation>
+        <source>&amp;Accept</source>
+        <translation>&amp;Zustimmen</translation>
     </message>
 </context>
 <context>
@@ -420,8 +420,8 @@
         <translation>Es ist ein Fehler aufgetreten.</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>Schließen</translation>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
     </message>
 </context>
 <context>
@@ -517,8 +517,8 @@
         <translation>Hinweis</translation>
     </message>
     <message>
-        <source>Close</source>
-        <translation>Schließen</translation>
+        <source>&amp;Close</source>
+        <translation>&amp;Schließen</translation>
     </message>
 </context>
 <context>
@@ -1280,16 +1280,16 @@
         <translation>&amp;Bestätigen</translation>
     </message>
     <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-    <message>
         <source>custom</source>
         <translation>benutzerdefiniert</translation>
     </message>
     <message>
         <source>default</source>
         <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Ca&amp;ncel</source>
+        <translation>&amp;Abbrechen</translation>
     </message>
 </context>
 </TS>
