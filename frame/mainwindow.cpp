@@ -428,7 +428,7 @@ void MainWindow::showPortSelection()
 void MainWindow::showProgress()
 {
     showPage(m_waitForm, m_waitForm, [this] {
-        m_waitForm->setStatusTip(tr("Sparkwright is exchanging data with your CDI."));
+        setWaitPrompt();
         setButtonState(false, false, false, false, tr("&Next"), QString());
     });
 }
@@ -437,9 +437,15 @@ void MainWindow::onTransactionFinished()
 {
     if (m_currentWidget != m_waitForm)
         return;
-    m_waitForm->setStatusTip(tr("The exchange with your CDI has ended."));
+    setWaitPrompt();
     setButtonState(false, true, true, true, tr("&Next"), QString());
     refreshPrompt();
+}
+
+void MainWindow::setWaitPrompt()
+{
+    m_waitForm->setStatusTip(m_device->isBusy() ? tr("Sparkwright is exchanging data with your CDI.")
+                                                : tr("The exchange with your CDI has ended."));
 }
 
 void MainWindow::leaveDevicePages()
@@ -735,5 +741,7 @@ void MainWindow::retranslate(int language)
         prepareEditorFrame();
     else if (m_currentWidget == m_confirmation)
         prepareConfirmationFrame();
+    else if (m_currentWidget == m_waitForm)
+        setWaitPrompt();
     refreshPrompt();
 }

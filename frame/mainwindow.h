@@ -105,6 +105,8 @@ private:
     void showStartPage(const std::function<void()> &chooseView);
     void rememberDeviceWayBack();
     void leaveDevicePages();
+    // The progress page's prompt says whether the exchange still runs.
+    void setWaitPrompt();
     void openImportedProfile(const Profile &profile);
     void setDeviceBusy(bool busy);
     void writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,

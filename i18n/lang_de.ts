@@ -1281,11 +1281,11 @@
     </message>
     <message>
         <source>custom</source>
-        <translation>benutzerdefiniert</translation>
+        <translation>eigenes Profil</translation>
     </message>
     <message>
         <source>default</source>
-        <translation>Standard</translation>
+        <translation>Standardprofil</translation>
     </message>
     <message>
         <source>Ca&amp;ncel</source>
