@@ -6,8 +6,6 @@
 #include "profile/profilerecord.h"
 
 #include <QByteArray>
-#include <QList>
-#include <QString>
 #include <QStringList>
 
 #include <array>
@@ -21,16 +19,11 @@ inline QByteArray littleEndian(quint64 value, int size)
     return out;
 }
 
-// Tagged values: 'i' and four bytes, 'B' or 'b', 'd' and eight bytes, all lowest byte first;
+// Tagged values: 'i' and four bytes, 'B' or 'b' (a bool), 'd' and eight bytes, all lowest byte first;
 // a string is 'Q' (older files: 'S'), its UTF-8 length as a tagged int, then the bytes.
 inline QByteArray tInt(qint32 value)
 {
     return 'i' + littleEndian(quint32(value), 4);
-}
-
-inline QByteArray tBool(bool value)
-{
-    return QByteArray(1, value ? 'B' : 'b');
 }
 
 inline QByteArray tDouble(double value)
@@ -82,29 +75,20 @@ inline QByteArray hintsRecord(qint32 catalogValue, qint32 format, qint32 hints, 
 // The profile record, item by item in file order; the defaults are those of a new profile.
 struct HandRecord
 {
-    qint32 version = 1;
-    qint32 motorbikeType = 0;
-    qint32 templateType = 0; // only from version 1 on
-    bool isCustom = true;
-    bool auxFlag = false;
-    QString name = QStringLiteral("Unnamed");
-    QString notes;
-    qint32 flagByte = 0;
-    qint32 voltage = 200;
-    bool edgeSelectable = true;
-    bool modeOne = false;
-    double k1Rising = 0.0;
-    double k1Falling = 0.0;
-    std::array<qint32, kMapPointCount> rpm {};
-    std::array<qint32, kMapPointCount> angle {};
-    double k0 = 0.0;
-    double k1 = 0.0;
-    double k2 = 0.0;
+    qint32 version = 1, motorbikeType = 0, templateType = 0; // the template type only from version 1 on
+    bool isCustom = true, auxFlag = false;
+    QString name = QStringLiteral("Unnamed"), notes;
+    qint32 flagByte = 0, voltage = 200;
+    bool edgeSelectable = true, modeOne = false;
+    double k1Rising = 0.0, k1Falling = 0.0;
+    std::array<qint32, kMapPointCount> rpm {}, angle {};
+    double k0 = 0.0, k1 = 0.0, k2 = 0.0;
     QStringList trailing {QString(), QString()};
     char stringTag = 'Q';
 
     QByteArray bytes() const
     {
+        const auto tBool = [](bool value) { return QByteArray(1, value ? 'B' : 'b'); };
         QByteArray out
             = tInt(version) + tInt(motorbikeType) + (version > 0 ? tInt(templateType) : QByteArray());
         out += tBool(isCustom) + tBool(auxFlag) + tString(name, stringTag) + tString(notes, stringTag);
@@ -130,12 +114,7 @@ inline QByteArray fieldsOf(const Profile &profile)
 
 inline ProfileFlags flagsOf(bool monitoring, bool groundEnables, bool rising, quint32 mode)
 {
-    ProfileFlags flags;
-    flags.sideStandMonitoring = monitoring;
-    flags.groundEnablesIgnition = groundEnables;
-    flags.pickUpRisingEdge = rising;
-    flags.sensorMode = mode;
-    return flags;
+    return ProfileFlags {monitoring, groundEnables, rising, mode};
 }
 
 inline IgnitionMap mapOf(
