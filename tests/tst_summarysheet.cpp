@@ -1,5 +1,5 @@
 // The profile summary: the printed sheet (its header line, the PDF's page and its texts in English
-// and German) and the one-line status of the settings on the summary page.
+// and German) and the summary page's one-line status of the settings and its map table.
 #include "profile/profile.h"
 #include "summary/summaryform.h"
 #include "summary/summarysheet.h"
@@ -10,6 +10,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTextDocumentFragment>
+#include <QTextEdit>
 
 class TestSummarySheet : public QObject
 {
@@ -113,6 +114,10 @@ void TestSummarySheet::statusLine()
     form.setProfile(profile);
     const QString shown = form.findChild<QLabel *>(QStringLiteral("statusLabel"))->text();
     QCOMPARE(QTextDocumentFragment::fromHtml(shown).toPlainText().simplified(), line);
+    // The map's empty slots are listed too, as 0 and 0°, so that the table always has ten rows.
+    const QString table = form.findChild<QTextEdit *>(QStringLiteral("textEdit"))->toPlainText();
+    QCOMPARE(
+        table.simplified(), QStringLiteral("RPM Angle") + QStringLiteral(" 0 0°").repeated(kMapPointCount));
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestSummarySheet)
