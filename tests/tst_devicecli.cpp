@@ -15,18 +15,14 @@ class TestDeviceCli : public QObject
 private slots:
     void initTestCase();
     void session();
-    void refusals_data();
-    void refusals();
 
 private:
-    QProcessEnvironment environment() const;
-    // Starts "virtual-cdi" and returns the pseudo-terminal it printed first.
-    QString startCdi(QProcess &cdi, const QStringList &arguments);
     int run(const QStringList &arguments, QString *out = nullptr, QString *err = nullptr);
     QString path(const QString &name) const { return m_dir.filePath(name); }
 
     QString m_cli;
     QString m_buildDir;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
     QTemporaryDir m_dir;
     QTemporaryDir m_runtimeDir;
 };
@@ -38,37 +34,21 @@ void TestDeviceCli::initTestCase()
     if (m_cli.isEmpty() || m_buildDir.isEmpty())
         QSKIP("SPARKWRIGHT_CLI and SPARKWRIGHT_BUILD_DIR name the tool and its data files");
     QVERIFY(m_dir.isValid() && m_runtimeDir.isValid());
+    // Its own runtime folder: the virtual CDIs of this test are the only ones the tool sees.
+    m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeDir.path());
 
     // A profile with one angle beyond every limit.
     Profile profile;
-    profile.setName(QStringLiteral("Trial"));
     profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
         {10, 11, 12, 13, 60, 15, 16, 17, 18, 19}));
     QCOMPARE(int(saveProfileFile(profile, path(QStringLiteral("bad.cdi")))), int(FileWriteError::None));
-}
-
-// Its own runtime folder: the virtual CDIs of this test are the only ones the tool sees.
-QProcessEnvironment TestDeviceCli::environment() const
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeDir.path());
-    return environment;
-}
-
-QString TestDeviceCli::startCdi(QProcess &cdi, const QStringList &arguments)
-{
-    cdi.setWorkingDirectory(m_buildDir);
-    cdi.setProcessEnvironment(environment());
-    cdi.start(m_cli, QStringList {QStringLiteral("virtual-cdi")} + arguments);
-    while (!cdi.canReadLine() && cdi.waitForReadyRead(10000)) { }
-    return QString::fromUtf8(cdi.readLine()).trimmed();
 }
 
 int TestDeviceCli::run(const QStringList &arguments, QString *out, QString *err)
 {
     QProcess process;
     process.setWorkingDirectory(m_buildDir);
-    process.setProcessEnvironment(environment());
+    process.setProcessEnvironment(m_environment);
     process.start(m_cli, arguments);
     if (!process.waitForFinished(30000))
         return -1;
@@ -82,7 +62,11 @@ int TestDeviceCli::run(const QStringList &arguments, QString *out, QString *err)
 void TestDeviceCli::session()
 {
     QProcess cdi;
-    const QString port = startCdi(cdi, {"--firmware", "3.1", "--serial", "42"});
+    cdi.setWorkingDirectory(m_buildDir);
+    cdi.setProcessEnvironment(m_environment);
+    cdi.start(m_cli, {"virtual-cdi", "--firmware", "3.1", "--serial", "42"});
+    while (!cdi.canReadLine() && cdi.waitForReadyRead(10000)) { }
+    const QString port = QString::fromUtf8(cdi.readLine()).trimmed(); // the pseudo-terminal
     QVERIFY2(port.startsWith(QLatin1String("/dev/")), qPrintable(port));
 
     QString out;
@@ -113,36 +97,15 @@ void TestDeviceCli::session()
     const QString served = QString::fromUtf8(cdi.readAllStandardOutput());
     QVERIFY2(served.contains(QStringLiteral("read refused")), qPrintable(served));
     QCOMPARE(QDir(m_runtimeDir.path()).entryList(QDir::Files), QStringList());
-    QCOMPARE(run({"ping"}, nullptr, &err), 2);
-    QVERIFY2(err.contains(QStringLiteral("no CDI found")), qPrintable(err));
-}
-
-// Everything that stops before an exchange: exit code 2 and one line on the error stream.
-void TestDeviceCli::refusals_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("unknown fault") << QStringList {"virtual-cdi", "--fault", "loud"}
-                                   << "unknown fault 'loud'";
-    QTest::newRow("port that cannot be opened")
-        << QStringList {"ping", "--port", "/dev/null/x"} << "Cannot open /dev/null/x: ";
-    QTest::newRow("invalid map is not sent")
-        << QStringList {"program", "bad.cdi"} << "The ignition map of this profile is not valid.";
-    QTest::newRow("import without a file") << QStringList {"import"} << "wrong number of arguments";
-}
-
-void TestDeviceCli::refusals()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, shown);
-    for (QString &argument : arguments) {
-        if (argument.endsWith(QLatin1String(".cdi")))
-            argument = path(argument);
+    // Everything that stops before an exchange: exit code 2 and one line on the error stream.
+    const std::pair<QStringList, QString> refusals[]
+        = {{{"ping"}, "no CDI found"}, {{"ping", "--port", "/dev/null/x"}, "Cannot open /dev/null/x: "},
+            {{"program", path("bad.cdi")}, "The ignition map of this profile is not valid."},
+            {{"virtual-cdi", "--fault", "loud"}, "unknown fault 'loud'"}};
+    for (const auto &[arguments, shown] : refusals) {
+        QCOMPARE(run(arguments, &out, &err), 2);
+        QVERIFY2(out.isEmpty() && err.count(QLatin1Char('\n')) == 1 && err.contains(shown), qPrintable(err));
     }
-    QString out;
-    QString err;
-    QCOMPARE(run(arguments, &out, &err), 2);
-    QVERIFY2(out.isEmpty() && err.count(QLatin1Char('\n')) == 1 && err.contains(shown), qPrintable(err));
 }
 
 QTEST_GUILESS_MAIN(TestDeviceCli)
