@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QFile>
 #include <QHash>
 #include <QStyle>
 #include <QStyleOptionButton>
@@ -41,6 +42,21 @@ inline std::unique_ptr<QApplication> createTestApplication(int &argc, char **arg
 }
 
 namespace WidgetTest {
+
+// The file's bytes; empty when it cannot be read.
+inline QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Puts the bytes in the file's place; a null array leaves no file at all.
+inline bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile::remove(path);
+    QFile file(path);
+    return bytes.isNull() || (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
 
 // Clicks the box itself, where the user clicks, not its label.
 inline void clickCheckBox(QCheckBox *box)
