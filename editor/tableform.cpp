@@ -229,6 +229,9 @@ void TableForm::onTableEdited(QStandardItem *item)
         setCellText(row, kRpmColumn, QString::number(rpm));
         setCellText(row, kAngleColumn, QString::number(angle));
     }
+    // A value that fell back, or was typed as it stood, changes nothing and is no step to undo.
+    if (rpm == previous.rpm && angle == previous.angle)
+        return;
 
     map.setPoint(row, rpm, angle);
     m_profile->setMap(map);
