@@ -91,6 +91,7 @@ private:
     void applySnapshot(const Profile &profile);
     void showInformation();
     void setTexts();
+    void setTabOrderAsSeen();
     QString prompt() const;
 
     std::unique_ptr<Ui::EditorForm> m_ui;

@@ -76,6 +76,7 @@ class TestKeyboard : public QObject
 private slots:
     void everyShownChoiceHasItsOwnKey_data();
     void everyShownChoiceHasItsOwnKey();
+    void tabWalksTheEditorAsItReads();
 };
 
 void TestKeyboard::everyShownChoiceHasItsOwnKey_data()
@@ -167,6 +168,26 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
         QVERIFY2(keys.clashes().isEmpty(), qPrintable(keys.clashes().join(QLatin1String(", "))));
         QVERIFY2(keys.lacking.isEmpty(), qPrintable(QLatin1String("no key: ") + keys.lacking.join(", ")));
     }
+}
+
+// Tab walks the editor as it reads, from the name to the last setting's hint and on to the
+// buttons, and comes round again.
+void TestKeyboard::tabWalksTheEditorAsItReads()
+{
+    Program program;
+    QVERIFY(program.ready());
+    program.window().showEditor(program.firstTemplate());
+    program.child("lineEditName")->setFocus();
+    const QStringList expected {"pushButtonRename", "qt_tabwidget_tabbar", "tableView", "hintButtonMap",
+        "spinBoxIgnitionVoltage", "hintButtonVoltage", "checkBoxSideStand", "radioButtonGroundEnables",
+        "hintButtonSideStand", "doubleSpinBoxHall", "hintButtonSensorAdvance", "backButton", "nextButton",
+        "lineEditName"};
+    QStringList walked;
+    for (int i = 0; i < expected.size(); ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        walked.append(QApplication::focusWidget()->objectName());
+    }
+    QCOMPARE(walked, expected);
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestKeyboard)
