@@ -195,6 +195,7 @@ void TestStartup::firstWindow_data()
     row("no acceptance file", none, none, "Disclaimer");
     row("foreign file", QByteArray("cdi\0\0\0", 6), none, "Disclaimer");
     row("integer 0", framed(tInt(0)), none, "Disclaimer");
+    row("negative integer", framed(tInt(-1)), none, "Disclaimer");
     row("frame longer than the file", QByteArray::fromHex("550900006901000000"), none, "Disclaimer");
     row("accepted, more bytes after the frame", kAccepted + QByteArray(100, 'x'), none, "Sparkwright");
     row("foreign beside the program, accepted in the user's folder", framed(tInt(0)), kAccepted,
@@ -202,6 +203,8 @@ void TestStartup::firstWindow_data()
     row("version query", none, none, "", {"-v"});
     row("-v twice", none, none, "Disclaimer", {"-v", "-v"});
     row("-vx", none, none, "Disclaimer", {"-vx"});
+    row("-V", none, none, "Disclaimer", {"-V"});
+    row("--v", none, none, "Disclaimer", {"--v"});
     row("de_AT", none, none, "Haftungsausschluss", {}, "de_AT");
 }
 
