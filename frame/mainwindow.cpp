@@ -383,20 +383,27 @@ void MainWindow::rememberDeviceWayBack()
     // A request refused as busy must not change where the running exchange returns to.
     if (m_currentWidget == m_waitForm || m_currentWidget == m_devicesForm || m_device->isBusy())
         return;
-    m_deviceBack = nullptr;
-    if (m_currentWidget == m_editor) {
-        m_deviceBack = [this] { continueEditing(); };
-    } else if (m_currentWidget == m_confirmation) {
+    m_deviceBack = wayBackToCurrentPage();
+}
+
+// Back to the page shown now as it is now, once the user is done with what replaces it.
+std::function<void()> MainWindow::wayBackToCurrentPage()
+{
+    if (m_currentWidget == m_editor)
+        return [this] { continueEditing(); };
+    if (m_currentWidget == m_confirmation) {
         const Profile shown = m_confirmation->profile();
         const bool fromEditor = m_confirmationFromEditor;
-        m_deviceBack = [this, shown, fromEditor] {
+        return [this, shown, fromEditor] {
             showProgrammingConfirmation(shown);
             m_confirmationFromEditor = fromEditor;
         };
-    } else if (m_currentWidget == m_wizard) {
-        const WizardForm::View view = m_wizard->view();
-        m_deviceBack = [this, view] { showStartPage([this, view] { m_wizard->showView(view); }); };
     }
+    if (m_currentWidget == m_wizard) {
+        const WizardForm::View view = m_wizard->view();
+        return [this, view] { showStartPage([this, view] { m_wizard->showView(view); }); };
+    }
+    return nullptr;
 }
 
 void MainWindow::requestProgramming(const Profile &profile, bool allowReimport)
@@ -509,20 +516,10 @@ void MainWindow::onNewProfileMenu()
 {
     if (!mayLeaveEditor())
         return;
+    // From the template chooser itself, Back keeps its own way.
     std::function<void()> back;
-    if (m_currentWidget == m_editor) {
-        back = [this] { continueEditing(); };
-    } else if (m_currentWidget == m_confirmation) {
-        const Profile shown = m_confirmation->profile();
-        const bool fromEditor = m_confirmationFromEditor;
-        back = [this, shown, fromEditor] {
-            showProgrammingConfirmation(shown);
-            m_confirmationFromEditor = fromEditor;
-        };
-    } else if (m_currentWidget == m_wizard && m_wizard->view() != WizardForm::View::Template) {
-        const WizardForm::View view = m_wizard->view();
-        back = [this, view] { m_wizard->showView(view); };
-    }
+    if (m_currentWidget != m_wizard || m_wizard->view() != WizardForm::View::Template)
+        back = wayBackToCurrentPage();
     showStartPage([this, back] { m_wizard->showTemplateChoice(WizardForm::kCreateCustom, back); });
 }
 

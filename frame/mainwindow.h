@@ -104,6 +104,7 @@ private:
     void prepareConfirmationFrame();
     void showStartPage(const std::function<void()> &chooseView);
     void rememberDeviceWayBack();
+    std::function<void()> wayBackToCurrentPage();
     void leaveDevicePages();
     // The progress page's prompt says whether the exchange still runs.
     void setWaitPrompt();
