@@ -2,7 +2,7 @@
 // a profile fills in, typing into the map table and pressing and dragging in the graph, what
 // every kind of edit writes (the name and notes with their edit modes among them) as one step of
 // the history, the unsaved-changes question on leaving, the side-stand rule, the reset, the hint
-// labels, and the sensor advance moving the forbidden region.
+// labels and buttons, and the sensor advance moving the forbidden region.
 #include "editor/chintlabel.h"
 #include "editor/editorform.h"
 #include "editor/graphform.h"
@@ -101,6 +101,7 @@ private slots:
     void init();
     void loadingShowsTheProfileUnmodified_data();
     void loadingShowsTheProfileUnmodified();
+    void hintButtonsOpenTheirHints();
     void everyEditIsOneStep_data();
     void everyEditIsOneStep();
     void leavingAsksWhileEdited();
@@ -111,7 +112,6 @@ private slots:
     void reset();
 
 private:
-    void buildEditor(const DefaultLibrary *library);
     void load(const Profile &profile);
     void perform(const QString &edit);
     template<typename T = QWidget> T *child(const char *name) const
@@ -167,18 +167,14 @@ void TestEditorForm::init()
     m_hints.reset();
     m_library = std::make_unique<DefaultLibrary>();
     m_library->append(scooterTemplate());
+    while (m_catalog.count() < 5) // one per hint button
+        m_catalog.append({HintText {QStringLiteral("Hint %1").arg(m_catalog.count()), {}}, {}});
     m_prompts = ScriptedPrompts();
     m_browser = FakeBrowser();
     setUserPrompts(&m_prompts);
     m_switcher = std::make_unique<CLanguageSwitcher>();
     m_hints = std::make_unique<HintDialog>(&m_catalog, *m_switcher);
-    buildEditor(m_library.get());
-}
-
-void TestEditorForm::buildEditor(const DefaultLibrary *library)
-{
-    m_editor.reset();
-    m_editor = std::make_unique<EditorForm>(library, *m_switcher, *m_hints);
+    m_editor = std::make_unique<EditorForm>(m_library.get(), *m_switcher, *m_hints);
     m_editor->setBrowserMain(&m_browser);
     m_switcher->registerListener(m_editor.get());
     m_editor->resize(960, 620);
@@ -255,46 +251,43 @@ void TestEditorForm::perform(const QString &edit)
 
 void TestEditorForm::loadingShowsTheProfileUnmodified_data()
 {
-    QTest::addColumn<bool>("monitoring");
-    QTest::addColumn<bool>("groundEnables");
-    QTest::addColumn<bool>("rising");
-    QTest::addColumn<bool>("edgeSelectable");
-    QTest::newRow("monitoring on, ground enables, falling edge") << true << true << false << true;
-    QTest::newRow("monitoring off, ground blocks, rising edge not selectable")
-        << false << false << true << false;
+    QTest::addColumn<bool>("on");
+    QTest::newRow("monitoring on, ground enables, falling edge") << true;
+    QTest::newRow("monitoring off, ground blocks, rising edge not selectable") << false;
 }
 
-// Switching monitoring over frees or locks the polarity, which is kept meanwhile.
+// Without monitoring the polarity means nothing, so it cannot be chosen; switching monitoring
+// over frees or locks it, which the edits table shows.
 void TestEditorForm::loadingShowsTheProfileUnmodified()
 {
-    QFETCH(bool, monitoring);
-    QFETCH(bool, groundEnables);
-    QFETCH(bool, rising);
-    QFETCH(bool, edgeSelectable);
+    QFETCH(bool, on);
     Profile factory = scooterTemplate();
-    factory.setFlags(flagsOf(monitoring, groundEnables, rising, 0));
-    factory.setPickUpEdgeSelectable(edgeSelectable);
+    factory.setFlags(flagsOf(on, on, !on, 0));
+    factory.setPickUpEdgeSelectable(on);
     load(factory);
 
     QVERIFY(m_editor->hasProfile() && m_editor->profile().isCustom() && !m_editor->profile().isModified());
-    QCOMPARE(child<QLineEdit>("lineEditName")->text(), kTemplateName);
-    QCOMPARE(shownMap(), factory.map());
     QCOMPARE(child<QSpinBox>("spinBoxIgnitionVoltage")->value(), 170);
     QCOMPARE(child<QDoubleSpinBox>("doubleSpinBoxHall")->value(), 30.0);
-    QVERIFY(child<QAbstractButton>("radioButtonPickUpPos")->isChecked() == rising
-        && child<QAbstractButton>("radioButtonPickUpNeg")->isChecked() == !rising);
-    QCOMPARE(child("groupBoxPickUp")->isVisible(), edgeSelectable);
-    // Without monitoring the polarity means nothing, so it cannot be chosen.
-    auto *enables = child<QAbstractButton>("radioButtonGroundEnables");
-    auto *blocks = child<QAbstractButton>("radioButtonGroundDisables");
-    for (const bool on : {monitoring, !monitoring}) {
-        if (on != monitoring)
-            perform(QStringLiteral("click checkBoxSideStand"));
-        QVERIFY(child<QAbstractButton>("checkBoxSideStand")->isChecked() == on
-            && m_editor->profile().sideStandMonitoring() == on);
-        QVERIFY(enables->isEnabled() == on && blocks->isEnabled() == on);
-        QVERIFY(enables->isChecked() == groundEnables && blocks->isChecked() == !groundEnables
-            && m_editor->profile().groundEnablesIgnition() == groundEnables);
+    QVERIFY(child<QAbstractButton>("radioButtonPickUpPos")->isChecked() == !on
+        && child<QAbstractButton>("radioButtonPickUpNeg")->isChecked() == on);
+    QCOMPARE(child("groupBoxPickUp")->isVisible(), on);
+    QVERIFY(child<QAbstractButton>("checkBoxSideStand")->isChecked() == on
+        && child("radioButtonGroundEnables")->isEnabled() == on
+        && child<QAbstractButton>("radioButtonGroundEnables")->isChecked() == on
+        && child<QAbstractButton>("radioButtonGroundDisables")->isChecked() == !on);
+}
+
+// Each hint button opens its own hint: 0 voltage, 1 side stand, 2 pick-up edge, 3 sensor
+// advance, 4 ignition map.
+void TestEditorForm::hintButtonsOpenTheirHints()
+{
+    load(scooterTemplate());
+    const char *const buttons[] {"hintButtonVoltage", "hintButtonSideStand", "hintButtonPickUp",
+        "hintButtonSensorAdvance", "hintButtonMap"};
+    for (int hint = 0; hint < 5; ++hint) {
+        QTest::mouseClick(child(buttons[hint]), Qt::LeftButton);
+        QVERIFY2(m_hints->isVisible() && m_hints->currentHint() == hint, buttons[hint]);
     }
 }
 
@@ -304,7 +297,6 @@ void TestEditorForm::everyEditIsOneStep_data()
     QTest::addColumn<QStringList>("change"); // in the profile's content, from and to; none: unmodified
 
     const QStringList none {QString(), QString()};
-    QTest::newRow("no change") << QString() << none;
     QTest::newRow("rename to the same name") << "rename " << none;
     QTest::newRow("the edge already chosen") << "click radioButtonPickUpNeg" << none;
     // What is typed into the table is kept as typed; text that is no number falls back to what
@@ -313,7 +305,6 @@ void TestEditorForm::everyEditIsOneStep_data()
         << "cell 4 1: +21 " << QStringList {"5000/26", "5000/21"};
     QTest::newRow("negative speed kept") << "cell 4 0:-5" << QStringList {"5000/26", "-5/26"};
     QTest::newRow("trailing letters fall back") << "cell 4 1:12abc" << none;
-    QTest::newRow("beyond 32 bits falls back") << "cell 4 0:99999999999" << none;
     QTest::newRow("drag a point") << "drag a point" << QStringList {"4000/20", "4500/15"};
     QTest::newRow("type a voltage") << "type spinBoxIgnitionVoltage 185" << QStringList {"170 V", "185 V"};
     QTest::newRow("type a sensor advance") << "type doubleSpinBoxHall 20" << QStringList {"|30|", "|20|"};
@@ -339,42 +330,38 @@ void TestEditorForm::everyEditIsOneStep()
     QCOMPARE(contentOf(edited), contentOf(scooterTemplate()).replace(change[0], change[1]));
     QCOMPARE(edited.isModified(), changed);
     QCOMPARE(shownMap(), edited.map());
+    QCOMPARE(child("radioButtonGroundEnables")->isEnabled(), edited.sideStandMonitoring());
     QCOMPARE(m_editor->history().count(), changed ? 1 : 0);
     if (changed) {
         m_editor->history().undo();
         QVERIFY(contentOf(m_editor->profile()) == contentOf(scooterTemplate())
             && !m_editor->profile().isModified());
-        QCOMPARE(shownMap(), m_editor->profile().map());
         m_editor->history().redo();
         QVERIFY(contentOf(m_editor->profile()) == contentOf(edited) && m_editor->profile().isModified());
     }
 }
 
-// Leaving the edited page asks first, naming the profile as written; "Back" keeps the page and
-// the edits, Return discards them and Escape is no answer of its own. Discarding leaves nothing
-// to lose, and so does a save; Next hands on the working profile.
+// Leaving the edited page asks first, naming the profile as written; Return discards the edits
+// and Escape is no answer of its own ("Back" keeping them shows in tst_mainwindow's table of
+// every way out). Discarding leaves nothing to lose, and so does a save; Next hands on the
+// working profile.
 void TestEditorForm::leavingAsksWhileEdited()
 {
     load(scooterTemplate());
     perform(QStringLiteral("rename Track <day>"));
-    perform(QStringLiteral("cell 2 1:15"));
-    const Profile edited = m_editor->profile();
-    m_prompts.askAnswers = {1, 0};
+    m_prompts.askAnswers = {0};
     m_editor->onBack();
-    QVERIFY(m_browser.starts == 0 && contentOf(m_editor->profile()) == contentOf(edited));
     const ScriptedPrompts::Shown &question = m_prompts.shown.first();
     QVERIFY2(question.text.contains(QStringLiteral("<b>Track &lt;day&gt;</b>")), qPrintable(question.text));
     QCOMPARE(question.buttons, (QStringList {"Discard changes", "Back"}));
     QVERIFY(question.defaultButton == 0 && question.escapeButton == -1);
-    m_editor->onBack();
-    QCOMPARE(m_browser.starts, 1);
-    QVERIFY(
-        contentOf(m_editor->profile()) == contentOf(scooterTemplate()) && !m_editor->profile().isModified());
+    QVERIFY(m_browser.starts == 1 && contentOf(m_editor->profile()) == contentOf(scooterTemplate())
+        && !m_editor->profile().isModified());
 
     perform(QStringLiteral("type spinBoxIgnitionVoltage 185"));
     m_editor->markSaved();
     m_editor->onBack();
-    QVERIFY(m_browser.starts == 2 && m_prompts.shown.size() == 2);
+    QVERIFY(m_browser.starts == 2 && m_prompts.shown.size() == 1);
 
     perform(QStringLiteral("cell 2 1:15"));
     m_editor->onNext();
@@ -393,10 +380,8 @@ void TestEditorForm::pressAndDrag_data()
     const QPointF high(60.0, 0.0);
     Points near = kSpreadMap;
     Points far = kSpreadMap;
-    Points wide = kSpreadMap;
     near[4] = {9200, 20};
     far[4] = {8200, 23};
-    wide[9].setX(19900); // the speed axis reaches 20200
     // A press selects a point up to 1250 rpm away, 3 degrees weighing 1200 rpm, and moves nothing.
     QTest::newRow("1200 rpm away is selected") << near << high << 8000 << 20.0 << true << QPoint(9200, 20);
     QTest::newRow("3 degrees and 200 rpm away is too far")
@@ -405,14 +390,10 @@ void TestEditorForm::pressAndDrag_data()
     // gives 6000.
     QTest::newRow("left of the axis gives 0 rpm")
         << kSpreadMap << high << -3000 << 20.0 << true << QPoint(0, 20);
-    QTest::newRow("far right stops at 20000 rpm")
-        << wide << high << 25000 << 20.0 << true << QPoint(20000, 20);
     QTest::newRow("below the speed axis gives 0 degrees")
         << kSpreadMap << high << 6010 << -5.0 << true << QPoint(6000, 0);
     QTest::newRow("the ceiling at the new speed stops the drag")
         << kSpreadMap << QPointF(40.0, -0.001) << 6010 << 45.0 << true << QPoint(6000, 32);
-    QTest::newRow("a negative ceiling gives 0 degrees")
-        << kSpreadMap << QPointF(1.0, 0.0) << 6010 << 20.0 << true << QPoint(6000, 0);
     QTest::newRow("no clamp to 49 while dragging")
         << kSpreadMap << QPointF(80.0, 0.0) << 6010 << 50.0 << true << QPoint(6000, 50);
 }
@@ -437,7 +418,6 @@ void TestEditorForm::pressAndDrag()
     const MapPoint point = m_editor->profile().map().point(4);
     QCOMPARE(QPoint(point.rpm, point.angle), result);
     QCOMPARE(m_editor->profile().isModified(), result != points[4]);
-    QCOMPARE(shownMap(), m_editor->profile().map());
     clickCell(7, 1);
     QCOMPARE(graph()->selectedIndex(), 7);
 }
@@ -447,29 +427,23 @@ void TestEditorForm::pressAndDrag()
 void TestEditorForm::sensorAdvanceMovesTheForbiddenRegion()
 {
     load(scooterTemplate());
-    const QColor forbidden(255, 210, 210);
-    const QPoint belowOldCeiling = graphPixel(500, 23);
-    QVERIFY(m_editor->grab().toImage().pixelColor(belowOldCeiling) != forbidden);
+    QVERIFY(m_editor->grab().toImage().pixelColor(graphPixel(500, 23)) != QColor(255, 210, 210));
     perform(QStringLiteral("type doubleSpinBoxHall 20"));
-    QCOMPARE(m_editor->grab().toImage().pixelColor(belowOldCeiling), forbidden);
+    QCOMPARE(m_editor->grab().toImage().pixelColor(graphPixel(500, 23)), QColor(255, 210, 210));
 }
 
 void TestEditorForm::reset_data()
 {
-    QTest::addColumn<bool>("withLibrary");
-    QTest::addColumn<int>("answer"); // -1: nothing is asked
-    QTest::newRow("Reset profile") << true << 0;
-    QTest::newRow("Cancel") << true << 1;
-    QTest::newRow("no library") << false << -1;
+    QTest::addColumn<int>("answer");
+    QTest::newRow("Reset profile") << 0;
+    QTest::newRow("Cancel") << 1;
 }
 
-// A reset is one step of its own, and undoing it brings the edits back as unsaved.
+// A reset asks first, naming the template; it is one step of its own, and undoing it brings the
+// edits back as unsaved.
 void TestEditorForm::reset()
 {
-    QFETCH(bool, withLibrary);
     QFETCH(int, answer);
-    if (!withLibrary)
-        buildEditor(nullptr);
     load(scooterTemplate());
     perform(QStringLiteral("rename Mine"));
     perform(QStringLiteral("cell 2 1:15"));
@@ -477,11 +451,7 @@ void TestEditorForm::reset()
 
     m_prompts.askAnswers = {answer};
     m_editor->resetProfile();
-    QCOMPARE(m_prompts.shown.size(), answer < 0 ? 0 : 1);
-    if (answer >= 0) {
-        QVERIFY(m_prompts.shown.first().text.contains(QStringLiteral("<b>%1</b>").arg(kTemplateName)));
-        QCOMPARE(m_prompts.shown.first().buttons, (QStringList {"Reset profile", "Cancel"}));
-    }
+    QVERIFY(m_prompts.shown.value(0).text.contains(QStringLiteral("<b>%1</b>").arg(kTemplateName)));
     QCOMPARE(contentOf(m_editor->profile()), contentOf(answer == 0 ? scooterTemplate() : edited));
     QCOMPARE(m_editor->profile().isModified(), answer != 0);
     QCOMPARE(child<QLineEdit>("lineEditName")->text(), m_editor->profile().name());
