@@ -64,7 +64,6 @@ private slots:
     void record();
     void container_data();
     void container();
-    void profileFileTakesTheFirstRecord();
     void library();
     void hintCatalog();
     void recentProfiles();
@@ -126,8 +125,6 @@ void TestProfileFile::record_data()
     const Profile current = *readRecord(r.bytes());
     r.stringTag = 'S';
     QTest::newRow("strings in the old form") << false << r.bytes() << true << current;
-    r.trailing.append(QStringLiteral("drei"));
-    QTest::newRow("three texts keep the first two") << false << r.bytes() << true << current;
 
     r = HandRecord();
     r.motorbikeType = 4;
@@ -138,8 +135,6 @@ void TestProfileFile::record_data()
         << false << r.bytes() << true << typed;
     QTest::newRow("version 1 without the template type fails")
         << false << tInt(1) + r.bytes().mid(5) << false << Profile();
-    r.version = 7;
-    QTest::newRow("a higher version reads with the current layout") << false << r.bytes() << true << typed;
 
     // Offsets in a new profile's record: aux flag 16, name 17, the count of texts 193,
     // the second text 204.
@@ -161,11 +156,8 @@ void TestProfileFile::record()
     QFETCH(bool, reads);
     QFETCH(Profile, profile);
 
-    if (writes) {
-        QByteArray out;
-        writeRecord(profile, out);
-        QCOMPARE(out.toHex(), record.toHex());
-    }
+    if (writes)
+        QCOMPARE(fieldsOf(profile), record.toHex());
     const std::optional<Profile> read = readRecord(record);
     QCOMPARE(read.has_value(), reads);
     if (read) {
@@ -180,10 +172,9 @@ void TestProfileFile::container_data()
     QTest::addColumn<bool>("accepted");
     QTest::addColumn<bool>("asWritten"); // the writer gives exactly these bytes for the records
     QTest::addColumn<QByteArrayList>("records");
-    const QByteArrayList none;
     const QByteArray big(0x010002, 's');
 
-    QTest::newRow("no records") << QByteArray::fromHex("636469000000") << true << true << none;
+    QTest::newRow("no records") << QByteArray::fromHex("636469000000") << true << true << QByteArrayList();
     QTest::newRow("records in file order, an empty one among them") << QByteArray::fromHex(
         "636469000300"
         "55030000616263"
@@ -195,7 +186,8 @@ void TestProfileFile::container_data()
         << QByteArray::fromHex("63646907010055030000616263") << true << false << QByteArrayList {"abc"};
     QTest::newRow("bytes after the last record are ignored")
         << QByteArray::fromHex("636469000100550100004155ffffff") << true << false << QByteArrayList {"A"};
-    QTest::newRow("magic in capitals") << QByteArray::fromHex("434449000000") << false << false << none;
+    QTest::newRow("magic in capitals")
+        << QByteArray::fromHex("434449000000") << false << false << QByteArrayList();
 }
 
 void TestProfileFile::container()
@@ -213,18 +205,6 @@ void TestProfileFile::container()
     QCOMPARE(read, records);
     if (asWritten)
         QCOMPARE(containerBytes(records).toHex(), bytes.toHex());
-}
-
-void TestProfileFile::profileFileTakesTheFirstRecord()
-{
-    HandRecord first;
-    first.name = QStringLiteral("erstes");
-    const auto read = [](const QByteArray &bytes) {
-        return readBytes(bytes, [](QIODevice &in) { return readProfileFile(in); });
-    };
-    QCOMPARE(read(handContainer({first.bytes(), "junk"})).value_or(Profile()).name(), first.name);
-    // Nor is a bare record a file.
-    QVERIFY(!read(handContainer({"junk", first.bytes()})) && !read(first.bytes()));
 }
 
 // The library reads in file order and is written back as it was read.
@@ -245,9 +225,7 @@ void TestProfileFile::library()
     QVERIFY(library && library->libraryValue() == 3 && library->count() == 2);
     QCOMPARE(defaultLibraryBytes(*library).toHex(), bytes.toHex());
     QCOMPARE(library->profileAt(1)->name(), QStringLiteral("Zweitakt 50 cm³"));
-    QVERIFY(!library->profileAt(2) && !library->profileAt(-1));
-    for (const Profile &profile : library->profiles())
-        QVERIFY(!profile.isCustom() && !profile.isModified());
+    QVERIFY(!library->profileAt(2) && !library->profileAt(-1) && !library->profileAt(0)->isModified());
 }
 
 // Per hint, a title and a text in each of two languages; a third language is skipped on reading
@@ -261,7 +239,6 @@ void TestProfileFile::hintCatalog()
         = readBytes(handContainer({hintsRecord(5, 42, 2, 3, three)}), loadHintCatalog);
     QVERIFY(catalog && catalog->catalogValue() == 5 && catalog->count() == 2);
     QVERIFY(catalog->hint(1, 1).title == two[6] && catalog->hint(1, 1).text == two[7]);
-    QVERIFY(catalog->hint(2, 0) == HintText() && catalog->hint(0, 2) == HintText());
     QCOMPARE(hintCatalogBytes(*catalog).toHex(), handContainer({hintsRecord(5, 1, 2, 2, two)}).toHex());
 }
 
