@@ -27,33 +27,34 @@ struct Keys
         if (!key.isEmpty())
             texts.insert(key, text);
         else if (needed && !text.isEmpty())
-            lacking.append(text);
+            lacking.append(QLatin1String("no key: ") + text);
     }
-    // "Alt+E: &Enabled | B&earbeiten" for every letter that answers more than one text.
-    QStringList clashes() const
+    // The texts without a key, and "Alt+E: &Enabled | B&earbeiten" for every letter that answers
+    // more than one text.
+    QStringList faults() const
     {
-        QStringList found;
-        for (const QString &key : texts.uniqueKeys()) {
+        QStringList found = lacking;
+        for (const QString &key : texts.uniqueKeys())
             if (texts.count(key) > 1)
                 found.append(key + QLatin1String(": ") + texts.values(key).join(QLatin1String(" | ")));
-        }
         return found;
     }
 };
 
 // What Alt+letter reaches below root while it is shown: buttons, labels with a buddy, tabs,
-// group boxes, which lead to their first input, and the menu bar's titles.
+// group boxes, which lead to their first input, and the menu bar's titles; within a menu, its entries.
 Keys shownKeys(const QWidget &root)
 {
     Keys keys;
+    for (const QAction *action : qobject_cast<const QMenu *>(&root) ? root.actions() : QList<QAction *>())
+        keys.add(action->text(), true);
     for (const QWidget *widget : root.findChildren<QWidget *>()) {
         if (!widget->isVisible() || !widget->isEnabled())
             continue;
         if (const auto *button = qobject_cast<const QAbstractButton *>(widget)) {
             keys.add(button->text(), true);
-        } else if (const auto *label = qobject_cast<const QLabel *>(widget)) {
-            if (label->buddy())
-                keys.add(label->text(), true);
+        } else if (const auto *label = qobject_cast<const QLabel *>(widget); label && label->buddy()) {
+            keys.add(label->text(), true);
         } else if (const auto *box = qobject_cast<const QGroupBox *>(widget)) {
             keys.add(box->title(), false);
         } else if (const auto *tabs = qobject_cast<const QTabBar *>(widget)) {
@@ -81,23 +82,23 @@ private slots:
 
 void TestKeyboard::everyShownChoiceHasItsOwnKey_data()
 {
-    QTest::addColumn<QString>("steps"); // see take() below
+    QTest::addColumn<QString>("steps"); // pages, dialogs, or buttons clicked
     QTest::addColumn<bool>("german");
     const QList<QPair<const char *, const char *>> shown {{"start page", "editor start"},
-        {"edit choices", "editor start editProfiles"},
-        {"programming choices", "editor start calibrationSelection"},
-        {"new profile from a template", "start editProfiles createFromTemplate"},
-        {"template to program", "start calibrationSelection calibrateDefault"},
-        {"template to compare", "start compare addDefault"}, {"comparison", "start compare addDefault next"},
-        {"comparison graph", "start compare addDefault next showGraph"},
-        {"editor, renaming", "editor rename"}, {"editor, writing notes", "editor notes"},
-        {"confirmation", "confirmation"}, {"port page", "ports"}, {"progress page", "progress"},
-        {"menus", "menus"}, {"about", "about"}, {"hint", "hint"}, {"write confirmation", "writeConfirmation"},
-        {"disclaimer", "disclaimer"}};
-    for (const auto &[name, steps] : shown) {
-        QTest::addRow("%s", name) << steps << false;
-        QTest::addRow("%s, German", name) << steps << true;
-    }
+        {"edit choices", "editor start editProfilesButton"},
+        {"programming choices", "editor start calibrationSelectionButton"},
+        {"new profile from a template", "start editProfilesButton createFromTemplateButton"},
+        {"template to program", "start calibrationSelectionButton calibrateDefaultButton"},
+        {"template to compare", "start compareButton addDefaultButton"},
+        {"comparison", "start compareButton addDefaultButton nextButton"},
+        {"comparison graph", "start compareButton addDefaultButton nextButton showGraphButton"},
+        {"editor, renaming", "editor pushButtonRename"},
+        {"editor, writing notes", "editor notes pushButtonEdit"}, {"confirmation", "confirmation"},
+        {"port page", "ports"}, {"progress page", "progress"}, {"menus", "menus"}, {"about", "about"},
+        {"hint", "hint"}, {"write confirmation", "writeConfirmation"}, {"disclaimer", "disclaimer"}};
+    for (const auto &[name, steps] : shown)
+        for (const bool german : {false, true})
+            QTest::addRow("%s%s", name, german ? ", German" : "") << steps << german;
 }
 
 void TestKeyboard::everyShownChoiceHasItsOwnKey()
@@ -106,9 +107,8 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
     QFETCH(bool, german);
     // A file opened lately brings the list of recent profiles onto the start page.
     const QTemporaryDir folder;
-    QFile recent(folder.filePath(QStringLiteral("recent.cdi")));
-    QVERIFY(recent.open(QIODevice::WriteOnly));
-    CRecentProfiles().add(recent.fileName(), QStringLiteral("Recent"));
+    QVERIFY(QFile(folder.filePath(QStringLiteral("recent.cdi"))).open(QIODevice::WriteOnly));
+    CRecentProfiles().add(folder.filePath(QStringLiteral("recent.cdi")), QStringLiteral("Recent"));
     Program program;
     QVERIFY(program.ready());
     program.switcher.addLanguage(CLanguageSwitcher::languageCode(CLanguageSwitcher::kGerman));
@@ -119,54 +119,37 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
     MainWindow &window = program.window();
     const CDisclaimerAcceptance acceptance(folder.path(), folder.path());
     DisclaimerDialog disclaimer(*program.menu, acceptance);
-    auto *confirmation = window.findChild<WriteConfirmationDialog *>();
-    confirmation->setProfile(program.firstTemplate());
+    window.findChild<WriteConfirmationDialog *>()->setProfile(program.firstTemplate());
+    const QHash<QString, std::function<void()>> pages {
+        {"editor", [&] { window.showEditor(program.firstTemplate()); }}, {"start", [&] { window.start(); }},
+        {"ports", [&] { window.showPortSelection(); }},
+        {"confirmation", [&] { window.showProgrammingConfirmation(program.firstTemplate()); }},
+        {"progress", [&] { window.showProgress(); }},
+        {"notes", [&] { program.child<QTabWidget>("tabWidget")->setCurrentIndex(1); }}};
+    // The dialogs and the menus each on their own: while one is open, only its keys count.
+    const QHash<QString, QWidget *> dialogs {{"about", &program.windows->aboutDialog()},
+        {"hint", &program.windows->hintDialog()},
+        {"writeConfirmation", window.findChild<WriteConfirmationDialog *>()}, {"disclaimer", &disclaimer}};
     QList<QWidget *> shown {&window};
     for (const QString &step : steps.split(QLatin1Char(' '))) {
-        if (step == QLatin1String("editor")) {
-            window.showEditor(program.firstTemplate());
-        } else if (step == QLatin1String("start")) {
-            window.start();
-        } else if (step == QLatin1String("confirmation")) {
-            window.showProgrammingConfirmation(program.firstTemplate());
-        } else if (step == QLatin1String("ports")) {
-            window.showPortSelection();
-        } else if (step == QLatin1String("progress")) {
-            window.showProgress();
-        } else if (step == QLatin1String("rename")) {
-            program.click("pushButtonRename");
-        } else if (step == QLatin1String("notes")) {
-            program.child<QTabWidget>("tabWidget")->setCurrentIndex(1);
-            program.click("pushButtonEdit");
+        if (QWidget *dialog = dialogs.value(step)) {
+            dialog->show();
+            shown = {dialog};
         } else if (step == QLatin1String("menus")) {
-            // Within a menu each entry answers its own letter.
-            shown = {};
-            for (const QMenu *menu : window.findChildren<QMenu *>()) {
-                Keys keys;
-                for (const QAction *action : menu->actions())
-                    keys.add(action->text(), true);
-                const QString where = menu->title() + QLatin1String(": ");
-                QVERIFY2(keys.clashes().isEmpty(), qPrintable(where + keys.clashes().join(", ")));
-                QVERIFY2(keys.lacking.isEmpty(), qPrintable(where + keys.lacking.join(", ")));
-            }
+            shown.clear();
+            for (QMenu *menu : window.findChildren<QMenu *>())
+                shown.append(menu);
+        } else if (pages.contains(step)) {
+            pages[step]();
         } else {
-            // The dialogs, each on its own: while one is open, only its keys count.
-            const QHash<QString, QWidget *> dialogs {{"about", &program.windows->aboutDialog()},
-                {"hint", &program.windows->hintDialog()}, {"writeConfirmation", confirmation},
-                {"disclaimer", &disclaimer}};
-            if (QWidget *dialog = dialogs.value(step)) {
-                dialog->show();
-                shown = {dialog};
-            } else {
-                program.click(qPrintable(step + QLatin1String("Button")));
-            }
+            program.click(qPrintable(step));
         }
     }
     for (const QWidget *root : qAsConst(shown)) {
         const Keys keys = shownKeys(*root);
-        QVERIFY2(!keys.texts.isEmpty(), "nothing with a key was found");
-        QVERIFY2(keys.clashes().isEmpty(), qPrintable(keys.clashes().join(QLatin1String(", "))));
-        QVERIFY2(keys.lacking.isEmpty(), qPrintable(QLatin1String("no key: ") + keys.lacking.join(", ")));
+        // The recent profiles' menu is filled only as it opens.
+        QVERIFY2(!keys.texts.isEmpty() || root->objectName() == QLatin1String("menuRecent"), "no keys found");
+        QVERIFY2(keys.faults().isEmpty(), qPrintable(keys.faults().join(QLatin1String(", "))));
     }
 }
 
@@ -182,12 +165,10 @@ void TestKeyboard::tabWalksTheEditorAsItReads()
         "spinBoxIgnitionVoltage", "hintButtonVoltage", "checkBoxSideStand", "radioButtonGroundEnables",
         "hintButtonSideStand", "doubleSpinBoxHall", "hintButtonSensorAdvance", "backButton", "nextButton",
         "lineEditName"};
-    QStringList walked;
-    for (int i = 0; i < expected.size(); ++i) {
+    for (const QString &name : expected) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        walked.append(QApplication::focusWidget()->objectName());
+        QCOMPARE(QApplication::focusWidget()->objectName(), name);
     }
-    QCOMPARE(walked, expected);
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestKeyboard)
