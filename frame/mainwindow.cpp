@@ -529,9 +529,12 @@ void MainWindow::onRecentMenu()
     m_ui->menuRecent->clear();
     const QList<RecentProfile> entries = CRecentProfiles().entries();
     for (const RecentProfile &entry : entries) {
-        const QString text = tr("%1 (%2, %3)")
-                                 .arg(entry.name, QFileInfo(entry.path).fileName(),
-                                     QLocale().toString(entry.when.date(), QLocale::ShortFormat));
+        // Numbered, so that each entry has its Alt key; a "&" in a name stays a "&".
+        const QString number = QStringLiteral("&%1 ").arg(m_ui->menuRecent->actions().size() + 1);
+        QString text = tr("%1 (%2, %3)")
+                           .arg(entry.name, QFileInfo(entry.path).fileName(),
+                               QLocale().toString(entry.when.date(), QLocale::ShortFormat));
+        text = number + text.replace(QLatin1Char('&'), QLatin1String("&&"));
         const QString path = entry.path;
         connect(m_ui->menuRecent->addAction(text), &QAction::triggered, this,
             [this, path] { openRecentProfile(path); });

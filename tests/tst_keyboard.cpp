@@ -137,8 +137,11 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
             shown = {dialog};
         } else if (step == QLatin1String("menus")) {
             shown.clear();
-            for (QMenu *menu : window.findChildren<QMenu *>())
+            // The recent profiles' menu is filled only as it opens.
+            for (QMenu *menu : window.findChildren<QMenu *>()) {
+                QMetaObject::invokeMethod(menu, "aboutToShow");
                 shown.append(menu);
+            }
         } else if (pages.contains(step)) {
             pages[step]();
         } else {
@@ -147,8 +150,7 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
     }
     for (const QWidget *root : qAsConst(shown)) {
         const Keys keys = shownKeys(*root);
-        // The recent profiles' menu is filled only as it opens.
-        QVERIFY2(!keys.texts.isEmpty() || root->objectName() == QLatin1String("menuRecent"), "no keys found");
+        QVERIFY2(!keys.texts.isEmpty(), "no keys found");
         QVERIFY2(keys.faults().isEmpty(), qPrintable(keys.faults().join(QLatin1String(", "))));
     }
 }
