@@ -33,6 +33,7 @@ public:
     void setProfileNotes(const QString &) override { }
     void onMapChanged(bool rescale) override { graph->setData(profile, graph->selectedIndex(), rescale); }
     void onPointSelected(int index, bool rescale) override { graph->setData(profile, index, rescale); }
+    void onEdited(Edit, int) override { }
 
     GraphForm *graph = nullptr;
     Profile *profile = nullptr;
