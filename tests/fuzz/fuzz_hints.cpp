@@ -4,15 +4,11 @@
 
 #include "profile/hintcatalog.h"
 
-#include <QBuffer>
-
 namespace {
 
-std::unique_ptr<HintCatalog> reload(QByteArray bytes)
+std::unique_ptr<HintCatalog> reload(const QByteArray &bytes)
 {
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    return loadHintCatalog(buffer);
+    return readBytes(bytes, [](QIODevice &device) { return loadHintCatalog(device); });
 }
 
 } // namespace
@@ -29,12 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             cut = cut || hasZeroCharacter({hint.title, hint.text});
         }
     }
-    const QByteArray saved = hintCatalogBytes(*catalog);
-    const std::unique_ptr<HintCatalog> again = reload(saved);
-    FUZZ_CHECK(again && again->count() == catalog->count());
-    const QByteArray resaved = hintCatalogBytes(*again);
-    FUZZ_CHECK(resaved == saved || cut);
-    const std::unique_ptr<HintCatalog> third = reload(resaved);
-    FUZZ_CHECK(third && hintCatalogBytes(*third) == resaved);
+    checkSavesBack(
+        *catalog, [](const HintCatalog &hints) { return hintCatalogBytes(hints); }, reload,
+        [](const HintCatalog &a, const HintCatalog &b) { return a.count() == b.count(); }, cut);
     return 0;
 }

@@ -5,15 +5,11 @@
 
 #include "profile/defaultlibrary.h"
 
-#include <QBuffer>
-
 namespace {
 
-std::unique_ptr<DefaultLibrary> reload(QByteArray bytes)
+std::unique_ptr<DefaultLibrary> reload(const QByteArray &bytes)
 {
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    return loadDefaultLibrary(buffer);
+    return readBytes(bytes, [](QIODevice &device) { return loadDefaultLibrary(device); });
 }
 
 } // namespace
@@ -30,19 +26,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             continue;
         if (library->count() > 0)
             FUZZ_CHECK(library->profileForType(library->profileAt(0)->motorbikeType()) != nullptr);
-        const QByteArray saved = defaultLibraryBytes(*library);
-        const std::unique_ptr<DefaultLibrary> again = reload(saved);
-        FUZZ_CHECK(
-            again && again->count() == library->count() && again->libraryValue() == library->libraryValue());
-        const QByteArray resaved = defaultLibraryBytes(*again);
         bool cut = false;
         for (const Profile &profile : library->profiles())
             cut = cut
                 || hasZeroCharacter(
                     {profile.name(), profile.notes(), profile.extraText(0), profile.extraText(1)});
-        FUZZ_CHECK(resaved == saved || cut);
-        const std::unique_ptr<DefaultLibrary> third = reload(resaved);
-        FUZZ_CHECK(third && defaultLibraryBytes(*third) == resaved);
+        checkSavesBack(
+            *library, [](const DefaultLibrary &saved) { return defaultLibraryBytes(saved); }, reload,
+            [](const DefaultLibrary &a, const DefaultLibrary &b) {
+                return a.count() == b.count() && a.libraryValue() == b.libraryValue();
+            },
+            cut);
     }
     return 0;
 }

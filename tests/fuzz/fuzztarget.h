@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBuffer>
 #include <QByteArray>
 #include <QString>
 
@@ -33,4 +34,26 @@ inline bool hasZeroCharacter(std::initializer_list<QString> texts)
         if (text.contains(QChar(0)))
             return true;
     return false;
+}
+
+// Reads from memory through a reader that takes a device.
+template<typename Read> auto readBytes(QByteArray bytes, Read read)
+{
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return read(buffer);
+}
+
+// What was read saves to bytes that read to the same thing (same() compares what matters) and
+// that save again unchanged, once a text with a zero character (cut) has been cut.
+template<typename T, typename Save, typename Read, typename Same>
+void checkSavesBack(const T &loaded, Save save, Read read, Same same, bool cut)
+{
+    const QByteArray saved = save(loaded);
+    const auto again = read(saved);
+    FUZZ_CHECK(again && same(*again, loaded));
+    const QByteArray resaved = save(*again);
+    FUZZ_CHECK(resaved == saved || cut);
+    const auto third = read(resaved);
+    FUZZ_CHECK(third && save(*third) == resaved);
 }
