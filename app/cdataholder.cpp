@@ -14,14 +14,16 @@ const DefaultLibrary *g_sharedLibrary = nullptr;
 
 } // namespace
 
-CDataHolder::CDataHolder() = default;
+CDataHolder::CDataHolder(const QString &programDirectory)
+    : m_programDirectory(programDirectory.isEmpty() ? executableDirectory() : programDirectory)
+{ }
+
 CDataHolder::~CDataHolder() = default;
 
-// Both files are looked for in the working directory first, then beside the executable and in
-// an installation's share folder; a failure names the bare file name either way.
+// A failure names the bare file name, as the user knows it.
 std::unique_ptr<CFileError> CDataHolder::loadLibrary(bool normalStart)
 {
-    QFile file {locateDataFile(QLatin1String(kLibraryFileName))};
+    QFile file {locateDataFile(QLatin1String(kLibraryFileName), m_programDirectory)};
     if (file.open(QIODevice::ReadOnly))
         m_library = loadDefaultLibrary(file, normalStart);
     if (m_library)
@@ -34,7 +36,7 @@ std::unique_ptr<CFileError> CDataHolder::loadLibrary(bool normalStart)
 
 std::unique_ptr<CFileError> CDataHolder::loadHints()
 {
-    QFile file {locateDataFile(QLatin1String(kHintsFileName))};
+    QFile file {locateDataFile(QLatin1String(kHintsFileName), m_programDirectory)};
     if (file.open(QIODevice::ReadOnly))
         m_hints = loadHintCatalog(file);
     if (m_hints)

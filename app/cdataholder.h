@@ -9,8 +9,8 @@
 
 class CFileError;
 
-// The two data files the whole program works from, loaded once at start-up from the working
-// directory and kept until the program ends. Pages get the part they need; the main window
+// The two data files the whole program works from, loaded once at start-up from the program's
+// own installation and kept until the program ends. Pages get the part they need; the main window
 // gets the holder, because the updater reports both versions.
 class CDataHolder
 {
@@ -20,7 +20,8 @@ public:
     static const char kLibraryFileName[];
     static const char kHintsFileName[];
 
-    CDataHolder();
+    // The data files are looked for beside the program in that folder (see locateDataFile()).
+    explicit CDataHolder(const QString &programDirectory = QString());
     ~CDataHolder();
 
     // Null on success. The flag is passed on to the library loader: true on a normal start,
@@ -33,6 +34,7 @@ public:
     const HintCatalog *hints() const { return m_hints.get(); }
 
 private:
+    const QString m_programDirectory;
     std::unique_ptr<DefaultLibrary> m_library;
     std::unique_ptr<HintCatalog> m_hints;
 };

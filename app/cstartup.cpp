@@ -24,8 +24,10 @@
 #include <QStandardPaths>
 #include <QTimer>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <memory>
 
@@ -88,12 +90,30 @@ protected:
     }
 };
 
-void printManifest(const CDataHolder &data)
+// Standard output that could not be written fails the query: nothing was answered.
+int printOut(const QByteArray &text)
 {
-    const QByteArray line = CFileManifest(data).text() + '\n';
-    std::fwrite(line.constData(), 1, size_t(line.size()), stdout);
-    std::fflush(stdout);
+    const bool written = std::fwrite(text.constData(), 1, size_t(text.size()), stdout) == size_t(text.size());
+    if (std::fflush(stdout) == 0 && written)
+        return CStartup::kExitNormal;
+    std::fprintf(stderr, "sparkwright: cannot write the output: %s\n", std::strerror(errno));
+    return CStartup::kExitFailed;
 }
+
+// Answered on the terminal, before anything else: no display and no data files are needed.
+const char kHelp[]
+    = "Usage: sparkwright [-v | --help | --version]\n"
+      "\n"
+      "Creates, edits, compares, prints and programs the ignition profiles of a programmable CDI.\n"
+      "Without options the program opens its window.\n"
+      "\n"
+      "  -v         print the program's and its data files' versions as one line and exit\n"
+      "  --help     show this text and exit\n"
+      "  --version  print the program's version and exit\n"
+      "\n"
+      "The factory library (default.cds), the hints (hints.cdh) and the German translation\n"
+      "(lang_de.qm) are read from the program's installation only: beside the program, or in\n"
+      "../share/sparkwright beside its folder. The command-line tool is sparkwright-cli.\n";
 
 } // namespace
 
@@ -122,23 +142,26 @@ CStartup::CStartup(IModalSteps &steps, Surroundings surroundings)
 
 int CStartup::run(int &argc, char **argv)
 {
+    if (argc == 2 && qstrcmp(argv[1], "--help") == 0)
+        return printOut(kHelp);
+    if (argc == 2 && qstrcmp(argv[1], "--version") == 0)
+        return printOut(QByteArray("sparkwright ") + kProgramVersionText + '\n');
+
     registerImages();
     const bool versionQuery = argc == 2 && qstrcmp(argv[1], kVersionQuery) == 0;
 
     // The data files come first, so that a broken installation is reported even when another
     // copy is running or the disclaimer was never accepted. The hints are only tried once the
     // library has loaded, so that a single message names the first broken file.
-    CDataHolder data;
+    CDataHolder data(m_surroundings.programDirectory);
     std::unique_ptr<CFileError> error = data.loadLibrary(!versionQuery);
     if (!error)
         error = data.loadHints();
     if (error)
         return reportFileError(argc, argv, *error);
 
-    if (versionQuery) {
-        printManifest(data);
-        return kExitNormal;
-    }
+    if (versionQuery)
+        return printOut(CFileManifest(data).text() + '\n');
     return runNormalStart(argc, argv, data);
 }
 
@@ -168,7 +191,7 @@ int CStartup::runNormalStart(int &argc, char **argv, CDataHolder &data)
 
     // The start language follows the system locale on every start; a switch made while the
     // program ran is not remembered.
-    auto switcher = std::make_unique<CLanguageSwitcher>();
+    auto switcher = std::make_unique<CLanguageSwitcher>(m_surroundings.programDirectory);
     switcher->addLanguage(CLanguageSwitcher::languageCode(CLanguageSwitcher::kGerman));
     const QString localeName
         = m_surroundings.localeName.isEmpty() ? QLocale::system().name() : m_surroundings.localeName;
@@ -176,11 +199,8 @@ int CStartup::runNormalStart(int &argc, char **argv, CDataHolder &data)
 
     auto languageMenu = std::make_unique<CLanguageMenu>(*switcher);
 
-    const QString programDirectory = m_surroundings.programDirectory.isEmpty()
-        ? QCoreApplication::applicationDirPath()
-        : m_surroundings.programDirectory;
     auto acceptance = std::make_unique<CDisclaimerAcceptance>(
-        programDirectory, QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     // The dialog is built only when it is to be shown: most starts find the disclaimer accepted.
     std::unique_ptr<DisclaimerDialog> disclaimer;
     bool accepted = acceptance->isAccepted();

@@ -17,18 +17,17 @@ QString executableDirectory()
     return self.exists() ? QFileInfo(self.canonicalFilePath()).absolutePath() : QString();
 }
 
-QString locateDataFile(const QString &fileName)
+QString locateDataFile(const QString &fileName, const QString &programDirectory)
 {
-    if (QFileInfo::exists(fileName))
-        return fileName;
-    const QString programDirectory = executableDirectory();
+    // Without a folder of its own the program has no data files at all; a relative name here
+    // would again mean the working directory.
     if (programDirectory.isEmpty())
-        return fileName;
-    const QDir beside(programDirectory);
-    for (const QString &candidate : {beside.filePath(fileName),
-             beside.filePath(QStringLiteral(SPARKWRIGHT_DATA_FROM_BIN "/") + fileName)}) {
-        if (QFileInfo::exists(candidate))
-            return QDir::cleanPath(candidate);
-    }
-    return fileName;
+        return QString();
+    const QDir beside(QFileInfo(programDirectory).absoluteFilePath());
+    const QString besideProgram = QDir::cleanPath(beside.filePath(fileName));
+    const QString installed
+        = QDir::cleanPath(beside.filePath(QStringLiteral(SPARKWRIGHT_DATA_FROM_BIN "/") + fileName));
+    if (!QFileInfo::exists(besideProgram) && QFileInfo::exists(installed))
+        return installed;
+    return besideProgram;
 }

@@ -48,36 +48,21 @@ bool holdsAcceptance(const QString &path)
     return reader.readInt(value) && value > 0;
 }
 
-bool writeInto(const QString &directory, const QByteArray &bytes)
-{
-    if (directory.isEmpty())
-        return false;
-    return writeFileSafely(QDir(directory).filePath(QLatin1String(CDisclaimerAcceptance::kFileName)), bytes)
-        == FileWriteError::None;
-}
-
 } // namespace
 
-CDisclaimerAcceptance::CDisclaimerAcceptance(const QString &programDirectory, const QString &userDirectory)
-    : m_programDirectory(programDirectory)
-    , m_userDirectory(userDirectory)
+CDisclaimerAcceptance::CDisclaimerAcceptance(const QString &userDirectory)
+    : m_userDirectory(userDirectory)
 { }
 
 bool CDisclaimerAcceptance::isAccepted() const
 {
-    for (const QString &directory : {m_programDirectory, m_userDirectory}) {
-        if (!directory.isEmpty() && holdsAcceptance(QDir(directory).filePath(QLatin1String(kFileName))))
-            return true;
-    }
-    return false;
+    return !m_userDirectory.isEmpty()
+        && holdsAcceptance(QDir(m_userDirectory).filePath(QLatin1String(kFileName)));
 }
 
 void CDisclaimerAcceptance::writeAccepted() const
 {
-    const QByteArray bytes = acceptedBytes();
-    if (writeInto(m_programDirectory, bytes))
-        return;
-    // The program's own directory is never created; the user's folder may not exist yet.
+    // The folder may not exist yet on a first start.
     if (!m_userDirectory.isEmpty() && QDir().mkpath(m_userDirectory))
-        writeInto(m_userDirectory, bytes);
+        (void)writeFileSafely(QDir(m_userDirectory).filePath(QLatin1String(kFileName)), acceptedBytes());
 }

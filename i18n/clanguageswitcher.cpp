@@ -2,10 +2,14 @@
 
 #include "app/datafilelocation.h"
 
-#include <QDebug>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QLoggingCategory>
 #include <QTranslator>
+
+// Which translation was loaded from where; silent unless asked for with
+// QT_LOGGING_RULES="sparkwright.language.debug=true".
+Q_LOGGING_CATEGORY(lcLanguage, "sparkwright.language", QtWarningMsg)
 
 namespace {
 
@@ -37,7 +41,9 @@ int CLanguageSwitcher::languageForLocale(const QString &localeName)
     return localeName.left(2).toLower() == QLatin1String(kCodes[kGerman]) ? kGerman : kEnglish;
 }
 
-CLanguageSwitcher::CLanguageSwitcher() = default;
+CLanguageSwitcher::CLanguageSwitcher(const QString &programDirectory)
+    : m_programDirectory(programDirectory.isEmpty() ? executableDirectory() : programDirectory)
+{ }
 
 CLanguageSwitcher::~CLanguageSwitcher()
 {
@@ -50,9 +56,9 @@ void CLanguageSwitcher::addLanguage(const QString &code)
     const QString baseName = QLatin1String("lang_") + code;
     const QString fileName = baseName + QLatin1String(".qm");
     Translation translation {std::make_unique<QTranslator>(), std::make_unique<QTranslator>()};
-    const bool loaded = translation.program->load(locateDataFile(fileName));
-    qInfo().noquote() << QLatin1String("loading ") + fileName + QLatin1String(" .. ")
-            + QLatin1String(loaded ? "true" : "false");
+    const QString path = locateDataFile(fileName, m_programDirectory);
+    const bool loaded = translation.program->load(path);
+    qCDebug(lcLanguage).noquote() << (loaded ? "loaded" : "could not load") << path;
     // Without the program's own translation the whole program stays English, Qt's dialogs too.
     if (loaded)
         translation.qt->load(

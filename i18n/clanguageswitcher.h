@@ -30,10 +30,11 @@ public:
     // German for a locale name such as "de_AT", English for everything else.
     static int languageForLocale(const QString &localeName);
 
-    CLanguageSwitcher();
+    // The translations are looked for beside the program in that folder (see locateDataFile()).
+    explicit CLanguageSwitcher(const QString &programDirectory = QString());
     ~CLanguageSwitcher() override;
 
-    // Loads "lang_<code>.qm" from the working directory, and Qt's own translation of its dialogs
+    // Loads "lang_<code>.qm" from the program's installation, and Qt's own translation of its dialogs
     // and key names ("qtbase_<code>.qm") from Qt's translation folder. The language is added even
     // when its file is missing: choosing it then simply leaves the texts in English.
     void addLanguage(const QString &code);
@@ -53,6 +54,7 @@ private:
         std::unique_ptr<QTranslator> qt;
     };
     // Language n uses translation n - 1; English needs none.
+    const QString m_programDirectory;
     std::vector<Translation> m_translations;
     QVector<ITranslatable *> m_listeners;
     int m_installed = -1;

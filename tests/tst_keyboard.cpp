@@ -117,7 +117,7 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
     // The forms that follow the language by its change event have their texts once it is handled.
     QCoreApplication::processEvents();
     MainWindow &window = program.window();
-    const CDisclaimerAcceptance acceptance(folder.path(), folder.path());
+    const CDisclaimerAcceptance acceptance(folder.path());
     DisclaimerDialog disclaimer(*program.menu, acceptance);
     window.findChild<WriteConfirmationDialog *>()->setProfile(program.firstTemplate());
     const QHash<QString, std::function<void()>> pages {

@@ -22,8 +22,11 @@ const QByteArray kLibrary = handContainer({libraryHeader(QStringLiteral("def"), 
 const QByteArray kHints = handContainer(
     {hintsRecord(3, 1, 1, 2, {"Voltage", "The charging voltage.", "Spannung", "Die Ladespannung."})});
 const QByteArray kAccepted = framed(tInt(1));
+// The built program's own answer: its library and hints (data/*.json) are number 1.
 const QByteArray kManifest
-    = "Sparkwright.exe;9501#default.cds;12#lang_de.qm;9501#Qt5PrintSupport.dll;1#hints.cdh;3\n";
+    = "Sparkwright.exe;9501#default.cds;1#lang_de.qm;9501#Qt5PrintSupport.dll;1#hints.cdh;1\n";
+// What another user could leave in a folder the program is started from.
+const QByteArray kPlanted = handContainer({libraryHeader(QStringLiteral("planted"), 1, 66)});
 
 using namespace WidgetTest;
 
@@ -81,10 +84,10 @@ struct ProgramCopy
     // and says so, or has ended. The limit only ends a test whose program hangs.
     bool runs()
     {
-        while (!errors.contains("loading lang_de.qm")
-            && (process.bytesAvailable() || process.waitForReadyRead(120000)))
+        while (
+            !errors.contains("lang_de.qm") && (process.bytesAvailable() || process.waitForReadyRead(120000)))
             errors += process.readAllStandardError();
-        return errors.contains("loading lang_de.qm") && process.state() == QProcess::Running;
+        return errors.contains("lang_de.qm") && process.state() == QProcess::Running;
     }
     bool endedWell()
     {
@@ -111,6 +114,8 @@ private slots:
     void disclaimerAnswers_data();
     void disclaimerAnswers();
     void oneCopyAtATime();
+    void terminalAnswers_data();
+    void terminalAnswers();
 
 private:
     int runStartup(ScriptedSteps &steps, QByteArrayList arguments = {}, const QString &locale = "en_US");
@@ -122,8 +127,9 @@ private:
     QString m_programFolder;
 };
 
-// Every case starts with a good installation: both data files and the translation in the
-// working directory ("work"), nothing accepted yet beside the program ("program").
+// Every case starts with a good installation: both data files and the translation beside the
+// program ("program"), nothing accepted yet, and planted files of the same names in the working
+// directory ("work"), which must never be read.
 void TestStartup::init()
 {
     m_originalDirectory = QDir::currentPath();
@@ -136,9 +142,12 @@ void TestStartup::init()
         path(QStringLiteral("lock")), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     qputenv("XDG_DATA_HOME", QFile::encodeName(path(QStringLiteral("data"))));
     m_programFolder = path(QStringLiteral("program"));
-    QVERIFY(writeFile(path(QStringLiteral("work/default.cds")), kLibrary));
-    QVERIFY(writeFile(path(QStringLiteral("work/hints.cdh")), kHints));
-    QVERIFY(QFile::copy(kBuildDir + QLatin1String("/lang_de.qm"), path(QStringLiteral("work/lang_de.qm"))));
+    QVERIFY(writeFile(path(QStringLiteral("program/default.cds")), kLibrary));
+    QVERIFY(writeFile(path(QStringLiteral("program/hints.cdh")), kHints));
+    QVERIFY(
+        QFile::copy(kBuildDir + QLatin1String("/lang_de.qm"), path(QStringLiteral("program/lang_de.qm"))));
+    for (const char *planted : {"work/default.cds", "work/hints.cdh", "work/lang_de.qm"})
+        QVERIFY(writeFile(path(QLatin1String(planted)), kPlanted));
     QVERIFY(QDir::setCurrent(path(QStringLiteral("work"))));
 }
 
@@ -160,12 +169,12 @@ int TestStartup::runStartup(ScriptedSteps &steps, QByteArrayList arguments, cons
 }
 
 // What the user meets first: a data file's error, then the disclaimer (in the start language)
-// unless its acceptance is found, beside the program or in the user's folder, then the main
-// window; nothing for the version query, which is the exact "-v" alone. German surroundings start
-// in German, all others in English.
+// unless its acceptance is found in the user's folder (one beside the program never counts: it
+// would answer for every user), then the main window; nothing for the version query, which is the exact "-v"
+// alone. German surroundings start in German, all others in English.
 void TestStartup::firstWindow_data()
 {
-    QTest::addColumn<QByteArray>("besideProgram"); // a null array: no file
+    QTest::addColumn<QByteArray>("besideProgram"); // a null array: no file; it never counts
     QTest::addColumn<QByteArray>("inUserFolder");
     QTest::addColumn<QByteArrayList>("arguments");
     QTest::addColumn<QString>("locale");
@@ -179,7 +188,7 @@ void TestStartup::firstWindow_data()
         QTest::newRow(name) << besideProgram << inUserFolder << arguments << QString::fromLatin1(locale)
                             << dataFiles << shown;
     };
-    // The data files in the working directory are reported even when the disclaimer was accepted
+    // The data files beside the program are reported even when the disclaimer was accepted
     // long ago, and in German surroundings in English: no translation is loaded yet. Which part of
     // a file its loader refuses shows in tst_profilefile.
     const QString error
@@ -188,18 +197,17 @@ void TestStartup::firstWindow_data()
                          "Sparkwright.\n\nSource file: %2");
     const QString hints = error.arg("Hints", "hints.cdh");
     const QString library = error.arg("The default CDI profiles", "default.cds");
-    row("hints refused", kAccepted, none, hints, {}, "de_DE", {kLibrary, "garbage"});
-    row("both missing, only the library named", kAccepted, none, library, {}, "de_DE", {none, none});
+    row("hints refused", none, kAccepted, hints, {}, "de_DE", {kLibrary, "garbage"});
+    row("both missing, only the library named", none, kAccepted, library, {}, "de_DE", {none, none});
     row("version query, hints missing", none, none, hints, {"-v"}, "en_US", {kLibrary, none});
 
     row("no acceptance file", none, none, "Disclaimer");
-    row("foreign file", QByteArray("cdi\0\0\0", 6), none, "Disclaimer");
-    row("integer 0", framed(tInt(0)), none, "Disclaimer");
-    row("negative integer", framed(tInt(-1)), none, "Disclaimer");
-    row("frame longer than the file", QByteArray::fromHex("550900006901000000"), none, "Disclaimer");
-    row("accepted, more bytes after the frame", kAccepted + QByteArray(100, 'x'), none, "Sparkwright");
-    row("foreign beside the program, accepted in the user's folder", framed(tInt(0)), kAccepted,
-        "Sparkwright");
+    row("foreign file", none, QByteArray("cdi\0\0\0", 6), "Disclaimer");
+    row("integer 0", none, framed(tInt(0)), "Disclaimer");
+    row("negative integer", none, framed(tInt(-1)), "Disclaimer");
+    row("frame longer than the file", none, QByteArray::fromHex("550900006901000000"), "Disclaimer");
+    row("accepted, more bytes after the frame", none, kAccepted + QByteArray(100, 'x'), "Sparkwright");
+    row("accepted beside the program only", kAccepted, none, "Disclaimer");
     row("version query", none, none, "", {"-v"});
     row("-v twice", none, none, "Disclaimer", {"-v", "-v"});
     row("-vx", none, none, "Disclaimer", {"-vx"});
@@ -216,7 +224,8 @@ void TestStartup::firstWindow()
     QFETCH(QString, locale);
     QFETCH(QByteArrayList, dataFiles);
     QFETCH(QString, shown);
-    QVERIFY(writeFile("default.cds", dataFiles[0]) && writeFile("hints.cdh", dataFiles[1]));
+    QVERIFY(writeFile(path(QStringLiteral("program/default.cds")), dataFiles[0])
+        && writeFile(path(QStringLiteral("program/hints.cdh")), dataFiles[1]));
     QVERIFY(writeFile(path(QStringLiteral("program/disclaimer.a")), besideProgram)
         && QDir().mkpath(userFolder()));
     QVERIFY(writeFile(userFolder() + QLatin1String("/disclaimer.a"), inUserFolder));
@@ -240,14 +249,12 @@ void TestStartup::disclaimerAnswers_data()
         QTest::newRow(name) << answer << places << writtenTo;
     };
     row("accepted this once", "once", "free", "nowhere");
-    row("accepted for good", "for good", "free", "program");
-    row("for good, over a read-only foreign file", "for good", "read-only foreign file", "user");
-    row("for good, the program's folder cannot be written", "for good", "no folder", "user");
-    row("for good, neither place can be written", "for good", "neither", "nowhere");
+    row("accepted for good", "for good", "free", "user");
+    row("for good, the user's folder cannot be made", "for good", "blocked", "nowhere");
 }
 
-// Accepted for good, the acceptance is written beside the program, else into the user's own
-// folder, else nowhere: then the disclaimer is simply shown again at the next start. Where a
+// Accepted for good, the acceptance is written into the user's own folder, never beside the
+// program, else nowhere: then the disclaimer is simply shown again at the next start. Where a
 // start finds it shows in firstWindow().
 void TestStartup::disclaimerAnswers()
 {
@@ -255,26 +262,14 @@ void TestStartup::disclaimerAnswers()
     QFETCH(QString, places);
     QFETCH(QString, writtenTo);
 
-    const QByteArray foreign = framed(tInt(0));
-    // A folder that does not exist cannot be written into, not even by a superuser, and the
-    // program never creates its own folder.
-    if (places == QLatin1String("no folder") || places == QLatin1String("neither"))
-        m_programFolder = path(QStringLiteral("not-installed"));
-    if (places == QLatin1String("neither")) // a file where the user folder's parent should be
+    if (places == QLatin1String("blocked")) // a file where the user folder's parent should be
         QVERIFY(writeFile(path(QStringLiteral("data/sparkwright.example")), "in the way"));
-    if (places.startsWith('r')) {
-        QVERIFY(writeFile(m_programFolder + QLatin1String("/disclaimer.a"), foreign));
-        QVERIFY(QFile::setPermissions(m_programFolder + QLatin1String("/disclaimer.a"), QFile::ReadOwner));
-    }
 
     ScriptedSteps steps;
     steps.answer = answer;
     QCOMPARE(runStartup(steps), 7);
     QCOMPARE(steps.seen, (QStringList {"Disclaimer", "Sparkwright"}));
-    QCOMPARE(readFile(m_programFolder + QLatin1String("/disclaimer.a")),
-        writtenTo == QLatin1String("program") ? kAccepted
-            : places.startsWith('r')          ? foreign
-                                              : QByteArray());
+    QVERIFY(!QFile::exists(m_programFolder + QLatin1String("/disclaimer.a")));
     QCOMPARE(readFile(userFolder() + QLatin1String("/disclaimer.a")),
         writtenTo == QLatin1String("user") ? kAccepted : QByteArray());
 }
@@ -287,12 +282,15 @@ void TestStartup::oneCopyAtATime()
     // The offscreen platform and the data folder come from this process.
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), path(QStringLiteral("lock")));
-    environment.remove(QStringLiteral("QT_LOGGING_RULES"));
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("sparkwright.language.debug=true"));
     ProgramCopy copies[2] {ProgramCopy(environment), ProgramCopy(environment)};
     ProgramCopy query(environment, {QStringLiteral("-v")});
     ProgramCopy &running = copies[0].runs() ? copies[0] : copies[1];
     ProgramCopy &other = &running == &copies[0] ? copies[1] : copies[0];
     QVERIFY2(running.runs(), running.errors.constData());
+    // Started from a folder with planted data files, it reads its own.
+    QVERIFY2(running.errors.contains("loaded " + QFile::encodeName(kBuildDir) + "/lang_de.qm"),
+        running.errors.constData());
     QVERIFY2(other.endedWell() && other.process.readAllStandardOutput().isEmpty(), other.errors.constData());
     QVERIFY(query.endedWell());
     QCOMPARE(query.process.readAllStandardOutput(), kManifest);
@@ -302,6 +300,43 @@ void TestStartup::oneCopyAtATime()
     ProgramCopy next(environment);
     QVERIFY2(next.runs(), next.errors.constData());
     QVERIFY(ProgramCopy(environment).endedWell());
+}
+
+// Answered on the terminal without a display, started from the folder with the planted files;
+// an answer that cannot be written is a failure.
+void TestStartup::terminalAnswers_data()
+{
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<bool>("toFullDisk");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("output"); // the start of it
+    QTest::newRow("help") << "--help" << false << 0
+                          << QByteArray("Usage: sparkwright [-v | --help | --version]\n");
+    QTest::newRow("version") << "--version" << false << 0 << QByteArray("sparkwright 0.95.1\n");
+    QTest::newRow("manifest") << "-v" << false << 0 << kManifest;
+    QTest::newRow("help into a full disk") << "--help" << true << 1 << QByteArray();
+    QTest::newRow("manifest into a full disk") << "-v" << true << 1 << QByteArray();
+}
+
+void TestStartup::terminalAnswers()
+{
+    QFETCH(QString, argument);
+    QFETCH(bool, toFullDisk);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, output);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *display : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        environment.remove(QLatin1String(display));
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    if (toFullDisk)
+        process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(kBuildDir + QLatin1String("/sparkwright"), {argument});
+    QVERIFY(process.waitForFinished(60000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), exitCode);
+    QVERIFY(process.readAllStandardOutput().startsWith(output));
+    QCOMPARE(process.readAllStandardError().contains("No space left on device"), toFullDisk);
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestStartup)
