@@ -12,6 +12,7 @@
 
 #include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 CDeviceFlow::CDeviceFlow(const DefaultLibrary *library, const IPortLister &ports, WaitForm &wait,
@@ -102,7 +103,8 @@ void CDeviceFlow::startOn(const QString &portName)
     m_imported.reset();
     m_programming.reset();
     std::unique_ptr<CCommunicator> transaction = m_pending();
-    const CBridgeComm::Start start = m_bridge.runTransaction(std::move(transaction), portName, m_wait, m_pacing);
+    const CBridgeComm::Start start
+        = m_bridge.runTransaction(std::move(transaction), portName, m_wait, m_pacing);
     switch (start.refusal) {
     case CBridgeComm::Refusal::None:
         m_pending = nullptr;
@@ -164,12 +166,18 @@ void CDeviceFlow::handOverImport()
 }
 
 // A copy of what went into the CDI, so that it can be had back even when the CDI will not give
-// it. Failing to keep it does not spoil the programming that succeeded.
+// it. Every programming keeps its own copy, also two in the same second under the same name.
+// Failing to keep it does not spoil the programming that succeeded.
 void CDeviceFlow::keepProgrammedCopy()
 {
     if (m_programmedFolder.isEmpty() || !QDir().mkpath(m_programmedFolder))
         return;
+    const QDir folder(m_programmedFolder);
     const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH-mm-ss"));
-    const QString name = suggestedFileName(m_programming->name(), QStringLiteral("profile"));
-    saveProfileFile(*m_programming, QDir(m_programmedFolder).filePath(stamp + QLatin1Char(' ') + name + QStringLiteral(".cdi")));
+    const QString base
+        = stamp + QLatin1Char(' ') + suggestedFileName(m_programming->name(), QStringLiteral("profile"));
+    QString path = folder.filePath(base + QStringLiteral(".cdi"));
+    for (int copy = 2; QFileInfo::exists(path); ++copy)
+        path = folder.filePath(QStringLiteral("%1 (%2).cdi").arg(base).arg(copy));
+    (void)saveProfileFile(*m_programming, path);
 }

@@ -28,7 +28,7 @@ std::optional<Profile> readProfileFile(const QString &path)
     return readProfileFile(file);
 }
 
-FileWriteError saveProfileFile(const Profile &profile, const QString &path)
+tl::expected<void, FileError> saveProfileFile(const Profile &profile, const QString &path)
 {
     return writeFileSafely(path, profileFileBytes(profile));
 }

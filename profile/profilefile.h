@@ -17,4 +17,4 @@ QByteArray profileFileBytes(const Profile &profile);
 std::optional<Profile> readProfileFile(QIODevice &in);
 std::optional<Profile> readProfileFile(const QString &path);
 
-FileWriteError saveProfileFile(const Profile &profile, const QString &path);
+tl::expected<void, FileError> saveProfileFile(const Profile &profile, const QString &path);

@@ -1,16 +1,13 @@
 #pragma once
 
+#include "profile/fileerror.h"
+
 #include <QByteArray>
 #include <QString>
 
-// Why a file could not be written; the main window turns these into its messages.
-enum class FileWriteError {
-    None,
-    CannotOverwrite, // the file exists and may not be replaced
-    CannotWrite, // the file could not be created or written
-    MissingAfterWrite, // the file was written but is not there afterwards
-};
+#include <tl/expected.hpp>
 
-// Writes through a temporary file that replaces the target only when it is complete, so that
-// a failed save never destroys the file that was there before.
-FileWriteError writeFileSafely(const QString &path, const QByteArray &bytes);
+// Writes through a temporary file beside the target that replaces it only once every byte is
+// known to be on the disk, so that a failed write (a full disk, a cut-off quota) never costs the
+// file that was there before.
+tl::expected<void, FileError> writeFileSafely(const QString &path, const QByteArray &bytes);

@@ -10,6 +10,7 @@ target_sources(sparkwright-core PRIVATE
     ${CMAKE_CURRENT_LIST_DIR}/defaultlibrary.cpp
     ${CMAKE_CURRENT_LIST_DIR}/hintcatalog.cpp
     ${CMAKE_CURRENT_LIST_DIR}/profilejson.cpp
+    ${CMAKE_CURRENT_LIST_DIR}/fileerror.cpp
     ${CMAKE_CURRENT_LIST_DIR}/safefilewriter.cpp
     ${CMAKE_CURRENT_LIST_DIR}/recentprofiles.cpp
 )

@@ -72,10 +72,11 @@ private slots:
     void drawing();
 
 private:
-    // Runs the tool in the build folder, beside the data files and translations, or in the
-    // case folder, which has none of them. File names are taken in the case folder.
-    int run(
-        QStringList arguments, bool inBuildDir = true, QByteArray *out = nullptr, QByteArray *err = nullptr);
+    // Runs the tool from the build folder, beside the data files and translations, or a bare
+    // copy with none of them, always in the case folder, which holds planted data files that are
+    // never to be read. File names are taken in the case folder. Before the arguments,
+    // "limit=N" lets no file grow past N bytes and ">full" sends the output to a full disk.
+    int run(QStringList arguments, bool bare = false, QByteArray *out = nullptr, QByteArray *err = nullptr);
     QString write(const QString &name, const QByteArray &bytes);
     QString path(const QString &name) const { return m_dir.filePath(name); }
 
@@ -99,6 +100,8 @@ void TestCli::initTestCase()
     QVERIFY(QFile::copy(m_cli, m_bareCli));
     write(QStringLiteral("road.cdi"), handContainer({sampleRecord().bytes()}));
     write(QStringLiteral("old.pdf"), "the sheet printed last week");
+    for (const char *planted : {"default.cds", "hints.cdh", "lang_de.qm"})
+        write(QLatin1String(planted), "planted by someone else");
     QJsonObject json = sampleJson();
     write(QStringLiteral("road.json"), QJsonDocument(json).toJson());
     QJsonArray map = json.value("map").toArray();
@@ -107,20 +110,36 @@ void TestCli::initTestCase()
     write(QStringLiteral("point.json"), QJsonDocument(json).toJson());
 }
 
-int TestCli::run(QStringList arguments, bool inBuildDir, QByteArray *out, QByteArray *err)
+int TestCli::run(QStringList arguments, bool bare, QByteArray *out, QByteArray *err)
 {
+    QProcess process;
+    QStringList limit; // the shell's arguments that set it
+    if (arguments.first().startsWith(QLatin1String("limit="))) {
+        // Every write past the limit fails with "File too large", as on a full disk.
+        limit = QStringList {QStringLiteral("-c"),
+            QStringLiteral("trap '' XFSZ; exec prlimit --fsize=%1 -- \"$@\"")
+                .arg(arguments.takeFirst().mid(6)),
+            QStringLiteral("sh")};
+    }
+    if (arguments.first() == QLatin1String(">full")) {
+        arguments.removeFirst();
+        process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    }
     for (QString &argument : arguments)
         if (argument.contains(QLatin1Char('.')) && !argument.startsWith(QLatin1Char('-')))
             argument = path(argument);
-    QProcess process;
-    process.setWorkingDirectory(inBuildDir ? m_buildDir : m_dir.path());
+    process.setWorkingDirectory(m_dir.path());
     // A runtime folder of its own keeps Qt's note about a missing one off the error stream.
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeDir.path());
     // A German system: what the tool writes must not take its number format from there.
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
     process.setProcessEnvironment(environment);
-    process.start(inBuildDir ? m_cli : m_bareCli, arguments);
+    const QString tool = bare ? m_bareCli : m_cli;
+    if (limit.isEmpty())
+        process.start(tool, arguments);
+    else
+        process.start(QStringLiteral("sh"), limit + QStringList {tool} + arguments);
     if (!process.waitForFinished(60000))
         return -1;
     if (out)
@@ -143,29 +162,41 @@ QString TestCli::write(const QString &name, const QByteArray &bytes)
 void TestCli::exitCodes_data()
 {
     QTest::addColumn<QString>("arguments");
-    QTest::addColumn<bool>("inBuildDir");
+    QTest::addColumn<bool>("bare");
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<QString>("message"); // on the output for 0, else the one line of the errors
 
-    QTest::newRow("help") << "--help" << true << 0 << "build-hints";
+    QTest::newRow("help") << "--help" << false << 0 << "build-hints";
+    QTest::newRow("version") << "--version" << false << 0 << "sparkwright-cli 0.95.1\n";
     QTest::newRow("unknown language")
-        << "graph road.cdi g.png --language fr" << true << 2 << "unknown language 'fr'";
+        << "graph road.cdi g.png --language fr" << false << 2 << "unknown language 'fr'";
     QTest::newRow("no library for the sheet's header, the old sheet kept")
-        << "print road.cdi old.pdf" << false << 1 << "default.cds";
-    QTest::newRow("missing profile") << "graph missing.cdi g.png" << true << 1 << "missing.cdi: cannot open";
+        << "print road.cdi old.pdf" << true << 1 << "default.cds";
+    QTest::newRow("missing profile") << "graph missing.cdi g.png" << false << 1 << "missing.cdi: cannot open";
     QTest::newRow("target folder missing")
-        << "pack road.json no/such/x.cdi" << true << 1 << "could not write to file";
-    QTest::newRow("text in a map point") << "pack point.json x.cdi" << true << 1 << "map[3][1]";
+        << "pack road.json no/such/x.cdi" << false << 1 << "x.cdi: the file may not be written there";
+    QTest::newRow("text in a map point") << "pack point.json x.cdi" << false << 1 << "map[3][1]";
+    // Qt keeps small writes in a buffer until the file is committed: the smallest output counts.
+    QTest::newRow("disk full while packing, the old file kept")
+        << "limit=20 pack road.json old.pdf" << false << 1
+        << "File too large. A file that was there before is unchanged.";
+    // In German, from the translation beside the tool, not the planted one.
+    QTest::newRow("disk full while printing, the old sheet kept")
+        << "limit=2000 print road.cdi old.pdf --language de" << false << 1
+        << "old.pdf: die Datei konnte nicht geschrieben werden";
+    QTest::newRow("dump to a full disk")
+        << ">full dump road.cdi" << false << 1 << "cannot write the output: No space left on device";
+    QTest::newRow("help to a full disk") << ">full --help" << false << 1 << "No space left on device";
 }
 
 void TestCli::exitCodes()
 {
     QFETCH(QString, arguments);
-    QFETCH(bool, inBuildDir);
+    QFETCH(bool, bare);
     QFETCH(int, exitCode);
     QFETCH(QString, message);
     QByteArray out, err;
-    QCOMPARE(run(arguments.split(QLatin1Char(' ')), inBuildDir, &out, &err), exitCode);
+    QCOMPARE(run(arguments.split(QLatin1Char(' ')), bare, &out, &err), exitCode);
     const QString shown = QString::fromUtf8(exitCode == 0 ? out : err);
     QVERIFY2(shown.contains(message), qPrintable(shown));
     QVERIFY(exitCode == 0 || (out.isEmpty() && err.count('\n') == 1));
@@ -180,7 +211,7 @@ void TestCli::packAndDumpFollowTheLayout()
     QCOMPARE(run({"pack", "road.json", "built.cdi"}), 0);
     QCOMPARE(readAll(path("built.cdi")).toHex(), readAll(path("road.cdi")).toHex());
     QByteArray dumped;
-    QCOMPARE(run({"dump", "road.cdi"}, true, &dumped), 0);
+    QCOMPARE(run({"dump", "road.cdi"}, false, &dumped), 0);
     QCOMPARE(QJsonDocument::fromJson(dumped).object(), sampleJson());
 }
 

@@ -41,7 +41,7 @@ void TestDeviceCli::initTestCase()
     Profile profile;
     profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
         {10, 11, 12, 13, 60, 15, 16, 17, 18, 19}));
-    QCOMPARE(int(saveProfileFile(profile, path(QStringLiteral("bad.cdi")))), int(FileWriteError::None));
+    QVERIFY(saveProfileFile(profile, path(QStringLiteral("bad.cdi"))));
 }
 
 int TestDeviceCli::run(const QStringList &arguments, QString *out, QString *err)

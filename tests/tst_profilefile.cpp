@@ -7,8 +7,13 @@
 #include "profile/recentprofiles.h"
 #include "tests/layoutencoder.h"
 
+#include "profile/safefilewriter.h"
+
 #include <QBuffer>
 #include <QtTest>
+
+#include <csignal>
+#include <sys/resource.h>
 
 Q_DECLARE_METATYPE(Profile)
 
@@ -67,6 +72,8 @@ private slots:
     void library();
     void hintCatalog();
     void recentProfiles();
+    void writeKeepsTheOldFile_data();
+    void writeKeepsTheOldFile();
 };
 
 // Rows that write compare the writer's bytes with the record; every row reads the record back,
@@ -267,6 +274,60 @@ void TestProfileFile::recentProfiles()
         QCOMPARE(entry.when, start.addSecs(60 * added.lastIndexOf(names.back())));
     }
     QCOMPARE(names, QStringLiteral("djihfc"));
+}
+
+// Every write goes to a file beside the target that takes its place only when complete and on
+// the disk. A disk that fills up (here: a file size limit, which fails each write past it as a
+// full disk does) leaves the old file as it was, also for a file small enough to sit in Qt's
+// write buffer until it is committed.
+void TestProfileFile::writeKeepsTheOldFile_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<qint64>("limit"); // bytes a file may grow to; 0: no limit
+    QTest::addColumn<bool>("readOnly");
+    QTest::addColumn<QString>("failure"); // empty: written
+    QTest::newRow("written") << 1349 << qint64(0) << false << "";
+    QTest::newRow("small file, disk full")
+        << 1349 << qint64(100) << false << "the file could not be written: File too large";
+    QTest::newRow("large file, disk full")
+        << 40000 << qint64(20000) << false << "the file could not be written: File too large";
+    QTest::newRow("read-only old file") << 10 << qint64(0) << true << "the file may not be written there.";
+}
+
+void TestProfileFile::writeKeepsTheOldFile()
+{
+    QFETCH(int, size);
+    QFETCH(qint64, limit);
+    QFETCH(bool, readOnly);
+    QFETCH(QString, failure);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("old.cdi"));
+    const QByteArray old(700, 'o');
+    {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(old) == old.size());
+    }
+    if (readOnly)
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
+
+    rlimit saved {};
+    QVERIFY(::getrlimit(RLIMIT_FSIZE, &saved) == 0);
+    const auto savedSignal = std::signal(SIGXFSZ, SIG_IGN);
+    if (limit) {
+        const rlimit lowered {rlim_t(limit), saved.rlim_max};
+        QVERIFY(::setrlimit(RLIMIT_FSIZE, &lowered) == 0);
+    }
+    const tl::expected<void, FileError> written = writeFileSafely(path, QByteArray(size, 'n'));
+    ::setrlimit(RLIMIT_FSIZE, &saved);
+    std::signal(SIGXFSZ, savedSignal);
+
+    QCOMPARE(written ? QString() : fileErrorText(written.error()).section(QLatin1String(". A file"), 0, 0),
+        failure);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), failure.isEmpty() ? QByteArray(size, 'n') : old);
+    // Nothing half written stays behind.
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList {"old.cdi"});
 }
 
 QTEST_APPLESS_MAIN(TestProfileFile)

@@ -1,5 +1,7 @@
 #include "tools/clicommands.h"
 
+#include "programversion.h"
+
 #include "app/datafilelocation.h"
 #include "editor/mapplotter.h"
 #include "profile/defaultlibrary.h"
@@ -29,6 +31,10 @@ int CliCommands::run(const QStringList &arguments)
 
     if (verb == QLatin1String("--help") || verb == QLatin1String("-h") || verb == QLatin1String("help")) {
         printHelp();
+        return kOk;
+    }
+    if (verb == QLatin1String("--version") && rest.isEmpty()) {
+        m_out << "sparkwright-cli " << kProgramVersionText << "\n";
         return kOk;
     }
     if (verb == QLatin1String("dump") && rest.size() == 1)
@@ -83,6 +89,7 @@ void CliCommands::printHelp()
              "                                     serve a CDI on a pseudo-terminal until interrupted;\n"
              "                                     prints its path first, then one line per request\n"
              "  --help                             show this text\n"
+             "  --version                          print the version\n"
              "\n"
              "Exit codes: 0 done, 1 a file could not be read or written or the exchange with the\n"
              "CDI failed, 2 wrong usage, or no CDI could be reached (no port, port cannot be opened,\n"
@@ -162,17 +169,8 @@ bool CliCommands::readJsonObject(const QString &path, QJsonObject &object)
 
 int CliCommands::writeOutput(const QString &path, const QByteArray &bytes)
 {
-    switch (writeFileSafely(path, bytes)) {
-    case FileWriteError::None:
-        return kOk;
-    case FileWriteError::CannotOverwrite:
-        return fileError(path, QStringLiteral("could not overwrite file"));
-    case FileWriteError::CannotWrite:
-        return fileError(path, QStringLiteral("could not write to file"));
-    case FileWriteError::MissingAfterWrite:
-        return fileError(path, QStringLiteral("file missing after being written"));
-    }
-    return kFileError;
+    const tl::expected<void, FileError> written = writeFileSafely(path, bytes);
+    return written ? kOk : fileError(path, fileErrorText(written.error()));
 }
 
 int CliCommands::pack(const QString &source, const QString &target)

@@ -1,6 +1,7 @@
 #include "tools/clicommands.h"
 
 #include <QCoreApplication>
+#include <QFileDevice>
 #include <QGuiApplication>
 
 #include <cstdio>
@@ -41,5 +42,16 @@ int main(int argc, char *argv[])
     out.setCodec("UTF-8");
     err.setCodec("UTF-8");
     CliCommands commands(out, err);
-    return commands.run(QCoreApplication::arguments().mid(1));
+    const int status = commands.run(QCoreApplication::arguments().mid(1));
+    // Output that never arrived (a full disk, a closed pipe, /dev/full) is a failure like any
+    // other write, not a success.
+    out.flush();
+    if (out.status() != QTextStream::Ok) {
+        const auto *device = qobject_cast<const QFileDevice *>(out.device());
+        err << "sparkwright-cli: cannot write the output: "
+            << (device ? device->errorString() : QStringLiteral("write failed")) << "\n";
+        err.flush();
+        return CliCommands::kFileError;
+    }
+    return status;
 }
