@@ -1,9 +1,10 @@
 #include "dialogs/cupdater.h"
 
 #include <QDir>
-#include <QEventLoop>
+#include <QDirIterator>
+#include <QFile>
 #include <QFileInfo>
-#include <QProcess>
+#include <QStandardPaths>
 
 #ifdef Q_OS_WIN
 #include <windows.h>
@@ -11,23 +12,13 @@
 #include <shellapi.h>
 #endif
 
-#ifdef Q_OS_WIN
 const char CUpdater::kUpdaterName[] = "SparkwrightUpdater.exe";
-#else
-const char CUpdater::kUpdaterName[] = "SparkwrightUpdater";
-#endif
-
-// pkexec asks for the administrator's password; setsid --fork then leaves the updater running on
-// its own and ends, so that pkexec's end tells whether the updater was started.
-const QStringList CUpdater::kElevation {
-    QStringLiteral("pkexec"), QStringLiteral("setsid"), QStringLiteral("--fork")};
 
 namespace {
 
-QString refused()
-{
-    return CUpdater::tr("the request for administrator rights was refused");
-}
+// The program's AppStream identity, as in its metainfo file.
+const char kAppStreamId[] = "example.sparkwright.Sparkwright";
+const char kSoftwareCentreScheme[] = "x-scheme-handler/appstream";
 
 } // namespace
 
@@ -39,15 +30,13 @@ QString CUpdater::updaterPath(const QString &programDirectory)
     return path + QLatin1String(kUpdaterName);
 }
 
-QString CUpdater::launch(
-    const QString &programDirectory, const QByteArray &manifest, const QStringList &elevation)
+#ifdef Q_OS_WIN
+QString CUpdater::launch(const QString &programDirectory, const QByteArray &manifest)
 {
     const QString path = updaterPath(programDirectory);
     if (!QFileInfo::exists(path))
         return tr("file is inaccessible") + QLatin1String(": ") + path;
 
-#ifdef Q_OS_WIN
-    Q_UNUSED(elevation)
     const QByteArray file = QDir::toNativeSeparators(path).toUtf8();
     const INT_PTR result = reinterpret_cast<INT_PTR>(
         ShellExecuteA(nullptr, "runas", file.constData(), manifest.constData(), nullptr, SW_SHOWNORMAL));
@@ -60,38 +49,49 @@ QString CUpdater::launch(
     case SE_ERR_PNF:
         return tr("file is inaccessible") + QLatin1String(": ") + path;
     case SE_ERR_ACCESSDENIED:
-        return refused();
+        return tr("the request for administrator rights was refused");
     case ERROR_BAD_FORMAT:
         return tr("the updater is not a program for this system");
     default:
         return result > 31 ? QString() : tr("Windows refused to start it (error %1)").arg(qint64(result));
     }
-#else
-    QProcess elevated;
-    elevated.setProgram(elevation.value(0));
-    elevated.setArguments(elevation.mid(1) << path << QString::fromUtf8(manifest));
-    // The user answers the password prompt meanwhile; the windows are still drawn, but take no
-    // input, so that Update cannot be chosen twice.
-    QEventLoop answered;
-    QObject::connect(&elevated, &QProcess::errorOccurred, &answered, &QEventLoop::quit);
-    QObject::connect(
-        &elevated, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), &answered, &QEventLoop::quit);
-    elevated.start();
-    if (elevated.state() != QProcess::NotRunning)
-        answered.exec(QEventLoop::ExcludeUserInputEvents);
-    if (elevated.error() == QProcess::FailedToStart)
-        return tr("%1 could not be started: %2").arg(elevated.program(), elevated.errorString());
-    if (elevated.exitStatus() == QProcess::CrashExit)
-        return tr("%1 stopped unexpectedly").arg(elevated.program());
-    switch (elevated.exitCode()) {
-    case 0:
-        return QString();
-    case 126:
-        return refused();
-    case 127:
-        return tr("administrator rights were not granted");
-    default:
-        return tr("%1 ended with exit status %2").arg(elevated.program()).arg(elevated.exitCode());
-    }
+}
 #endif
+
+QString CUpdater::packageManagerNotice()
+{
+    return tr("On this system Sparkwright is updated by the package manager, together with the rest "
+              "of the system (for example with \"sudo apt update && sudo apt upgrade\" in a terminal). "
+              "A software centre shows when an update is ready.");
+}
+
+QUrl CUpdater::softwareCentrePage()
+{
+    // Without "//": the identity is not a host name, and its case counts.
+    return QUrl(QLatin1String("appstream:") + QLatin1String(kAppStreamId));
+}
+
+QStringList CUpdater::desktopDataFolders()
+{
+    return QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+}
+
+bool CUpdater::hasSoftwareCentre(const QStringList &dataFolders)
+{
+    for (const QString &folder : dataFolders) {
+        QDirIterator entries(QDir(folder).filePath(QStringLiteral("applications")),
+            {QStringLiteral("*.desktop")}, QDir::Files | QDir::Readable, QDirIterator::Subdirectories);
+        while (entries.hasNext()) {
+            QFile entry(entries.next());
+            if (!entry.open(QIODevice::ReadOnly))
+                continue;
+            // Desktop entries are small; a MimeType line names the link kinds the application opens.
+            const QList<QByteArray> lines = entry.read(64 * 1024).split('\n');
+            for (const QByteArray &line : lines) {
+                if (line.startsWith("MimeType=") && line.contains(kSoftwareCentreScheme))
+                    return true;
+            }
+        }
+    }
+    return false;
 }

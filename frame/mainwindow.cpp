@@ -25,6 +25,7 @@
 
 #include <QCloseEvent>
 #include <QDateTime>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
@@ -32,6 +33,7 @@
 #include <QScreen>
 #include <QStyle>
 #include <QThread>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -442,6 +444,11 @@ void MainWindow::showProgress()
 
 void MainWindow::onTransactionFinished()
 {
+    if (m_quitWhenIdle) {
+        m_quitWhenIdle = false;
+        // After the result was handled, as if the user had chosen Exit now.
+        QTimer::singleShot(0, this, &MainWindow::onExitMenu);
+    }
     if (m_currentWidget != m_waitForm)
         return;
     setWaitPrompt();
@@ -451,6 +458,8 @@ void MainWindow::onTransactionFinished()
 
 void MainWindow::setWaitPrompt()
 {
+    if (m_quitWhenIdle)
+        return;
     m_waitForm->setStatusTip(m_device->isBusy() ? tr("Sparkwright is exchanging data with your CDI.")
                                                 : tr("The exchange with your CDI has ended."));
 }
@@ -496,13 +505,26 @@ void MainWindow::onProgrammedProfilesMenu()
 
 void MainWindow::onExitMenu()
 {
-    if (mayLeaveEditor())
+    if (!deferQuitWhileBusy() && mayLeaveEditor())
         QCoreApplication::exit(0);
+}
+
+// Quitting in the middle of an exchange could cut a frame short and leave the CDI half
+// programmed, so every way of quitting waits for the exchange to end (never more than about
+// 3.5 s) and then quits the usual way, unsaved changes asked about as ever.
+bool MainWindow::deferQuitWhileBusy()
+{
+    if (!m_device->isBusy())
+        return false;
+    m_quitWhenIdle = true;
+    m_waitForm->setStatusTip(tr("Sparkwright closes as soon as the exchange with your CDI has ended."));
+    refreshPrompt();
+    return true;
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (!mayLeaveEditor()) {
+    if (deferQuitWhileBusy() || !mayLeaveEditor()) {
         event->ignore();
         return;
     }
@@ -592,6 +614,7 @@ void MainWindow::onAboutMenu()
 
 void MainWindow::onUpdateMenu()
 {
+#ifdef Q_OS_WIN
     if (!mayLeaveEditor())
         return;
     const QString error
@@ -605,6 +628,20 @@ void MainWindow::onUpdateMenu()
     }
     userPrompts().warn(this, tr("Update Failed"),
         tr("Could not launch updater") + QLatin1String(" (") + error + QLatin1String(")."), tr("Close"));
+#else
+    // The package manager updates the program here; the program only points the way and keeps
+    // running, so the edited profile stays where it is.
+    QStringList buttons;
+    const bool softwareCentre = CUpdater::hasSoftwareCentre(CUpdater::desktopDataFolders());
+    if (softwareCentre)
+        buttons << tr("Open &Software Centre");
+    buttons << tr("Close");
+    const int close = int(buttons.size()) - 1;
+    const int chosen
+        = userPrompts().ask(this, tr("Update"), CUpdater::packageManagerNotice(), buttons, close, close);
+    if (softwareCentre && chosen == 0)
+        QDesktopServices::openUrl(CUpdater::softwareCentrePage());
+#endif
 }
 
 void MainWindow::onTechnicalSpecifications()
@@ -657,21 +694,6 @@ std::optional<Profile> MainWindow::readProfileFromFile()
     return profile;
 }
 
-QString MainWindow::writeErrorText(FileWriteError error)
-{
-    switch (error) {
-    case FileWriteError::None:
-        break;
-    case FileWriteError::CannotOverwrite:
-        return tr("could not overwrite file");
-    case FileWriteError::CannotWrite:
-        return tr("could not write to file");
-    case FileWriteError::MissingAfterWrite:
-        return tr("file missing after being written");
-    }
-    return QString();
-}
-
 // Save as and Print PDF: the file is written completely beside the target and only then takes
 // its place, so a failure never costs the file that was there before.
 void MainWindow::writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
@@ -685,10 +707,12 @@ void MainWindow::writeEditedProfile(const QString &title, const QString &fileFil
     if (path.isEmpty())
         return;
     const QByteArray content = bytes();
-    const QString error = content.isEmpty() ? writeErrorText(FileWriteError::CannotWrite)
-                                            : writeErrorText(writeFileSafely(path, content));
-    if (!error.isEmpty()) {
-        userPrompts().warn(this, title, failureHeading + QLatin1String(":\n\n") + error, tr("OK"));
+    const tl::expected<void, FileError> written = content.isEmpty()
+        ? tl::make_unexpected(FileError {FileError::Kind::WriteFailed, QString()})
+        : writeFileSafely(path, content);
+    if (!written) {
+        userPrompts().warn(
+            this, title, failureHeading + QLatin1String(":\n\n") + fileErrorText(written.error()), tr("OK"));
         return;
     }
     onSuccess(path);

@@ -23,7 +23,6 @@ class WaitForm;
 class WriteConfirmationDialog;
 class EditorForm;
 class WizardForm;
-enum class FileWriteError;
 
 // The program's one window. It holds every page and shows one of them at a time under a prompt
 // line, with Exit, Back and Next below; Back and Next go to the page shown, which asks back for
@@ -96,6 +95,7 @@ private slots:
     void onProgrammedProfilesMenu();
 
 private:
+    bool deferQuitWhileBusy();
     void showPage(QWidget *target, CBrowserWidget *page, const std::function<void()> &prepare);
     void switchTo(QWidget *target);
     void resetFrame();
@@ -116,7 +116,6 @@ private:
     void setFixedTexts();
     void paintBanner();
     void placeOnScreen();
-    static QString writeErrorText(FileWriteError error);
     QString profileFilter() const;
 
     std::unique_ptr<Ui::MainWindow> m_ui;
@@ -137,4 +136,6 @@ private:
     std::function<void()> m_deviceBack;
     // Back on the confirmation page returns to the editor when the profile came from there.
     bool m_confirmationFromEditor = false;
+    // Asked to quit while an exchange ran: quit once it has ended.
+    bool m_quitWhenIdle = false;
 };

@@ -113,20 +113,8 @@
         <translation>Windows hat den Start verweigert (Fehler %1)</translation>
     </message>
     <message>
-        <source>%1 could not be started: %2</source>
-        <translation>%1 konnte nicht gestartet werden: %2</translation>
-    </message>
-    <message>
-        <source>%1 stopped unexpectedly</source>
-        <translation>%1 wurde unerwartet beendet</translation>
-    </message>
-    <message>
-        <source>administrator rights were not granted</source>
-        <translation>Administratorrechte wurden nicht gewährt</translation>
-    </message>
-    <message>
-        <source>%1 ended with exit status %2</source>
-        <translation>%1 endete mit dem Rückgabewert %2</translation>
+        <source>On this system Sparkwright is updated by the package manager, together with the rest of the system (for example with &quot;sudo apt update &amp;&amp; sudo apt upgrade&quot; in a terminal). A software centre shows when an update is ready.</source>
+        <translation>Auf diesem System wird Sparkwright von der Paketverwaltung zusammen mit dem übrigen System aktualisiert (zum Beispiel mit „sudo apt update &amp;&amp; sudo apt upgrade“ in einem Terminal). Eine Softwareverwaltung zeigt an, wenn eine Aktualisierung bereitsteht.</translation>
     </message>
 </context>
 <context>
@@ -425,6 +413,37 @@
     </message>
 </context>
 <context>
+    <name>FileError</name>
+    <message>
+        <source>the file does not exist</source>
+        <translation>die Datei ist nicht vorhanden</translation>
+    </message>
+    <message>
+        <source>the file could not be read</source>
+        <translation>die Datei konnte nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>the file is damaged or of another kind</source>
+        <translation>die Datei ist beschädigt oder von anderer Art</translation>
+    </message>
+    <message>
+        <source>the file may not be written there</source>
+        <translation>die Datei darf dort nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>No space left on device</source>
+        <translation>Kein Speicherplatz mehr auf dem Datenträger</translation>
+    </message>
+    <message>
+        <source>A file that was there before is unchanged.</source>
+        <translation>Eine zuvor vorhandene Datei ist unverändert.</translation>
+    </message>
+    <message>
+        <source>the file could not be written</source>
+        <translation>die Datei konnte nicht geschrieben werden</translation>
+    </message>
+</context>
+<context>
     <name>FlagsForm</name>
     <message>
         <source>Flags</source>
@@ -570,18 +589,6 @@
     <message>
         <source>CDI profile could not be loaded.</source>
         <translation>Das CDI-Profil konnte nicht geladen werden.</translation>
-    </message>
-    <message>
-        <source>could not overwrite file</source>
-        <translation>Datei konnte nicht überschrieben werden</translation>
-    </message>
-    <message>
-        <source>could not write to file</source>
-        <translation>Datei konnte nicht geschrieben werden</translation>
-    </message>
-    <message>
-        <source>file missing after being written</source>
-        <translation>Datei fehlt nach dem Schreiben</translation>
     </message>
     <message>
         <source>profile</source>
@@ -742,6 +749,18 @@
     <message>
         <source>Program the &amp;CDI</source>
         <translation>&amp;CDI programmieren</translation>
+    </message>
+    <message>
+        <source>Sparkwright closes as soon as the exchange with your CDI has ended.</source>
+        <translation>Sparkwright wird beendet, sobald der Datenaustausch mit Ihrer CDI abgeschlossen ist.</translation>
+    </message>
+    <message>
+        <source>Open &amp;Software Centre</source>
+        <translation>&amp;Softwareverwaltung öffnen</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <translation>Aktualisierung</translation>
     </message>
 </context>
 <context>

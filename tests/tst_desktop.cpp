@@ -1,5 +1,5 @@
 // What the program takes from and hands to the desktop: its own and Qt's translations with the
-// web links they lead to, the folder the file dialogs open in and the updater's launch.
+// web links they lead to, the folder the file dialogs open in and the way to an update.
 #include "dialogs/cupdater.h"
 #include "dialogs/cweblinks.h"
 #include "i18n/clanguageswitcher.h"
@@ -19,8 +19,8 @@ private slots:
     void languages_data();
     void languages();
     void fileDialogsRememberTheFolder();
-    void updaterLaunch_data();
-    void updaterLaunch();
+    void softwareCentre_data();
+    void softwareCentre();
 
 private:
     // Opens the real dialog, notes the folder it shows and chooses the file in it.
@@ -54,11 +54,8 @@ void TestDesktop::languages()
     QFETCH(int, language);
     QFETCH(QStringList, texts);
 
-    const QString buildDir = QDir::currentPath();
-    QVERIFY(QDir::setCurrent(fileThere ? buildDir : m_home.path()));
-    CLanguageSwitcher switcher;
+    CLanguageSwitcher switcher(fileThere ? QString() : m_home.path());
     switcher.addLanguage(QStringLiteral("de"));
-    QDir::setCurrent(buildDir);
     switcher.setLanguage(CLanguageSwitcher::kGerman);
     switcher.setLanguage(language);
     QCOMPARE(QStringList({QCoreApplication::translate("DisclaimerDialog", "Disclaimer"),
@@ -99,33 +96,33 @@ void TestDesktop::fileDialogsRememberTheFolder()
     QCOMPARE(fileDialog(false, {}, road), home.filePath(QStringLiteral("saved")));
 }
 
-void TestDesktop::updaterLaunch_data()
+// Outside Windows the package manager updates the program; Update offers a software centre
+// only where an installed application opens the program's page there.
+void TestDesktop::softwareCentre_data()
 {
-    QTest::addColumn<QStringList>("elevation"); // the updater and the manifest follow
-    QTest::addColumn<QString>("error"); // %1: the updater, which is then missing; %2: the system's words
-    const auto shell = [](const char *script) { return QStringList {"sh", "-c", script}; };
-    QTest::newRow("started, the updater given the manifest")
-        << shell("test -f \"$0\" && test \"$1\" = 'a.exe;9501#b.cds;2'") << "";
-    QTest::newRow("no updater") << shell("exit 0") << "file is inaccessible: %1";
-    QTest::newRow("password prompt dismissed")
-        << shell("exit 126") << "the request for administrator rights was refused";
-    QTest::newRow("not authorised") << shell("exit 127") << "administrator rights were not granted";
-    QTest::newRow("other failure") << shell("exit 3") << "sh ended with exit status 3";
-    QTest::newRow("crashed") << shell("kill -SEGV $$") << "sh stopped unexpectedly";
-    QTest::newRow("no elevation tool") << QStringList {"/no/tool"} << "/no/tool could not be started: %2";
+    QTest::addColumn<QString>("entry"); // a desktop entry in the data folders' applications
+    QTest::addColumn<bool>("found");
+    QTest::newRow("none") << "" << false;
+    QTest::newRow("a software centre")
+        << "[Desktop Entry]\nName=Software\nMimeType=x-scheme-handler/appstream;x-scheme-handler/apt;\n"
+        << true;
+    QTest::newRow("the scheme named elsewhere")
+        << "[Desktop Entry]\nComment=no x-scheme-handler/appstream here\nMimeType=text/plain;\n"
+        << false;
 }
 
-void TestDesktop::updaterLaunch()
+void TestDesktop::softwareCentre()
 {
-    QFETCH(QStringList, elevation);
-    QFETCH(QString, error);
-    const QString updater = CUpdater::updaterPath(m_home.path());
-    QVERIFY(
-        WidgetTest::writeFile(updater, error.contains(QLatin1String("%1")) ? QByteArray() : QByteArray("")));
-    const QString result = CUpdater::launch(m_home.path(), "a.exe;9501#b.cds;2", elevation);
-    QVERIFY2(error.contains(QLatin1String("%2")) ? result.startsWith(error.section(QLatin1String("%2"), 0, 0))
-                                                 : result == error.replace(QLatin1String("%1"), updater),
-        qPrintable(result));
+    QFETCH(QString, entry);
+    QFETCH(bool, found);
+    const QTemporaryDir data;
+    QVERIFY(QDir(data.path()).mkpath(QStringLiteral("applications/kde")));
+    if (!entry.isEmpty())
+        QVERIFY(WidgetTest::writeFile(
+            data.filePath(QStringLiteral("applications/kde/centre.desktop")), entry.toUtf8()));
+    QCOMPARE(CUpdater::hasSoftwareCentre({m_home.path(), data.path()}), found);
+    QCOMPARE(CUpdater::softwareCentrePage().toString(),
+        QStringLiteral("appstream:example.sparkwright.Sparkwright"));
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestDesktop)

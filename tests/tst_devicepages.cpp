@@ -6,8 +6,10 @@
 #include "device/serialports.h"
 #include "device/waitform.h"
 #include "device/writeconfirmationdialog.h"
+#include "profile/profilefile.h"
 #include "tests/programfixture.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QListWidget>
 #include <QPushButton>
@@ -38,6 +40,8 @@ private slots:
     void exchanges_data();
     void exchanges();
     void portSelection();
+    void quittingWaitsForTheExchange_data();
+    void quittingWaitsForTheExchange();
 };
 
 // The action is ping, import, program (the reimport box unchecked) or cancel the programming; the
@@ -150,6 +154,65 @@ void TestDevicePages::portSelection()
     form.onNext();
     QCOMPARE(program.prompts.each(&ScriptedPrompts::Shown::text), QStringList {"No port is selected."});
     QVERIFY(chosen.isEmpty());
+}
+
+// Quitting while the CDI is being written would cut the frame short: the program quits only once
+// the exchange has ended, and what was written is kept as a copy of its own even when a copy of
+// the same name and second is there already.
+void TestDevicePages::quittingWaitsForTheExchange_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("Exit") << "exit";
+    QTest::newRow("closing the window") << "close";
+}
+
+void TestDevicePages::quittingWaitsForTheExchange()
+{
+    QFETCH(QString, way);
+    Program program;
+    QVERIFY(program.ready());
+    CVirtualCdi cdi;
+    QVERIFY(cdi.open().isEmpty());
+    cdi.setFault(CVirtualCdi::Fault::Slow);
+    cdi.setDelays(300, 800);
+    QTemporaryDir copies;
+    CDeviceFlow &flow = program.window().deviceFlow();
+    flow.setPacing({100, 30});
+    flow.setProgrammedFolder(copies.path());
+    flow.choosePort(cdi.portName());
+    // Copies of the same name from this second and the next few are there already.
+    const QDateTime now = QDateTime::currentDateTime();
+    QStringList earlier;
+    for (int second = 0; second < 5; ++second) {
+        earlier << now.addSecs(second).toString(QStringLiteral("yyyy-MM-dd HH-mm-ss"))
+                + QStringLiteral(" Track.cdi");
+        QVERIFY(WidgetTest::writeFile(copies.filePath(earlier.last()), "an earlier copy"));
+    }
+
+    Profile mine = program.firstTemplate();
+    mine.setName(QStringLiteral("Track"));
+    QTimer::singleShot(0, &program.window(), [&] {
+        program.window().requestProgramming(mine, true);
+        QVERIFY(flow.isBusy());
+        if (way == QLatin1String("exit"))
+            program.window().findChild<QAction *>("actionExit")->trigger();
+        else
+            program.window().close();
+        QVERIFY(program.window().isVisible());
+        QTimer::singleShot(5000, [] { QCoreApplication::exit(7); });
+    });
+    QCOMPARE(QCoreApplication::exec(), 0);
+    QCOMPARE(program.window().findChild<WaitForm *>()->title(), QStringLiteral("Programming successful"));
+    QCOMPARE(cdi.storedImage().size(), 45);
+    QStringList kept = QDir(copies.path()).entryList(QDir::Files);
+    for (const QString &name : qAsConst(earlier)) {
+        QVERIFY(kept.removeOne(name));
+        QCOMPARE(WidgetTest::readFile(copies.filePath(name)), QByteArray("an earlier copy"));
+    }
+    QCOMPARE(kept.size(), 1);
+    QVERIFY2(kept.first().endsWith(QLatin1String(" Track (2).cdi")), qPrintable(kept.first()));
+    const std::optional<Profile> copy = readProfileFile(copies.filePath(kept.first()));
+    QVERIFY(copy && copy->map() == mine.map() && copy->name() == mine.name());
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestDevicePages)

@@ -255,16 +255,17 @@ void TestMainWindow::saveAndPrintFlows_data()
     QTest::addColumn<QString>("target"); // "older", "read-only" or "missing folder"
     QTest::addColumn<QString>("message");
 
-    const QString overwrite = QStringLiteral(" failed:\n\ncould not overwrite file");
+    const QString overwrite = QStringLiteral(" failed:\n\nthe file may not be written there.");
     QTest::newRow("save over an older file") << "^S"
                                              << "older"
                                              << "";
     QTest::newRow("save over a read-only file") << "^S"
                                                 << "read-only"
                                                 << "Saving profile" + overwrite;
-    QTest::newRow("save into a missing folder") << "^S"
-                                                << "missing folder"
-                                                << "Saving profile failed:\n\ncould not write to file";
+    QTest::newRow("save into a missing folder")
+        << "^S"
+        << "missing folder"
+        << "Saving profile failed:\n\nthe file may not be written there: No such file or directory.";
     QTest::newRow("print over an older file") << "^P"
                                               << "older"
                                               << "";
@@ -413,8 +414,7 @@ void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()
     QTest::addColumn<QString>("path");
 
     const QList<QPair<const char *, const char *>> paths {{"Exit", "exit"}, {"closing the window", "close"},
-        {"Ctrl+N", "^N"}, {"Ctrl+O", "^O"}, {"Update", "actionUpdate"},
-        {"create from template", "editProfiles createFromTemplate next"},
+        {"Ctrl+N", "^N"}, {"Ctrl+O", "^O"}, {"create from template", "editProfiles createFromTemplate next"},
         {"load from file", "editProfiles loadFile"}};
     for (const bool fromStart : {false, true}) {
         for (const auto &path : paths) {
