@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QMainWindow>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -96,7 +97,9 @@ int runFirstWindow(int argc, char **argv, const QString &scratch)
 {
     StopAtMainWindow steps;
     CStartup::Surroundings surroundings;
-    surroundings.programDirectory = scratch;
+    // The data files stand in the build folder, one above the benchmarks.
+    surroundings.programDirectory
+        = QFileInfo(QString::fromLocal8Bit(argv[0])).absoluteDir().filePath(QStringLiteral(".."));
     surroundings.lockDirectory = scratch;
     surroundings.localeName = QStringLiteral("en_US");
     CStartup startup(steps, surroundings);
@@ -171,10 +174,14 @@ int main(int argc, char *argv[])
         return runEmptyWindow(argc, argv, QString::fromLocal8Bit(argv[3]));
     }
 
-    // The disclaimer counts as accepted and the single-copy lock lives in a folder of its own.
+    // The disclaimer counts as accepted in the user's data folder, which the started copies take
+    // over, and the single-copy lock lives in a folder of its own.
     QTemporaryDir scratch;
-    QFile accepted(QDir(scratch.path()).filePath(QStringLiteral("disclaimer.a")));
-    if (!scratch.isValid() || !accepted.open(QIODevice::WriteOnly)
+    const QString userFolder
+        = QDir(scratch.path()).filePath(QStringLiteral("sparkwright.example/Sparkwright"));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(scratch.path()));
+    QFile accepted(QDir(userFolder).filePath(QStringLiteral("disclaimer.a")));
+    if (!scratch.isValid() || !QDir().mkpath(userFolder) || !accepted.open(QIODevice::WriteOnly)
         || accepted.write(QByteArray::fromHex("550500006901000000")) != 9)
         return 1;
     accepted.close();
