@@ -631,15 +631,12 @@ void MainWindow::onUpdateMenu()
 #else
     // The package manager updates the program here; the program only points the way and keeps
     // running, so the edited profile stays where it is.
-    QStringList buttons;
-    const bool softwareCentre = CUpdater::hasSoftwareCentre(CUpdater::desktopDataFolders());
-    if (softwareCentre)
-        buttons << tr("Open &Software Centre");
-    buttons << tr("Close");
-    const int close = int(buttons.size()) - 1;
-    const int chosen
-        = userPrompts().ask(this, tr("Update"), CUpdater::packageManagerNotice(), buttons, close, close);
-    if (softwareCentre && chosen == 0)
+    if (!CUpdater::hasSoftwareCentre(CUpdater::desktopDataFolders())) {
+        userPrompts().inform(this, tr("Update"), CUpdater::packageManagerNotice(), tr("Close"));
+        return;
+    }
+    const QStringList buttons {tr("Open &Software Centre"), tr("Close")};
+    if (userPrompts().ask(this, tr("Update"), CUpdater::packageManagerNotice(), buttons, 1, 1) == 0)
         QDesktopServices::openUrl(CUpdater::softwareCentrePage());
 #endif
 }
