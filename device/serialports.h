@@ -43,8 +43,10 @@ int findBridgePort(const std::vector<SerialPortEntry> &ports);
 // Its name, or empty when none is plugged in.
 QString findBridgePort(const IPortLister &lister);
 
-// Virtual CDIs announce their pseudo-terminals to other processes by small files in the user's
-// runtime folder; a file left by a process that is gone is removed when seen.
+// Virtual CDIs announce their pseudo-terminals to the user's other processes by small files in a
+// folder only that user can write: "sparkwright-virtual-cdi" in the runtime folder, else in
+// ~/.cache. Only the user's own files count; one left by a process that is gone is removed when
+// seen.
 namespace VirtualCdiRegistry {
 // Returns the file written, or empty when it could not be.
 QString announce(const QString &ptyPath);

@@ -11,11 +11,15 @@
 #include "profile/defaultlibrary.h"
 #include "tests/layoutencoder.h"
 
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include <optional>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -23,6 +27,21 @@ namespace {
 const BridgePacing kPacing {100, 30};
 constexpr int kSlowMs = 200;
 constexpr int kTooSlowMs = 800;
+constexpr uid_t kOtherUser = 65534;
+
+const char kRegistryFolder[] = "sparkwright-virtual-cdi";
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
 
 Profile sampleProfile()
 {
@@ -58,7 +77,10 @@ private slots:
     void lateAnswerDoesNotPassForTheNext();
     void detection_data();
     void detection();
-    void staleVirtualCdiIsSweptAway();
+    void registryEntries_data();
+    void registryEntries();
+    void registryFolder_data();
+    void registryFolder();
 
 private:
     std::unique_ptr<CCommunicator> transaction(const QString &kind);
@@ -257,15 +279,105 @@ void TestDeviceExchange::detection()
     QCOMPARE(findBridgePort({plain, entry, otherBridge}), bridge ? 1 : 2);
 }
 
-// Listing the ports sweeps away the file of a virtual CDI whose process no longer runs. That a
-// running one is listed, and its file gone when it ends, shows in tst_devicecli.
-void TestDeviceExchange::staleVirtualCdiIsSweptAway()
+// An entry planted in the registry, for a running process at the name its first announcement
+// would take. Only a plain file of our own counts: listed while its process runs, removed once it
+// is gone. Announcing never follows or overwrites what is there.
+void TestDeviceExchange::registryEntries_data()
 {
-    QFile stale(m_runtime.filePath(QStringLiteral("sparkwright-virtual-cdi-999999999-1")));
-    QVERIFY(stale.open(QIODevice::WriteOnly) && stale.write("/dev/pts/999") > 0);
-    stale.close();
-    CSystemPortLister().ports();
-    QVERIFY(!stale.exists());
+    for (const char *column : {"running", "foreign", "link", "listed", "kept"})
+        QTest::addColumn<bool>(column);
+    QTest::newRow("ours, running") << true << false << false << true << true;
+    QTest::newRow("ours, process gone") << false << false << false << false << false;
+    QTest::newRow("another user's, running") << true << true << false << false << true;
+    QTest::newRow("another user's, process gone") << false << true << false << false << true;
+    QTest::newRow("link to a file of ours") << true << false << true << false << true;
+}
+
+void TestDeviceExchange::registryEntries()
+{
+    QFETCH(bool, running);
+    QFETCH(bool, foreign);
+    QFETCH(bool, link);
+    QFETCH(bool, listed);
+    QFETCH(bool, kept);
+    if (foreign && ::geteuid() != 0)
+        QSKIP("only root can give a file to another user");
+    const QString folder = m_runtime.filePath(kRegistryFolder);
+    QVERIFY(QDir(folder).exists() || ::mkdir(QFile::encodeName(folder).constData(), 0700) == 0);
+    const QString planted
+        = QDir(folder).filePath(QStringLiteral("sparkwright-virtual-cdi-%1-1")
+                                    .arg(running ? QCoreApplication::applicationPid() : 999999999));
+    const QString target = m_runtime.filePath(QStringLiteral("target"));
+    QVERIFY(write(link ? target : planted, "/dev/null"));
+    QVERIFY(!link || QFile::link(target, planted));
+    QVERIFY(!foreign || ::chown(QFile::encodeName(planted).constData(), kOtherUser, kOtherUser) == 0);
+    const auto cleanUp = qScopeGuard([&] {
+        QFile::remove(planted);
+        QFile::remove(target);
+    });
+
+    const QString announced = VirtualCdiRegistry::announce(QStringLiteral("/dev/zero"));
+    QVERIFY(!announced.isEmpty() && announced != planted);
+    const QStringList expected = listed ? QStringList {"/dev/null", "/dev/zero"} : QStringList {"/dev/zero"};
+    QCOMPARE(VirtualCdiRegistry::ptyPaths(), expected);
+    VirtualCdiRegistry::withdraw(announced);
+    QCOMPARE(QFileInfo(planted).exists() || QFileInfo(planted).isSymLink(), kept);
+    if (kept) {
+        QCOMPARE(readAll(link ? target : planted), QByteArray("/dev/null"));
+        QCOMPARE(QFileInfo(planted).isSymLink(), link);
+    }
+}
+
+// The announcements go to the runtime folder only when it and the registry folder in it are ours
+// and closed to others; else to the cache folder in the user's home.
+void TestDeviceExchange::registryFolder_data()
+{
+    QTest::addColumn<QString>("setup");
+    QTest::addColumn<bool>("runtime");
+    QTest::newRow("private runtime folder") << "" << true;
+    QTest::newRow("runtime folder writable by the group") << "group" << false;
+    QTest::newRow("runtime folder of another user") << "foreign" << false;
+    QTest::newRow("registry folder writable by others") << "open" << false;
+    QTest::newRow("registry folder is a link") << "link" << false;
+}
+
+void TestDeviceExchange::registryFolder()
+{
+    QFETCH(QString, setup);
+    QFETCH(bool, runtime);
+    if (setup == QLatin1String("foreign") && ::geteuid() != 0)
+        QSKIP("only root can give a folder to another user");
+    QTemporaryDir base, home, elsewhere;
+    const QByteArray baseName = QFile::encodeName(base.path());
+    const QByteArray registry = baseName + '/' + kRegistryFolder;
+    if (setup == QLatin1String("group"))
+        QVERIFY(::chmod(baseName.constData(), 0770) == 0);
+    if (setup == QLatin1String("foreign"))
+        QVERIFY(::chown(baseName.constData(), kOtherUser, kOtherUser) == 0);
+    if (setup == QLatin1String("open"))
+        QVERIFY(::mkdir(registry.constData(), 0700) == 0 && ::chmod(registry.constData(), 0777) == 0);
+    if (setup == QLatin1String("link"))
+        QVERIFY(::symlink(QFile::encodeName(elsewhere.path()).constData(), registry.constData()) == 0);
+    const QByteArray oldHome = qgetenv("HOME");
+    const auto restore = qScopeGuard([&] {
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_runtime.path()));
+        qputenv("HOME", oldHome);
+    });
+    qputenv("XDG_RUNTIME_DIR", baseName);
+    qputenv("HOME", QFile::encodeName(home.path()));
+
+    const QString announced = VirtualCdiRegistry::announce(QStringLiteral("/dev/zero"));
+    const QString expected
+        = runtime ? QFile::decodeName(registry) : home.filePath(QStringLiteral(".cache/") + kRegistryFolder);
+    QCOMPARE(QFileInfo(announced).path(), expected);
+    struct stat info
+    {
+    };
+    QVERIFY(::lstat(QFile::encodeName(expected).constData(), &info) == 0 && S_ISDIR(info.st_mode));
+    QCOMPARE(info.st_mode & 07777, mode_t(0700));
+    QCOMPARE(VirtualCdiRegistry::ptyPaths(), QStringList {"/dev/zero"});
+    VirtualCdiRegistry::withdraw(announced);
+    QCOMPARE(QDir(elsewhere.path()).entryList(QDir::Files), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestDeviceExchange)
