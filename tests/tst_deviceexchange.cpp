@@ -12,6 +12,7 @@
 #include "tests/layoutencoder.h"
 
 #include <QScopeGuard>
+#include <QSerialPort>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -30,6 +31,9 @@ constexpr int kTooSlowMs = 800;
 constexpr uid_t kOtherUser = 65534;
 
 const char kRegistryFolder[] = "sparkwright-virtual-cdi";
+
+// A ping answer to nonce 5A from a CDI with the virtual CDI's own firmware and serial number.
+const char kPingAnswer5A[] = "4df6685a312e3030000000000001e240000000000000000035";
 
 QByteArray readAll(const QString &path)
 {
@@ -75,6 +79,7 @@ private slots:
     void programmedProfileComesBack();
     void secondExchangeIsRefused();
     void lateAnswerDoesNotPassForTheNext();
+    void lateAnswerStaysOnItsTerminal();
     void detection_data();
     void detection();
     void registryEntries_data();
@@ -248,6 +253,33 @@ void TestDeviceExchange::lateAnswerDoesNotPassForTheNext()
     cdi.setFault(CVirtualCdi::Fault::Silent);
     QVERIFY(run(bridge, cdi.portName(), QStringLiteral("import"), next));
     QCOMPARE(next.resultText, QStringLiteral("CDI did not respond"));
+}
+
+// A late answer goes to the terminal its request came on, not to the one the CDI came back on after
+// a hang-up, though that one may have the same descriptor.
+void TestDeviceExchange::lateAnswerStaysOnItsTerminal()
+{
+    CVirtualCdi cdi;
+    cdi.setDelays(kSlowMs, 300);
+    cdi.setFault(CVirtualCdi::Fault::TooSlow);
+    QCOMPARE(cdi.open(), QString());
+    QSignalSpy handled(&cdi, &CVirtualCdi::requestHandled);
+    QSignalSpy moved(&cdi, &CVirtualCdi::portChanged);
+    QSerialPort first(cdi.portName());
+    QVERIFY(first.open(QIODevice::ReadWrite));
+    first.write(CPinger(0x11).requestBytes());
+    QVERIFY(handled.wait(5000));
+    cdi.setFault(CVirtualCdi::Fault::Hangup);
+    first.write(CPinger(0x22).requestBytes());
+    QVERIFY(moved.wait(5000));
+    first.close();
+    cdi.setFault(CVirtualCdi::Fault::None);
+    QSerialPort second(moved.at(0).at(0).toString());
+    QVERIFY2(second.open(QIODevice::ReadWrite), qPrintable(second.errorString()));
+    QTest::qWait(400); // past the late answer's time
+    second.write(CPinger(0x5A).requestBytes());
+    QTRY_VERIFY_WITH_TIMEOUT(second.bytesAvailable() >= 25, 5000);
+    QCOMPARE(second.readAll(), QByteArray::fromHex(kPingAnswer5A));
 }
 
 void TestDeviceExchange::detection_data()
