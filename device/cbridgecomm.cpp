@@ -25,6 +25,15 @@ QString openFailure(const QString &portName, const QSerialPort &port)
     return reason;
 }
 
+// Takes the reports of an exchange whose wait form went away.
+class CNoWaitForm : public IWaitForm
+{
+public:
+    void showActivity(const QString &, const QString &) override { }
+    void showStatus(const QString &) override { }
+    void showResult(const QString &, const QString &, bool) override { }
+};
+
 } // namespace
 
 CBridgeComm::CBridgeComm(QObject *parent)
@@ -43,9 +52,6 @@ CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> tr
 {
     if (isBusy())
         return {Refusal::Busy, {}};
-    // A caller may start the next exchange from within the end of the last one.
-    if (m_closedPort)
-        m_closedPort.release()->deleteLater();
 
     auto port = std::make_unique<QSerialPort>(portName);
     port->setBaudRate(QSerialPort::Baud9600);
@@ -57,28 +63,42 @@ CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> tr
         qCDebug(lcDevice) << "cannot open" << portName << port->errorString();
         return {Refusal::CannotOpen, openFailure(portName, *port)};
     }
+
+    port->setParent(this);
     // An answer to an earlier exchange that came too late must not pass for this one's.
     port->clear(QSerialPort::Input);
     port->readAll();
-
-    m_port = std::move(port);
+    m_port = port.release();
     m_transaction = std::move(transaction);
     m_wait = &wait;
+    m_waitObject = dynamic_cast<QObject *>(&wait);
+    m_waitIsObject = !m_waitObject.isNull();
     m_pacing = pacing;
     m_budgetMs = m_transaction->timeoutMs();
     m_received.clear();
+    m_broken = false;
     m_state = State::Opened;
-    connect(m_port.get(), &QSerialPort::readyRead, this, &CBridgeComm::onDataAvailable);
-    connect(m_port.get(), &QSerialPort::errorOccurred, this, &CBridgeComm::onPortError);
+    connect(m_port, &QSerialPort::readyRead, this, &CBridgeComm::onDataAvailable);
+    connect(m_port, &QSerialPort::errorOccurred, this, &CBridgeComm::onPortError);
     qCDebug(lcDevice) << "opened" << portName;
 
-    m_transaction->start(wait);
+    m_transaction->start(this->wait());
     m_tick.start(m_pacing.tickMs);
     return {};
 }
 
+IWaitForm &CBridgeComm::wait()
+{
+    static CNoWaitForm nowhere;
+    return m_wait && (!m_waitIsObject || m_waitObject) ? *m_wait : nowhere;
+}
+
 void CBridgeComm::onTimerTick()
 {
+    if (m_broken) {
+        end(true);
+        return;
+    }
     switch (m_state) {
     case State::Idle:
         return;
@@ -91,7 +111,7 @@ void CBridgeComm::onTimerTick()
         return;
     }
     case State::Sent:
-        m_transaction->showWaiting(*m_wait);
+        m_transaction->showWaiting(wait());
         m_state = State::Waiting;
         m_tick.start(m_pacing.tickMs);
         return;
@@ -115,7 +135,7 @@ void CBridgeComm::onDataAvailable()
     if (!m_port)
         return;
     const QByteArray chunk = m_port->readAll();
-    if (m_state == State::Idle || chunk.isEmpty())
+    if (m_state == State::Idle || m_broken || chunk.isEmpty())
         return;
     qCDebug(lcDevice) << "received" << chunk.toHex(' ');
     m_received.append(chunk.left(kReceiveCapacity - m_received.size()));
@@ -125,13 +145,19 @@ void CBridgeComm::onDataAvailable()
 
 void CBridgeComm::onPortError(QSerialPort::SerialPortError error)
 {
-    if (error == QSerialPort::NoError || m_state == State::Idle)
+    if (error == QSerialPort::NoError || m_state == State::Idle || m_broken)
         return;
     qCDebug(lcDevice) << "port error" << error << (m_port ? m_port->errorString() : QString());
-    // A pulled-out bridge keeps signalling read errors until the port is closed.
+    // A pulled-out bridge keeps signalling read errors until the port is closed. The exchange ends
+    // on the next turn of the event loop rather than inside the port's signal, so that whoever
+    // hears finished may do anything with the bridge.
     if (error == QSerialPort::ReadError || error == QSerialPort::ResourceError
-        || error == QSerialPort::WriteError)
-        end(true);
+        || error == QSerialPort::WriteError) {
+        m_broken = true;
+        m_port->close();
+        m_quiet.stop();
+        m_tick.start(0);
+    }
 }
 
 void CBridgeComm::end(bool broken)
@@ -139,17 +165,19 @@ void CBridgeComm::end(bool broken)
     if (m_state == State::Idle)
         return;
     m_state = State::Idle;
+    m_broken = false;
     m_tick.stop();
     m_quiet.stop();
     if (m_port) {
         m_port->disconnect(this);
         m_port->close();
-        // This may run inside one of the port's own signals, so the port is deleted later.
-        m_closedPort = std::move(m_port);
+        m_port->deleteLater();
+        m_port = nullptr;
     }
     const std::unique_ptr<CCommunicator> transaction = std::move(m_transaction);
-    IWaitForm &wait = *m_wait;
+    IWaitForm &wait = this->wait();
     m_wait = nullptr;
+    m_waitObject = nullptr;
     bool success = false;
     if (broken) {
         transaction->fail(wait);

@@ -3,6 +3,7 @@
 #include "device/ccommunicator.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QSerialPort>
 #include <QTimer>
 
@@ -52,7 +53,8 @@ public:
     ~CBridgeComm() override;
 
     // Takes the transaction only when the exchange starts; a refused one is deleted here, since
-    // the caller has nothing left to do with it. The wait form must outlive the exchange.
+    // the caller has nothing left to do with it. A wait form that is a QObject may go away during
+    // the exchange, which then reports nowhere; any other must outlive the exchange.
     Start runTransaction(std::unique_ptr<CCommunicator> transaction, const QString &portName, IWaitForm &wait,
         const BridgePacing &pacing = BridgePacing());
     bool isBusy() const { return m_state != State::Idle; }
@@ -60,6 +62,7 @@ public:
     static constexpr int kReceiveCapacity = 200;
 
 signals:
+    // Never from within one of the port's signals: the bridge may be deleted in answer to it.
     void finished(bool success);
 
 private:
@@ -67,15 +70,22 @@ private:
     void onDataAvailable();
     void onPortError(QSerialPort::SerialPortError error);
     void end(bool broken);
+    IWaitForm &wait();
 
     std::unique_ptr<CCommunicator> m_transaction;
-    std::unique_ptr<QSerialPort> m_port;
-    std::unique_ptr<QSerialPort> m_closedPort;
+    // The open port. Ports are children of the bridge, so none outlives it; a closed one goes with
+    // deleteLater(), after whatever it still has on its way.
+    QPointer<QSerialPort> m_port;
     IWaitForm *m_wait = nullptr;
+    // Set when the wait form is a QObject, so that its going away shows.
+    QPointer<QObject> m_waitObject;
+    bool m_waitIsObject = false;
     QByteArray m_received;
     BridgePacing m_pacing;
     int m_budgetMs = 0;
     QTimer m_tick;
     QTimer m_quiet;
     State m_state = State::Idle;
+    // The port failed; the exchange ends at the next tick.
+    bool m_broken = false;
 };

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <vector>
 
 // One serial port as the port list and the detection see it.
@@ -24,6 +25,8 @@ class IPortLister
 public:
     virtual ~IPortLister() = default;
     virtual std::vector<SerialPortEntry> ports() const = 0;
+    // A lister of its own for whoever keeps one, so that nothing has to outlive its user.
+    virtual std::unique_ptr<IPortLister> clone() const = 0;
 };
 
 // The system's serial ports, then the virtual CDIs running on this machine (pseudo-terminals
@@ -32,6 +35,7 @@ class CSystemPortLister : public IPortLister
 {
 public:
     std::vector<SerialPortEntry> ports() const override;
+    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<CSystemPortLister>(); }
 };
 
 // The CP210x bridge: by its description, or by its USB IDs, since Linux describes it without

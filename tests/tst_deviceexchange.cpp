@@ -47,6 +47,11 @@ bool write(const QString &path, const QByteArray &content)
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
 
+// A wait form that is also a QObject, as the progress page is.
+class CObjectWaitRecord : public QObject, public CWaitRecord
+{
+};
+
 Profile sampleProfile()
 {
     Profile profile;
@@ -194,9 +199,14 @@ void TestDeviceExchange::faults()
     cdi.setDelays(kSlowMs, kTooSlowMs);
     cdi.setFault(CVirtualCdi::faultFromName(fault).value());
     QCOMPARE(cdi.open(), QString());
-    CBridgeComm bridge;
+    auto bridge = std::make_unique<CBridgeComm>();
+    QSignalSpy finished(bridge.get(), &CBridgeComm::finished);
+    // Whoever hears the end may drop the bridge there and then, however the exchange ended.
+    connect(bridge.get(), &CBridgeComm::finished, bridge.get(), [&bridge] { bridge.reset(); });
     CWaitRecord record;
-    QVERIFY(run(bridge, cdi.portName(), kind, record));
+    QVERIFY(bridge->runTransaction(transaction(kind), cdi.portName(), record, kPacing).accepted());
+    QVERIFY(finished.wait(5000) && !bridge);
+    QCOMPARE(finished.at(0).at(0).toBool(), record.success);
     QCOMPARE(record.resultTitle, title);
     QCOMPARE(record.resultText, text);
     QCOMPARE(record.success, success);
@@ -224,17 +234,22 @@ void TestDeviceExchange::programmedProfileComesBack()
     }
 }
 
+// While an exchange runs a second is refused; the first runs to its end even when its progress
+// page goes away meanwhile.
 void TestDeviceExchange::secondExchangeIsRefused()
 {
     CVirtualCdi cdi;
     QCOMPARE(cdi.open(), QString());
     CBridgeComm bridge;
     QSignalSpy finished(&bridge, &CBridgeComm::finished);
-    CWaitRecord first, second;
-    QVERIFY(bridge.runTransaction(transaction("ping"), cdi.portName(), first, kPacing).accepted());
+    auto first = std::make_unique<CObjectWaitRecord>();
+    CWaitRecord second;
+    QVERIFY(bridge.runTransaction(transaction("ping"), cdi.portName(), *first, kPacing).accepted());
     QCOMPARE(int(bridge.runTransaction(transaction("ping"), cdi.portName(), second, kPacing).refusal),
         int(CBridgeComm::Refusal::Busy));
-    QVERIFY(finished.wait(5000) && first.hasResult);
+    QVERIFY(first->activityTitle == QStringLiteral("Testing"));
+    first.reset();
+    QVERIFY(finished.wait(5000) && finished.count() == 1);
     QVERIFY(!second.hasResult && second.activityTitle.isEmpty());
 }
 
