@@ -42,7 +42,11 @@ CBridgeComm::CBridgeComm(QObject *parent)
     m_tick.setSingleShot(true);
     m_quiet.setSingleShot(true);
     connect(&m_tick, &QTimer::timeout, this, &CBridgeComm::onTimerTick);
-    connect(&m_quiet, &QTimer::timeout, this, [this] { end(false); });
+    // Before the request leaves, the quiet timer only tells whether the line has gone quiet.
+    connect(&m_quiet, &QTimer::timeout, this, [this] {
+        if (m_state != State::Opened)
+            end(false);
+    });
 }
 
 CBridgeComm::~CBridgeComm() = default;
@@ -65,10 +69,8 @@ CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> tr
     }
 
     port->setParent(this);
-    // An answer to an earlier exchange that came too late must not pass for this one's.
-    port->clear(QSerialPort::Input);
-    port->readAll();
     m_port = port.release();
+    m_portName = portName;
     m_transaction = std::move(transaction);
     m_wait = &wait;
     m_waitObject = dynamic_cast<QObject *>(&wait);
@@ -77,6 +79,8 @@ CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> tr
     m_budgetMs = m_transaction->timeoutMs();
     m_received.clear();
     m_broken = false;
+    m_lateUntil = m_unanswered.take(portName);
+    m_sendAnyway = QDeadlineTimer(qMax<qint64>(m_lateUntil.remainingTime(), 0) + m_pacing.lateMs);
     m_state = State::Opened;
     connect(m_port, &QSerialPort::readyRead, this, &CBridgeComm::onDataAvailable);
     connect(m_port, &QSerialPort::errorOccurred, this, &CBridgeComm::onPortError);
@@ -102,14 +106,9 @@ void CBridgeComm::onTimerTick()
     switch (m_state) {
     case State::Idle:
         return;
-    case State::Opened: {
-        const QByteArray request = m_transaction->requestBytes();
-        qCDebug(lcDevice) << "sent" << request.toHex(' ');
-        m_port->write(request);
-        m_state = State::Sent;
-        m_tick.start(m_pacing.tickMs);
+    case State::Opened:
+        send();
         return;
-    }
     case State::Sent:
         m_transaction->showWaiting(wait());
         m_state = State::Waiting;
@@ -130,6 +129,28 @@ void CBridgeComm::onTimerTick()
     }
 }
 
+// Whatever came before the request cannot be its answer. A late answer to an earlier exchange
+// could still be on its way, though, and be taken for this one's: so the request waits until
+// that answer's time has passed and the line has gone quiet, unless the line never does.
+void CBridgeComm::send()
+{
+    const bool settled = m_lateUntil.hasExpired() && !m_quiet.isActive();
+    if (!settled && !m_sendAnyway.hasExpired()) {
+        const qint64 remaining = qMax<qint64>(m_lateUntil.remainingTime(), m_quiet.remainingTime());
+        m_tick.start(int(qMax<qint64>(1, qMin(remaining, m_sendAnyway.remainingTime()))));
+        return;
+    }
+    m_quiet.stop();
+    m_port->clear(QSerialPort::Input);
+    m_port->readAll();
+    m_received.clear();
+    const QByteArray request = m_transaction->requestBytes();
+    qCDebug(lcDevice) << "sent" << request.toHex(' ');
+    m_port->write(request);
+    m_state = State::Sent;
+    m_tick.start(m_pacing.tickMs);
+}
+
 void CBridgeComm::onDataAvailable()
 {
     if (!m_port)
@@ -137,9 +158,14 @@ void CBridgeComm::onDataAvailable()
     const QByteArray chunk = m_port->readAll();
     if (m_state == State::Idle || m_broken || chunk.isEmpty())
         return;
+    if (m_state == State::Opened) {
+        qCDebug(lcDevice) << "discarded" << chunk.toHex(' ');
+        m_quiet.start(m_pacing.quietMs);
+        return;
+    }
     qCDebug(lcDevice) << "received" << chunk.toHex(' ');
     m_received.append(chunk.left(kReceiveCapacity - m_received.size()));
-    if (m_state != State::Opened && m_received.size() >= m_transaction->expectedLength())
+    if (m_received.size() >= m_transaction->expectedLength())
         m_quiet.start(m_pacing.quietMs);
 }
 
@@ -164,10 +190,16 @@ void CBridgeComm::end(bool broken)
 {
     if (m_state == State::Idle)
         return;
+    const bool sent = m_state != State::Opened;
     m_state = State::Idle;
     m_broken = false;
     m_tick.stop();
     m_quiet.stop();
+    // An answer that is not all in may still come, for the next exchange on this port to let pass.
+    if (sent && (broken || m_received.size() < m_transaction->expectedLength()))
+        m_unanswered.insert(m_portName, QDeadlineTimer(m_pacing.lateMs));
+    else if (!sent && !m_lateUntil.hasExpired())
+        m_unanswered.insert(m_portName, m_lateUntil);
     if (m_port) {
         m_port->disconnect(this);
         m_port->close();

@@ -24,8 +24,9 @@
 
 namespace {
 
-// Request at 100 ms, "Waiting for response" at 200 ms, latest end at 500 ms.
-const BridgePacing kPacing {100, 30};
+// Request at 100 ms, "Waiting for response" at 200 ms, latest end at 500 ms; after an exchange
+// without its answer, the next on that port sends no earlier than 600 ms after its end.
+const BridgePacing kPacing {100, 30, 600};
 constexpr int kSlowMs = 200;
 constexpr int kTooSlowMs = 800;
 constexpr uid_t kOtherUser = 65534;
@@ -83,7 +84,8 @@ private slots:
     void faults();
     void programmedProfileComesBack();
     void secondExchangeIsRefused();
-    void lateAnswerDoesNotPassForTheNext();
+    void lateAnswer_data();
+    void lateAnswer();
     void lateAnswerStaysOnItsTerminal();
     void detection_data();
     void detection();
@@ -253,21 +255,35 @@ void TestDeviceExchange::secondExchangeIsRefused()
     QVERIFY(!second.hasResult && second.activityTitle.isEmpty());
 }
 
-// The answer that came after the latest end waits in the port until the next exchange opens it.
-void TestDeviceExchange::lateAnswerDoesNotPassForTheNext()
+// A CDI too slow for one ping answers while the next ping, to a CDI in time again, is under way:
+// before that ping's request leaves, or after it and before its own answer. The late answer is
+// never taken for the next one's.
+void TestDeviceExchange::lateAnswer_data()
 {
+    QTest::addColumn<int>("lateMs"); // after the first request
+    QTest::addColumn<QString>("next");
+    QTest::newRow("before the next request") << 450 << "none";
+    QTest::newRow("after the next request") << 600 << "slow";
+}
+
+void TestDeviceExchange::lateAnswer()
+{
+    QFETCH(int, lateMs);
+    QFETCH(QString, next);
     CVirtualCdi cdi;
-    cdi.setDelays(kSlowMs, kTooSlowMs);
+    cdi.setDelays(kSlowMs, lateMs);
     cdi.setFault(CVirtualCdi::Fault::TooSlow);
     QCOMPARE(cdi.open(), QString());
     CBridgeComm bridge;
-    CWaitRecord late, next;
-    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("ping"), late) && !late.success);
-    // The virtual CDI tells nothing when it writes the late answer.
-    QTest::qWait(kTooSlowMs);
-    cdi.setFault(CVirtualCdi::Fault::Silent);
-    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("import"), next));
-    QCOMPARE(next.resultText, QStringLiteral("CDI did not respond"));
+    CWaitRecord late, record;
+    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("ping"), late));
+    QCOMPARE(late.resultText, QStringLiteral("CDI did not respond"));
+    cdi.setFault(CVirtualCdi::faultFromName(next).value());
+    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("ping"), record));
+    QCOMPARE(record.resultTitle, QStringLiteral("Test successful"));
+    QCOMPARE(record.resultText,
+        QStringLiteral("Your CDI responded as expected. Firmware <font color=#3E6C82>1.00</font> and serial "
+                       "number <font color=#3E6C82>123456</font> were reported."));
 }
 
 // A late answer goes to the terminal its request came on, not to the one the CDI came back on after
