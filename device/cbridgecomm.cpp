@@ -25,6 +25,15 @@ QString openFailure(const QString &portName, const QSerialPort &port)
     return reason;
 }
 
+// Takes the reports of an exchange whose wait form went away.
+class CNoWaitForm : public IWaitForm
+{
+public:
+    void showActivity(const QString &, const QString &) override { }
+    void showStatus(const QString &) override { }
+    void showResult(const QString &, const QString &, bool) override { }
+};
+
 } // namespace
 
 CBridgeComm::CBridgeComm(QObject *parent)
@@ -33,7 +42,11 @@ CBridgeComm::CBridgeComm(QObject *parent)
     m_tick.setSingleShot(true);
     m_quiet.setSingleShot(true);
     connect(&m_tick, &QTimer::timeout, this, &CBridgeComm::onTimerTick);
-    connect(&m_quiet, &QTimer::timeout, this, [this] { end(false); });
+    // Before the request leaves, the quiet timer only tells whether the line has gone quiet.
+    connect(&m_quiet, &QTimer::timeout, this, [this] {
+        if (m_state != State::Opened)
+            end(false);
+    });
 }
 
 CBridgeComm::~CBridgeComm() = default;
@@ -43,9 +56,6 @@ CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> tr
 {
     if (isBusy())
         return {Refusal::Busy, {}};
-    // A caller may start the next exchange from within the end of the last one.
-    if (m_closedPort)
-        m_closedPort.release()->deleteLater();
 
     auto port = std::make_unique<QSerialPort>(portName);
     port->setBaudRate(QSerialPort::Baud9600);
@@ -57,41 +67,50 @@ CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> tr
         qCDebug(lcDevice) << "cannot open" << portName << port->errorString();
         return {Refusal::CannotOpen, openFailure(portName, *port)};
     }
-    // An answer to an earlier exchange that came too late must not pass for this one's.
-    port->clear(QSerialPort::Input);
-    port->readAll();
 
-    m_port = std::move(port);
+    port->setParent(this);
+    m_port = port.release();
+    m_portName = portName;
     m_transaction = std::move(transaction);
     m_wait = &wait;
+    m_waitObject = dynamic_cast<QObject *>(&wait);
+    m_waitIsObject = !m_waitObject.isNull();
     m_pacing = pacing;
     m_budgetMs = m_transaction->timeoutMs();
     m_received.clear();
+    m_broken = false;
+    m_lateUntil = m_unanswered.take(portName);
+    m_sendAnyway = QDeadlineTimer(qMax<qint64>(m_lateUntil.remainingTime(), 0) + m_pacing.lateMs);
     m_state = State::Opened;
-    connect(m_port.get(), &QSerialPort::readyRead, this, &CBridgeComm::onDataAvailable);
-    connect(m_port.get(), &QSerialPort::errorOccurred, this, &CBridgeComm::onPortError);
+    connect(m_port, &QSerialPort::readyRead, this, &CBridgeComm::onDataAvailable);
+    connect(m_port, &QSerialPort::errorOccurred, this, &CBridgeComm::onPortError);
     qCDebug(lcDevice) << "opened" << portName;
 
-    m_transaction->start(wait);
+    m_transaction->start(this->wait());
     m_tick.start(m_pacing.tickMs);
     return {};
 }
 
+IWaitForm &CBridgeComm::wait()
+{
+    static CNoWaitForm nowhere;
+    return m_wait && (!m_waitIsObject || m_waitObject) ? *m_wait : nowhere;
+}
+
 void CBridgeComm::onTimerTick()
 {
+    if (m_broken) {
+        end(true);
+        return;
+    }
     switch (m_state) {
     case State::Idle:
         return;
-    case State::Opened: {
-        const QByteArray request = m_transaction->requestBytes();
-        qCDebug(lcDevice) << "sent" << request.toHex(' ');
-        m_port->write(request);
-        m_state = State::Sent;
-        m_tick.start(m_pacing.tickMs);
+    case State::Opened:
+        send();
         return;
-    }
     case State::Sent:
-        m_transaction->showWaiting(*m_wait);
+        m_transaction->showWaiting(wait());
         m_state = State::Waiting;
         m_tick.start(m_pacing.tickMs);
         return;
@@ -110,46 +129,87 @@ void CBridgeComm::onTimerTick()
     }
 }
 
+// Whatever came before the request cannot be its answer. A late answer to an earlier exchange
+// could still be on its way, though, and be taken for this one's: so the request waits until
+// that answer's time has passed and the line has gone quiet, unless the line never does.
+void CBridgeComm::send()
+{
+    const bool settled = m_lateUntil.hasExpired() && !m_quiet.isActive();
+    if (!settled && !m_sendAnyway.hasExpired()) {
+        const qint64 remaining = qMax<qint64>(m_lateUntil.remainingTime(), m_quiet.remainingTime());
+        m_tick.start(int(qMax<qint64>(1, qMin(remaining, m_sendAnyway.remainingTime()))));
+        return;
+    }
+    m_quiet.stop();
+    m_port->clear(QSerialPort::Input);
+    m_port->readAll();
+    m_received.clear();
+    const QByteArray request = m_transaction->requestBytes();
+    qCDebug(lcDevice) << "sent" << request.toHex(' ');
+    m_port->write(request);
+    m_state = State::Sent;
+    m_tick.start(m_pacing.tickMs);
+}
+
 void CBridgeComm::onDataAvailable()
 {
     if (!m_port)
         return;
     const QByteArray chunk = m_port->readAll();
-    if (m_state == State::Idle || chunk.isEmpty())
+    if (m_state == State::Idle || m_broken || chunk.isEmpty())
         return;
+    if (m_state == State::Opened) {
+        qCDebug(lcDevice) << "discarded" << chunk.toHex(' ');
+        m_quiet.start(m_pacing.quietMs);
+        return;
+    }
     qCDebug(lcDevice) << "received" << chunk.toHex(' ');
     m_received.append(chunk.left(kReceiveCapacity - m_received.size()));
-    if (m_state != State::Opened && m_received.size() >= m_transaction->expectedLength())
+    if (m_received.size() >= m_transaction->expectedLength())
         m_quiet.start(m_pacing.quietMs);
 }
 
 void CBridgeComm::onPortError(QSerialPort::SerialPortError error)
 {
-    if (error == QSerialPort::NoError || m_state == State::Idle)
+    if (error == QSerialPort::NoError || m_state == State::Idle || m_broken)
         return;
     qCDebug(lcDevice) << "port error" << error << (m_port ? m_port->errorString() : QString());
-    // A pulled-out bridge keeps signalling read errors until the port is closed.
+    // A pulled-out bridge keeps signalling read errors until the port is closed. The exchange ends
+    // on the next turn of the event loop rather than inside the port's signal, so that whoever
+    // hears finished may do anything with the bridge.
     if (error == QSerialPort::ReadError || error == QSerialPort::ResourceError
-        || error == QSerialPort::WriteError)
-        end(true);
+        || error == QSerialPort::WriteError) {
+        m_broken = true;
+        m_port->close();
+        m_quiet.stop();
+        m_tick.start(0);
+    }
 }
 
 void CBridgeComm::end(bool broken)
 {
     if (m_state == State::Idle)
         return;
+    const bool sent = m_state != State::Opened;
     m_state = State::Idle;
+    m_broken = false;
     m_tick.stop();
     m_quiet.stop();
+    // An answer that is not all in may still come, for the next exchange on this port to let pass.
+    if (sent && (broken || m_received.size() < m_transaction->expectedLength()))
+        m_unanswered.insert(m_portName, QDeadlineTimer(m_pacing.lateMs));
+    else if (!sent && !m_lateUntil.hasExpired())
+        m_unanswered.insert(m_portName, m_lateUntil);
     if (m_port) {
         m_port->disconnect(this);
         m_port->close();
-        // This may run inside one of the port's own signals, so the port is deleted later.
-        m_closedPort = std::move(m_port);
+        m_port->deleteLater();
+        m_port = nullptr;
     }
     const std::unique_ptr<CCommunicator> transaction = std::move(m_transaction);
-    IWaitForm &wait = *m_wait;
+    IWaitForm &wait = this->wait();
     m_wait = nullptr;
+    m_waitObject = nullptr;
     bool success = false;
     if (broken) {
         transaction->fail(wait);

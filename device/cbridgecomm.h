@@ -2,7 +2,10 @@
 
 #include "device/ccommunicator.h"
 
+#include <QDeadlineTimer>
+#include <QHash>
 #include <QObject>
+#include <QPointer>
 #include <QSerialPort>
 #include <QTimer>
 
@@ -12,12 +15,18 @@ class IWaitForm;
 
 // The pace of an exchange. The request leaves at the first tick and "Waiting for response"
 // shows at the second; after that the transaction's budget is spent at 700 ms a tick whatever
-// the real tick, so a test may shorten the tick and keep the same sequence.
+// the real tick, so a test may shorten the tick and keep the same sequence. The latest end is
+// about 3.5 s after the start.
 struct BridgePacing
 {
     int tickMs = 700;
     // Once the expected number of bytes is in, this long without a further byte ends the exchange.
+    // Before the request leaves, the line must have been this long without a byte.
     int quietMs = 100;
+    // After an exchange that ended without its whole answer, the answer may still come this long
+    // after the end: as long again as the CDI was given to answer. The next exchange on that port
+    // sends only once it has passed.
+    int lateMs = 2800;
 };
 
 // Runs one request/response exchange on the bridge port at a time, on the calling thread's
@@ -52,7 +61,8 @@ public:
     ~CBridgeComm() override;
 
     // Takes the transaction only when the exchange starts; a refused one is deleted here, since
-    // the caller has nothing left to do with it. The wait form must outlive the exchange.
+    // the caller has nothing left to do with it. A wait form that is a QObject may go away during
+    // the exchange, which then reports nowhere; any other must outlive the exchange.
     Start runTransaction(std::unique_ptr<CCommunicator> transaction, const QString &portName, IWaitForm &wait,
         const BridgePacing &pacing = BridgePacing());
     bool isBusy() const { return m_state != State::Idle; }
@@ -60,22 +70,39 @@ public:
     static constexpr int kReceiveCapacity = 200;
 
 signals:
+    // Never from within one of the port's signals: the bridge may be deleted in answer to it.
     void finished(bool success);
 
 private:
     void onTimerTick();
     void onDataAvailable();
     void onPortError(QSerialPort::SerialPortError error);
+    void send();
     void end(bool broken);
+    IWaitForm &wait();
 
     std::unique_ptr<CCommunicator> m_transaction;
-    std::unique_ptr<QSerialPort> m_port;
-    std::unique_ptr<QSerialPort> m_closedPort;
+    // The open port. Ports are children of the bridge, so none outlives it; a closed one goes with
+    // deleteLater(), after whatever it still has on its way.
+    QPointer<QSerialPort> m_port;
+    QString m_portName;
     IWaitForm *m_wait = nullptr;
+    // Set when the wait form is a QObject, so that its going away shows.
+    QPointer<QObject> m_waitObject;
+    bool m_waitIsObject = false;
     QByteArray m_received;
     BridgePacing m_pacing;
     int m_budgetMs = 0;
+    // Before the request leaves: until when a late answer to an earlier exchange may come, and
+    // when to send even though the line never went quiet.
+    QDeadlineTimer m_lateUntil;
+    QDeadlineTimer m_sendAnyway;
+    // The ports whose last exchange ended without its whole answer, and until when that answer
+    // may still come.
+    QHash<QString, QDeadlineTimer> m_unanswered;
     QTimer m_tick;
     QTimer m_quiet;
     State m_state = State::Idle;
+    // The port failed; the exchange ends at the next tick.
+    bool m_broken = false;
 };

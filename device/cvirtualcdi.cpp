@@ -99,6 +99,7 @@ bool CVirtualCdi::reimportAllowed() const
 QString CVirtualCdi::open()
 {
     closePty();
+    ++m_terminal;
     m_master = ::posix_openpt(O_RDWR | O_NOCTTY);
     if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0) {
         const QString error = QString::fromLocal8Bit(std::strerror(errno));
@@ -243,23 +244,25 @@ void CVirtualCdi::send(QByteArray answer, const QString &line)
         break;
     }
     emit requestHandled(line + QStringLiteral(": answered ") + hex(answer));
-    const int master = m_master;
+    const quint64 terminal = m_terminal;
     if (m_fault == Fault::Hangup) {
         // Half the answer, then the line goes dead; the CDI comes back on a new terminal.
         const QByteArray half = answer.left(answer.size() / 2);
-        if (::write(master, half.constData(), size_t(half.size())) < 0)
+        if (::write(m_master, half.constData(), size_t(half.size())) < 0)
             return;
-        QTimer::singleShot(50, this, [this] {
+        QTimer::singleShot(50, this, [this, terminal] {
+            if (terminal != m_terminal)
+                return;
             closePty();
             if (open().isEmpty())
                 emit portChanged(m_portName);
         });
         return;
     }
-    QTimer::singleShot(delay, this, [this, master, answer] {
-        if (master != m_master)
+    QTimer::singleShot(delay, this, [this, terminal, answer] {
+        if (terminal != m_terminal || m_master < 0)
             return;
-        if (::write(master, answer.constData(), size_t(answer.size())) < 0)
+        if (::write(m_master, answer.constData(), size_t(answer.size())) < 0)
             emit requestHandled(QStringLiteral("could not write the answer"));
     });
 }

@@ -75,6 +75,9 @@ private:
     int m_slowMs = 2500;
     int m_tooSlowMs = 4500;
     int m_master = -1;
+    // Counts the terminals opened. An answer belongs to the terminal its request came on; the
+    // master's descriptor cannot tell, since a new terminal may get the number of the last.
+    quint64 m_terminal = 0;
     // Held open so the master never sees a hang-up between exchanges.
     int m_slave = -1;
     std::unique_ptr<QSocketNotifier> m_notifier;

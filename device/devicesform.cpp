@@ -20,7 +20,7 @@ QStringList portNames(const std::vector<SerialPortEntry> &ports)
 DevicesForm::DevicesForm(const IPortLister &ports, QWidget *parent)
     : QWidget(parent)
     , m_ui(std::make_unique<Ui::DevicesForm>())
-    , m_ports(ports)
+    , m_ports(ports.clone())
 {
     m_ui->setupUi(this);
     m_poll.setInterval(1500);
@@ -76,7 +76,7 @@ void DevicesForm::retranslate(int)
 void DevicesForm::onRefreshList()
 {
     setEnabled(false);
-    const std::vector<SerialPortEntry> ports = m_ports.ports();
+    const std::vector<SerialPortEntry> ports = m_ports->ports();
     m_listed = portNames(ports);
     m_ui->portList->clear();
     for (const SerialPortEntry &port : ports) {
@@ -100,7 +100,7 @@ void DevicesForm::onRefreshList()
 
 void DevicesForm::onRetryAutoDetection()
 {
-    const QString port = findBridgePort(m_ports);
+    const QString port = findBridgePort(*m_ports);
     if (port.isEmpty()) {
         userPrompts().warn(this, QStringLiteral("Sparkwright"), tr("Automatic detection failed."), tr("OK"));
         return;
@@ -116,6 +116,6 @@ void DevicesForm::onItemClicked(QListWidgetItem *item)
 // Rebuilt only when the ports themselves changed, so that the user's selection stays.
 void DevicesForm::pollPorts()
 {
-    if (portNames(m_ports.ports()) != m_listed)
+    if (portNames(m_ports->ports()) != m_listed)
         onRefreshList();
 }

@@ -22,6 +22,7 @@ class DevicesForm : public QWidget, public CBrowserWidget, public ITranslatable
     Q_OBJECT
 
 public:
+    // Keeps a lister of its own, made from the one given.
     explicit DevicesForm(const IPortLister &ports, QWidget *parent = nullptr);
     ~DevicesForm() override;
 
@@ -46,7 +47,7 @@ private:
     void pollPorts();
 
     std::unique_ptr<Ui::DevicesForm> m_ui;
-    const IPortLister &m_ports;
+    const std::unique_ptr<const IPortLister> m_ports;
     QTimer m_poll;
     QStringList m_listed;
 };

@@ -4,12 +4,14 @@
 #include <QDir>
 #include <QFile>
 #include <QSerialPortInfo>
-#include <QStandardPaths>
 
 #include <array>
 
 #include <cerrno>
+#include <fcntl.h>
+#include <pwd.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -18,13 +20,68 @@ const char kBridgeName[] = "Silicon Labs CP210x USB to UART Bridge";
 constexpr quint16 kSiliconLabsVendor = 0x10C4;
 constexpr std::array<quint16, 7> kCp210xProducts {0xEA60, 0xEA61, 0xEA63, 0xEA70, 0xEA71, 0xEA7A, 0xEA7B};
 const char kRegistryPrefix[] = "sparkwright-virtual-cdi-";
+const char kRegistryFolder[] = "sparkwright-virtual-cdi";
+// Names already taken are passed over; this many is far more than one process ever announces.
+constexpr int kMaxAnnouncements = 1000;
 
+// Whoever can write to the folder can pose as a CDI, so it must be ours and closed to the group
+// and to others. The folder itself is looked at, not where a link of that name would lead.
+bool isPrivateFolder(const QByteArray &path, bool followLink)
+{
+    struct stat info
+    {
+    };
+    const int status = followLink ? ::stat(path.constData(), &info) : ::lstat(path.constData(), &info);
+    return status == 0 && S_ISDIR(info.st_mode) && info.st_uid == ::geteuid()
+        && (info.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+// Our folder inside parent, made when missing; empty when it is not ours alone.
+QString registryFolderIn(const QByteArray &parent)
+{
+    const QByteArray path = parent + '/' + kRegistryFolder;
+    if (::mkdir(path.constData(), 0700) != 0 && errno != EEXIST)
+        return {};
+    return isPrivateFolder(path, false) ? QFile::decodeName(path) : QString();
+}
+
+// $HOME, unless it belongs to another user (sudo may keep the caller's): then the home the
+// password database gives the user we run as.
+QByteArray homeFolder()
+{
+    const QByteArray home = qgetenv("HOME");
+    struct stat info
+    {
+    };
+    if (home.startsWith('/') && ::stat(home.constData(), &info) == 0 && S_ISDIR(info.st_mode)
+        && info.st_uid == ::geteuid())
+        return home;
+    QByteArray buffer(16384, '\0');
+    passwd entry {};
+    passwd *found = nullptr;
+    if (::getpwuid_r(::geteuid(), &entry, buffer.data(), size_t(buffer.size()), &found) != 0 || !found
+        || !found->pw_dir)
+        return {};
+    return QByteArray(found->pw_dir);
+}
+
+// The runtime folder when it is the user's own, as a login session sets it up. Without one (sudo,
+// su, ssh, cron) the user's cache folder: unlike /tmp, no other user can make a folder there
+// first, so it is ours or nothing. Empty when neither can be used.
 QString registryFolder()
 {
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    if (!runtime.isEmpty() && QDir(runtime).exists())
-        return runtime;
-    return QDir::tempPath();
+    const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR");
+    if (runtime.startsWith('/') && isPrivateFolder(runtime, true)) {
+        const QString folder = registryFolderIn(runtime);
+        if (!folder.isEmpty())
+            return folder;
+    }
+    const QByteArray home = homeFolder();
+    if (!home.startsWith('/'))
+        return {};
+    const QByteArray cache = home + "/.cache";
+    ::mkdir(cache.constData(), 0700);
+    return registryFolderIn(cache);
 }
 
 bool processIsAlive(qint64 pid)
@@ -96,17 +153,33 @@ QString findBridgePort(const IPortLister &lister)
 
 namespace VirtualCdiRegistry {
 
+// The file is always a new one: a name already taken, whether by a file an earlier process of the
+// same number left or by a link, is passed over, never followed or written.
 QString announce(const QString &ptyPath)
 {
-    static int serial = 0;
-    const QString file = QDir(registryFolder())
-                             .filePath(QLatin1String(kRegistryPrefix) + QString::number(::getpid())
-                                 + QLatin1Char('-') + QString::number(++serial));
-    QFile out(file);
-    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    const QString folder = registryFolder();
+    if (folder.isEmpty())
         return {};
-    out.write(ptyPath.toUtf8());
-    return out.error() == QFile::NoError ? file : QString();
+    const QByteArray content = ptyPath.toUtf8();
+    const QString stem = folder + QLatin1Char('/') + QLatin1String(kRegistryPrefix)
+        + QString::number(::getpid()) + QLatin1Char('-');
+    for (int serial = 1; serial <= kMaxAnnouncements; ++serial) {
+        const QString file = stem + QString::number(serial);
+        const QByteArray path = QFile::encodeName(file);
+        const int fd = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+        if (fd < 0) {
+            if (errno == EEXIST)
+                continue;
+            return {};
+        }
+        const bool written = ::write(fd, content.constData(), size_t(content.size())) == content.size();
+        ::close(fd);
+        if (written)
+            return file;
+        ::unlink(path.constData());
+        return {};
+    }
+    return {};
 }
 
 void withdraw(const QString &file)
@@ -115,26 +188,47 @@ void withdraw(const QString &file)
         QFile::remove(file);
 }
 
+// Only plain files of our own count. Anything else is left as it is: another user's file is
+// neither read nor removed.
 QStringList ptyPaths()
 {
     QStringList paths;
-    const QDir folder(registryFolder());
-    const QStringList files
-        = folder.entryList({QLatin1String(kRegistryPrefix) + QLatin1Char('*')}, QDir::Files, QDir::Name);
+    const QString folderPath = registryFolder();
+    if (folderPath.isEmpty())
+        return paths;
+    const QDir folder(folderPath);
+    const QStringList files = folder.entryList({QLatin1String(kRegistryPrefix) + QLatin1Char('*')},
+        QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    const uid_t self = ::geteuid();
     for (const QString &name : files) {
+        const QByteArray path = QFile::encodeName(folder.filePath(name));
+        struct stat info
+        {
+        };
+        if (::lstat(path.constData(), &info) != 0 || !S_ISREG(info.st_mode) || info.st_uid != self)
+            continue;
         const QStringList parts = name.mid(int(sizeof(kRegistryPrefix)) - 1).split(QLatin1Char('-'));
         bool numeric = false;
         const qint64 pid = parts.value(0).toLongLong(&numeric);
         if (!numeric || !processIsAlive(pid)) {
-            QFile::remove(folder.filePath(name));
+            ::unlink(path.constData());
             continue;
         }
-        QFile file(folder.filePath(name));
-        if (!file.open(QIODevice::ReadOnly))
+        const int fd = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        if (fd < 0)
             continue;
-        const QString path = QString::fromUtf8(file.read(4096)).trimmed();
-        if (path.startsWith(QLatin1Char('/')) && QFile::exists(path))
-            paths << path;
+        // It may have been replaced since it was looked at.
+        QByteArray content(4096, '\0');
+        const ssize_t got = ::fstat(fd, &info) == 0 && S_ISREG(info.st_mode) && info.st_uid == self
+            ? ::read(fd, content.data(), size_t(content.size()))
+            : -1;
+        ::close(fd);
+        if (got <= 0)
+            continue;
+        content.truncate(int(got));
+        const QString ptyPath = QString::fromUtf8(content).trimmed();
+        if (ptyPath.startsWith(QLatin1Char('/')) && QFile::exists(ptyPath))
+            paths << ptyPath;
     }
     return paths;
 }

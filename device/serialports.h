@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <vector>
 
 // One serial port as the port list and the detection see it.
@@ -24,6 +25,8 @@ class IPortLister
 public:
     virtual ~IPortLister() = default;
     virtual std::vector<SerialPortEntry> ports() const = 0;
+    // A lister of its own for whoever keeps one, so that nothing has to outlive its user.
+    virtual std::unique_ptr<IPortLister> clone() const = 0;
 };
 
 // The system's serial ports, then the virtual CDIs running on this machine (pseudo-terminals
@@ -32,6 +35,7 @@ class CSystemPortLister : public IPortLister
 {
 public:
     std::vector<SerialPortEntry> ports() const override;
+    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<CSystemPortLister>(); }
 };
 
 // The CP210x bridge: by its description, or by its USB IDs, since Linux describes it without
@@ -43,8 +47,10 @@ int findBridgePort(const std::vector<SerialPortEntry> &ports);
 // Its name, or empty when none is plugged in.
 QString findBridgePort(const IPortLister &lister);
 
-// Virtual CDIs announce their pseudo-terminals to other processes by small files in the user's
-// runtime folder; a file left by a process that is gone is removed when seen.
+// Virtual CDIs announce their pseudo-terminals to the user's other processes by small files in a
+// folder only that user can write: "sparkwright-virtual-cdi" in the runtime folder, else in
+// ~/.cache. Only the user's own files count; one left by a process that is gone is removed when
+// seen.
 namespace VirtualCdiRegistry {
 // Returns the file written, or empty when it could not be.
 QString announce(const QString &ptyPath);

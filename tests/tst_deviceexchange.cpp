@@ -11,18 +11,47 @@
 #include "profile/defaultlibrary.h"
 #include "tests/layoutencoder.h"
 
+#include <QScopeGuard>
+#include <QSerialPort>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include <optional>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
-// Request at 100 ms, "Waiting for response" at 200 ms, latest end at 500 ms.
-const BridgePacing kPacing {100, 30};
+// Request at 100 ms, "Waiting for response" at 200 ms, latest end at 500 ms; after an exchange
+// without its answer, the next on that port sends no earlier than 600 ms after its end.
+const BridgePacing kPacing {100, 30, 600};
 constexpr int kSlowMs = 200;
 constexpr int kTooSlowMs = 800;
+constexpr uid_t kOtherUser = 65534;
+
+const char kRegistryFolder[] = "sparkwright-virtual-cdi";
+
+// A ping answer to nonce 5A from a CDI with the virtual CDI's own firmware and serial number.
+const char kPingAnswer5A[] = "4df6685a312e3030000000000001e240000000000000000035";
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool write(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+// A wait form that is also a QObject, as the progress page is.
+class CObjectWaitRecord : public QObject, public CWaitRecord
+{
+};
 
 Profile sampleProfile()
 {
@@ -55,10 +84,15 @@ private slots:
     void faults();
     void programmedProfileComesBack();
     void secondExchangeIsRefused();
-    void lateAnswerDoesNotPassForTheNext();
+    void lateAnswer_data();
+    void lateAnswer();
+    void lateAnswerStaysOnItsTerminal();
     void detection_data();
     void detection();
-    void staleVirtualCdiIsSweptAway();
+    void registryEntries_data();
+    void registryEntries();
+    void registryFolder_data();
+    void registryFolder();
 
 private:
     std::unique_ptr<CCommunicator> transaction(const QString &kind);
@@ -167,9 +201,14 @@ void TestDeviceExchange::faults()
     cdi.setDelays(kSlowMs, kTooSlowMs);
     cdi.setFault(CVirtualCdi::faultFromName(fault).value());
     QCOMPARE(cdi.open(), QString());
-    CBridgeComm bridge;
+    auto bridge = std::make_unique<CBridgeComm>();
+    QSignalSpy finished(bridge.get(), &CBridgeComm::finished);
+    // Whoever hears the end may drop the bridge there and then, however the exchange ended.
+    connect(bridge.get(), &CBridgeComm::finished, bridge.get(), [&bridge] { bridge.reset(); });
     CWaitRecord record;
-    QVERIFY(run(bridge, cdi.portName(), kind, record));
+    QVERIFY(bridge->runTransaction(transaction(kind), cdi.portName(), record, kPacing).accepted());
+    QVERIFY(finished.wait(5000) && !bridge);
+    QCOMPARE(finished.at(0).at(0).toBool(), record.success);
     QCOMPARE(record.resultTitle, title);
     QCOMPARE(record.resultText, text);
     QCOMPARE(record.success, success);
@@ -197,35 +236,81 @@ void TestDeviceExchange::programmedProfileComesBack()
     }
 }
 
+// While an exchange runs a second is refused; the first runs to its end even when its progress
+// page goes away meanwhile.
 void TestDeviceExchange::secondExchangeIsRefused()
 {
     CVirtualCdi cdi;
     QCOMPARE(cdi.open(), QString());
     CBridgeComm bridge;
     QSignalSpy finished(&bridge, &CBridgeComm::finished);
-    CWaitRecord first, second;
-    QVERIFY(bridge.runTransaction(transaction("ping"), cdi.portName(), first, kPacing).accepted());
+    auto first = std::make_unique<CObjectWaitRecord>();
+    CWaitRecord second;
+    QVERIFY(bridge.runTransaction(transaction("ping"), cdi.portName(), *first, kPacing).accepted());
     QCOMPARE(int(bridge.runTransaction(transaction("ping"), cdi.portName(), second, kPacing).refusal),
         int(CBridgeComm::Refusal::Busy));
-    QVERIFY(finished.wait(5000) && first.hasResult);
+    QVERIFY(first->activityTitle == QStringLiteral("Testing"));
+    first.reset();
+    QVERIFY(finished.wait(5000) && finished.count() == 1);
     QVERIFY(!second.hasResult && second.activityTitle.isEmpty());
 }
 
-// The answer that came after the latest end waits in the port until the next exchange opens it.
-void TestDeviceExchange::lateAnswerDoesNotPassForTheNext()
+// A CDI too slow for one ping answers while the next ping, to a CDI in time again, is under way:
+// before that ping's request leaves, or after it and before its own answer. The late answer is
+// never taken for the next one's.
+void TestDeviceExchange::lateAnswer_data()
 {
+    QTest::addColumn<int>("lateMs"); // after the first request
+    QTest::addColumn<QString>("next");
+    QTest::newRow("before the next request") << 450 << "none";
+    QTest::newRow("after the next request") << 600 << "slow";
+}
+
+void TestDeviceExchange::lateAnswer()
+{
+    QFETCH(int, lateMs);
+    QFETCH(QString, next);
     CVirtualCdi cdi;
-    cdi.setDelays(kSlowMs, kTooSlowMs);
+    cdi.setDelays(kSlowMs, lateMs);
     cdi.setFault(CVirtualCdi::Fault::TooSlow);
     QCOMPARE(cdi.open(), QString());
     CBridgeComm bridge;
-    CWaitRecord late, next;
-    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("ping"), late) && !late.success);
-    // The virtual CDI tells nothing when it writes the late answer.
-    QTest::qWait(kTooSlowMs);
-    cdi.setFault(CVirtualCdi::Fault::Silent);
-    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("import"), next));
-    QCOMPARE(next.resultText, QStringLiteral("CDI did not respond"));
+    CWaitRecord late, record;
+    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("ping"), late));
+    QCOMPARE(late.resultText, QStringLiteral("CDI did not respond"));
+    cdi.setFault(CVirtualCdi::faultFromName(next).value());
+    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("ping"), record));
+    QCOMPARE(record.resultTitle, QStringLiteral("Test successful"));
+    QCOMPARE(record.resultText,
+        QStringLiteral("Your CDI responded as expected. Firmware <font color=#3E6C82>1.00</font> and serial "
+                       "number <font color=#3E6C82>123456</font> were reported."));
+}
+
+// A late answer goes to the terminal its request came on, not to the one the CDI came back on after
+// a hang-up, though that one may have the same descriptor.
+void TestDeviceExchange::lateAnswerStaysOnItsTerminal()
+{
+    CVirtualCdi cdi;
+    cdi.setDelays(kSlowMs, 300);
+    cdi.setFault(CVirtualCdi::Fault::TooSlow);
+    QCOMPARE(cdi.open(), QString());
+    QSignalSpy handled(&cdi, &CVirtualCdi::requestHandled);
+    QSignalSpy moved(&cdi, &CVirtualCdi::portChanged);
+    QSerialPort first(cdi.portName());
+    QVERIFY(first.open(QIODevice::ReadWrite));
+    first.write(CPinger(0x11).requestBytes());
+    QVERIFY(handled.wait(5000));
+    cdi.setFault(CVirtualCdi::Fault::Hangup);
+    first.write(CPinger(0x22).requestBytes());
+    QVERIFY(moved.wait(5000));
+    first.close();
+    cdi.setFault(CVirtualCdi::Fault::None);
+    QSerialPort second(moved.at(0).at(0).toString());
+    QVERIFY2(second.open(QIODevice::ReadWrite), qPrintable(second.errorString()));
+    QTest::qWait(400); // past the late answer's time
+    second.write(CPinger(0x5A).requestBytes());
+    QTRY_VERIFY_WITH_TIMEOUT(second.bytesAvailable() >= 25, 5000);
+    QCOMPARE(second.readAll(), QByteArray::fromHex(kPingAnswer5A));
 }
 
 void TestDeviceExchange::detection_data()
@@ -257,15 +342,105 @@ void TestDeviceExchange::detection()
     QCOMPARE(findBridgePort({plain, entry, otherBridge}), bridge ? 1 : 2);
 }
 
-// Listing the ports sweeps away the file of a virtual CDI whose process no longer runs. That a
-// running one is listed, and its file gone when it ends, shows in tst_devicecli.
-void TestDeviceExchange::staleVirtualCdiIsSweptAway()
+// An entry planted in the registry, for a running process at the name its first announcement
+// would take. Only a plain file of our own counts: listed while its process runs, removed once it
+// is gone. Announcing never follows or overwrites what is there.
+void TestDeviceExchange::registryEntries_data()
 {
-    QFile stale(m_runtime.filePath(QStringLiteral("sparkwright-virtual-cdi-999999999-1")));
-    QVERIFY(stale.open(QIODevice::WriteOnly) && stale.write("/dev/pts/999") > 0);
-    stale.close();
-    CSystemPortLister().ports();
-    QVERIFY(!stale.exists());
+    for (const char *column : {"running", "foreign", "link", "listed", "kept"})
+        QTest::addColumn<bool>(column);
+    QTest::newRow("ours, running") << true << false << false << true << true;
+    QTest::newRow("ours, process gone") << false << false << false << false << false;
+    QTest::newRow("another user's, running") << true << true << false << false << true;
+    QTest::newRow("another user's, process gone") << false << true << false << false << true;
+    QTest::newRow("link to a file of ours") << true << false << true << false << true;
+}
+
+void TestDeviceExchange::registryEntries()
+{
+    QFETCH(bool, running);
+    QFETCH(bool, foreign);
+    QFETCH(bool, link);
+    QFETCH(bool, listed);
+    QFETCH(bool, kept);
+    if (foreign && ::geteuid() != 0)
+        QSKIP("only root can give a file to another user");
+    const QString folder = m_runtime.filePath(kRegistryFolder);
+    QVERIFY(QDir(folder).exists() || ::mkdir(QFile::encodeName(folder).constData(), 0700) == 0);
+    const QString planted
+        = QDir(folder).filePath(QStringLiteral("sparkwright-virtual-cdi-%1-1")
+                                    .arg(running ? QCoreApplication::applicationPid() : 999999999));
+    const QString target = m_runtime.filePath(QStringLiteral("target"));
+    QVERIFY(write(link ? target : planted, "/dev/null"));
+    QVERIFY(!link || QFile::link(target, planted));
+    QVERIFY(!foreign || ::chown(QFile::encodeName(planted).constData(), kOtherUser, kOtherUser) == 0);
+    const auto cleanUp = qScopeGuard([&] {
+        QFile::remove(planted);
+        QFile::remove(target);
+    });
+
+    const QString announced = VirtualCdiRegistry::announce(QStringLiteral("/dev/zero"));
+    QVERIFY(!announced.isEmpty() && announced != planted);
+    const QStringList expected = listed ? QStringList {"/dev/null", "/dev/zero"} : QStringList {"/dev/zero"};
+    QCOMPARE(VirtualCdiRegistry::ptyPaths(), expected);
+    VirtualCdiRegistry::withdraw(announced);
+    QCOMPARE(QFileInfo(planted).exists() || QFileInfo(planted).isSymLink(), kept);
+    if (kept) {
+        QCOMPARE(readAll(link ? target : planted), QByteArray("/dev/null"));
+        QCOMPARE(QFileInfo(planted).isSymLink(), link);
+    }
+}
+
+// The announcements go to the runtime folder only when it and the registry folder in it are ours
+// and closed to others; else to the cache folder in the user's home.
+void TestDeviceExchange::registryFolder_data()
+{
+    QTest::addColumn<QString>("setup");
+    QTest::addColumn<bool>("runtime");
+    QTest::newRow("private runtime folder") << "" << true;
+    QTest::newRow("runtime folder writable by the group") << "group" << false;
+    QTest::newRow("runtime folder of another user") << "foreign" << false;
+    QTest::newRow("registry folder writable by others") << "open" << false;
+    QTest::newRow("registry folder is a link") << "link" << false;
+}
+
+void TestDeviceExchange::registryFolder()
+{
+    QFETCH(QString, setup);
+    QFETCH(bool, runtime);
+    if (setup == QLatin1String("foreign") && ::geteuid() != 0)
+        QSKIP("only root can give a folder to another user");
+    QTemporaryDir base, home, elsewhere;
+    const QByteArray baseName = QFile::encodeName(base.path());
+    const QByteArray registry = baseName + '/' + kRegistryFolder;
+    if (setup == QLatin1String("group"))
+        QVERIFY(::chmod(baseName.constData(), 0770) == 0);
+    if (setup == QLatin1String("foreign"))
+        QVERIFY(::chown(baseName.constData(), kOtherUser, kOtherUser) == 0);
+    if (setup == QLatin1String("open"))
+        QVERIFY(::mkdir(registry.constData(), 0700) == 0 && ::chmod(registry.constData(), 0777) == 0);
+    if (setup == QLatin1String("link"))
+        QVERIFY(::symlink(QFile::encodeName(elsewhere.path()).constData(), registry.constData()) == 0);
+    const QByteArray oldHome = qgetenv("HOME");
+    const auto restore = qScopeGuard([&] {
+        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_runtime.path()));
+        qputenv("HOME", oldHome);
+    });
+    qputenv("XDG_RUNTIME_DIR", baseName);
+    qputenv("HOME", QFile::encodeName(home.path()));
+
+    const QString announced = VirtualCdiRegistry::announce(QStringLiteral("/dev/zero"));
+    const QString expected
+        = runtime ? QFile::decodeName(registry) : home.filePath(QStringLiteral(".cache/") + kRegistryFolder);
+    QCOMPARE(QFileInfo(announced).path(), expected);
+    struct stat info
+    {
+    };
+    QVERIFY(::lstat(QFile::encodeName(expected).constData(), &info) == 0 && S_ISDIR(info.st_mode));
+    QCOMPARE(info.st_mode & 07777, mode_t(0700));
+    QCOMPARE(VirtualCdiRegistry::ptyPaths(), QStringList {"/dev/zero"});
+    VirtualCdiRegistry::withdraw(announced);
+    QCOMPARE(QDir(elsewhere.path()).entryList(QDir::Files), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestDeviceExchange)

@@ -28,6 +28,7 @@ struct FixedPorts : IPortLister
         return {{QStringLiteral("ttyS0"), QString(), QString(), 0, 0, false, false},
             {QStringLiteral("/dev/pts/7"), QStringLiteral("Virtual CDI"), QString(), 0, 0, false, true}};
     }
+    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<FixedPorts>(); }
 };
 
 } // namespace
@@ -137,11 +138,13 @@ void TestDevicePages::exchanges()
 }
 
 // The list shows what the port listing gives, the bridge selected; Next says so when nothing is.
+// The page needs nothing it was given to outlive it.
 void TestDevicePages::portSelection()
 {
     Program program; // for its prompts
-    FixedPorts ports;
-    DevicesForm form(ports);
+    auto ports = std::make_unique<FixedPorts>();
+    DevicesForm form(*ports);
+    ports.reset();
     QSignalSpy chosen(&form, &DevicesForm::portChosen);
     form.setActive(true);
     auto *list = form.findChild<QListWidget *>();
