@@ -1,4 +1,4 @@
-#include "app/csingleinstance.h"
+#include "csingleinstance.h"
 
 #include <QDir>
 #include <QLockFile>

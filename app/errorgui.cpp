@@ -1,4 +1,4 @@
-#include "app/errorgui.h"
+#include "errorgui.h"
 
 #include "ui_errorgui.h"
 

@@ -1,4 +1,4 @@
-#include "app/cstartup.h"
+#include "cstartup.h"
 
 int main(int argc, char *argv[])
 {

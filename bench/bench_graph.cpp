@@ -2,8 +2,8 @@
 
 #include "editor/graphform.h"
 #include "editor/iprofileeditormain.h"
-#include "editor/mapplotter.h"
 #include "profile/profile.h"
+#include "render/mapplotter.h"
 
 #include <QApplication>
 #include <QMouseEvent>

@@ -1,7 +1,7 @@
 #include "bench/benchharness.h"
 
 #include "profile/profile.h"
-#include "summary/summarysheet.h"
+#include "render/summarysheet.h"
 
 #include <QGuiApplication>
 

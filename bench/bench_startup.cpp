@@ -6,8 +6,8 @@
 // first exposure on the platform in use (an X server when DISPLAY is set, as scripts/bench.sh
 // does it with a virtual one). Prints the medians as "NAME MEDIAN_MS" and the ratio, and on
 // standard error the peak memory of both.
-#include "app/cstartup.h"
-#include "frame/mainwindow.h"
+#include "cstartup.h"
+#include "mainwindow.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,14 +1,6 @@
-# What an installation holds: the program and the tool in bin, their data in share/sparkwright
-# (found from bin as ../share/sparkwright), the menu entry, the AppStream data, the icon at every
-# size the project draws, and the udev rule that lets the user at the seat reach the bridge.
-include(GNUInstallDirs)
-
-set(SPARKWRIGHT_APP_ID example.sparkwright.Sparkwright)
-set(SPARKWRIGHT_DATA_INSTALL_DIR ${CMAKE_INSTALL_DATADIR}/sparkwright)
-file(RELATIVE_PATH SPARKWRIGHT_DATA_FROM_BIN
-    ${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_BINDIR} ${CMAKE_INSTALL_PREFIX}/${SPARKWRIGHT_DATA_INSTALL_DIR})
-set_property(SOURCE ${CMAKE_SOURCE_DIR}/app/datafilelocation.cpp APPEND PROPERTY
-    COMPILE_DEFINITIONS SPARKWRIGHT_DATA_FROM_BIN="${SPARKWRIGHT_DATA_FROM_BIN}")
+# What an installation holds (the folders: install-dirs.cmake): the program and the tool, their
+# data, the menu entry, the AppStream data, the icon at every size the project draws, and the
+# udev rule that lets the user at the seat reach the bridge.
 
 install(TARGETS sparkwright sparkwright-cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${CMAKE_BINARY_DIR}/default.cds ${CMAKE_BINARY_DIR}/hints.cdh ${SPARKWRIGHT_QM}

@@ -3,7 +3,7 @@
 // and checksum, so that the fuzzer reaches the transactions' own checks, not only the frame test;
 // the programming transaction also takes its scrambling value from it. Every answer must end in
 // exactly one reported result, and an import that succeeds must hand over a profile.
-#include "tests/fuzz/fuzztarget.h"
+#include "fuzz/fuzztarget.h"
 
 #include "device/ccalibrator.h"
 #include "device/cimporter.h"

@@ -1,6 +1,6 @@
 // "hints.cdh": the editor's help texts. What loads must save to bytes that load the same, but
 // for a text with a zero character, which is cut once (see hasZeroCharacter()).
-#include "tests/fuzz/fuzztarget.h"
+#include "fuzz/fuzztarget.h"
 
 #include "profile/hintcatalog.h"
 

@@ -1,6 +1,6 @@
 // The JSON the command-line tool builds profiles, libraries and hints from. Whatever it accepts
 // must print back to JSON that it accepts again, unchanged.
-#include "tests/fuzz/fuzztarget.h"
+#include "fuzz/fuzztarget.h"
 
 #include "profile/defaultlibrary.h"
 #include "profile/hintcatalog.h"

@@ -1,7 +1,7 @@
 // "default.cds": the factory library the program refuses to start without. What loads must save
 // to bytes that load to the same library, but for a text with a zero character, which is cut
 // once (see hasZeroCharacter()).
-#include "tests/fuzz/fuzztarget.h"
+#include "fuzz/fuzztarget.h"
 
 #include "profile/defaultlibrary.h"
 

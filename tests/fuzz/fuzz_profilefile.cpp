@@ -1,7 +1,7 @@
 // A ".cdi" file as mailed from one rider to another: the container and every record in it.
 // A record that reads must write back to bytes that read to the same profile, but for a text
 // with a zero character, which is cut once (see hasZeroCharacter()).
-#include "tests/fuzz/fuzztarget.h"
+#include "fuzz/fuzztarget.h"
 
 #include "profile/container.h"
 #include "profile/profilefile.h"

@@ -1,6 +1,6 @@
 // Replays a fuzz target's corpus: every file in the folders (or the files) named on the command
 // line goes through the target once. Fails when nothing was found to replay.
-#include "tests/fuzz/fuzztarget.h"
+#include "fuzz/fuzztarget.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,0 +1,768 @@
+#include "mainwindow.h"
+
+#include "data/cdataholder.h"
+#include "data/cfilemanifest.h"
+#include "device/serialports.h"
+#include "devicepages/cdeviceflow.h"
+#include "devicepages/devicesform.h"
+#include "devicepages/waitform.h"
+#include "devicepages/writeconfirmationdialog.h"
+#include "dialogs/aboutdialog.h"
+#include "dialogs/cupdater.h"
+#include "dialogs/cweblinks.h"
+#include "editor/editorform.h"
+#include "profile/profilefile.h"
+#include "profile/recentprofiles.h"
+#include "profile/safefilewriter.h"
+#include "profile/suggestedfilename.h"
+#include "render/summarysheet.h"
+#include "shell/clanguagemenu.h"
+#include "shell/iuserprompts.h"
+#include "start/wizardform.h"
+#include "summary/customform.h"
+
+#include "ui_mainwindow.h"
+
+#include <QCloseEvent>
+#include <QDateTime>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QPainter>
+#include <QScreen>
+#include <QStyle>
+#include <QThread>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace {
+
+const char kOrganizationFallback[] = "sparkwright.example";
+
+} // namespace
+
+MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
+    std::unique_ptr<EditorForm> editor, std::unique_ptr<CustomForm> confirmation, CLanguageMenu &languageMenu,
+    QWidget *parent)
+    : QMainWindow(parent)
+    , m_ui(std::make_unique<Ui::MainWindow>())
+    , m_data(data)
+    , m_wizard(wizard.get())
+    , m_editor(editor.get())
+    , m_confirmation(confirmation.get())
+{
+    m_ui->setupUi(this);
+    m_ui->menuLanguage->addActions(languageMenu.actions());
+    // The style's standard icon costs a noticeable part of the start-up; it is fetched when the
+    // Help menu first opens.
+    connect(m_ui->menuHelp, &QMenu::aboutToShow, this, [this] {
+        if (m_ui->actionUpdate->icon().isNull())
+            m_ui->actionUpdate->setIcon(style()->standardIcon(QStyle::SP_BrowserReload));
+    });
+
+    // The content area owns the pages from here on; only the page shown is visible.
+    m_ui->contentLayout->addWidget(wizard.release());
+    m_ui->contentLayout->addWidget(editor.release());
+    m_ui->contentLayout->addWidget(confirmation.release());
+    m_wizard->setBrowserMain(this);
+    m_editor->setBrowserMain(this);
+    m_confirmation->setBrowserMain(this);
+    m_portLister = std::make_unique<CSystemPortLister>();
+    m_waitForm = new WaitForm();
+    m_devicesForm = new DevicesForm(*m_portLister);
+    m_ui->contentLayout->addWidget(m_waitForm);
+    m_ui->contentLayout->addWidget(m_devicesForm);
+    m_device = std::make_unique<CDeviceFlow>(data.library(), *m_portLister, *m_waitForm, *m_devicesForm);
+    m_writeConfirmation = new WriteConfirmationDialog(this);
+    connect(m_device.get(), &CDeviceFlow::progressShown, this, &MainWindow::showProgress);
+    connect(m_device.get(), &CDeviceFlow::portSelectionShown, this, &MainWindow::showPortSelection);
+    connect(m_device.get(), &CDeviceFlow::leaveRequested, this, &MainWindow::leaveDevicePages);
+    connect(m_device.get(), &CDeviceFlow::importedProfileReady, this, &MainWindow::openImportedProfile);
+    connect(m_device.get(), &CDeviceFlow::busyChanged, this, &MainWindow::setDeviceBusy);
+    connect(m_device.get(), &CDeviceFlow::finished, this, &MainWindow::onTransactionFinished);
+    switchTo(nullptr);
+
+    connect(m_ui->backButton, &QPushButton::clicked, this, &MainWindow::onBackButton);
+    connect(m_ui->nextButton, &QPushButton::clicked, this, &MainWindow::onNextButton);
+    connect(m_ui->exitButton, &QPushButton::clicked, this, &MainWindow::onExitMenu);
+    connect(m_ui->actionExit, &QAction::triggered, this, &MainWindow::onExitMenu);
+    connect(m_ui->actionNew, &QAction::triggered, this, &MainWindow::onNewProfileMenu);
+    connect(m_ui->actionOpen, &QAction::triggered, this, &MainWindow::onOpenProfileMenu);
+    connect(m_ui->actionSaveAs, &QAction::triggered, this, &MainWindow::onSaveProfileAsMenu);
+    connect(m_ui->actionReset, &QAction::triggered, this, &MainWindow::onResetMenu);
+    connect(m_ui->menuRecent, &QMenu::aboutToShow, this, &MainWindow::onRecentMenu);
+    // Ctrl+Z takes back the last change; the reset asks its own question from the menu only.
+    m_ui->actionUndo->setShortcut(QKeySequence::Undo);
+    m_ui->actionRedo->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    connect(m_ui->actionUndo, &QAction::triggered, &m_editor->history(), &QUndoStack::undo);
+    connect(m_ui->actionRedo, &QAction::triggered, &m_editor->history(), &QUndoStack::redo);
+    connect(&m_editor->history(), &QUndoStack::indexChanged, this, &MainWindow::updateUndoActions);
+    connect(m_ui->actionUpdate, &QAction::triggered, this, &MainWindow::onUpdateMenu);
+    connect(m_ui->actionAbout, &QAction::triggered, this, &MainWindow::onAboutMenu);
+    connect(m_ui->actionImport, &QAction::triggered, this, &MainWindow::onImportMenu);
+    connect(m_ui->actionExport, &QAction::triggered, this, &MainWindow::onExportMenu);
+    connect(m_ui->actionPrint, &QAction::triggered, this, &MainWindow::onPrintMenu);
+    connect(m_ui->actionProgrammedProfiles, &QAction::triggered, this, &MainWindow::onProgrammedProfilesMenu);
+    connect(m_ui->actionTechnicalSpecifications, &QAction::triggered, this,
+        &MainWindow::onTechnicalSpecifications);
+    connect(m_ui->actionProgrammableCDIs, &QAction::triggered, this, &MainWindow::onProgrammableCDIs);
+    connect(m_ui->actionTrivia, &QAction::triggered, this, &MainWindow::onTrivia);
+    connect(m_ui->actionFAQ, &QAction::triggered, this, &MainWindow::onFAQ);
+    connect(m_ui->actionVisitUs, &QAction::triggered, this, &MainWindow::onVisitUs);
+    connect(m_ui->actionContactUs, &QAction::triggered, this, &MainWindow::onContactUs);
+    connect(m_confirmation, &CustomForm::backRequested, this, &MainWindow::onConfirmationBack);
+    connect(m_confirmation, &CustomForm::nextRequested, this, &MainWindow::onConfirmationNext);
+
+    setFixedTexts();
+    paintBanner();
+    placeOnScreen();
+}
+
+// The editor, one of the pages, goes with the window's widget tree after this window has
+// stopped being a MainWindow; its history must no longer report here.
+MainWindow::~MainWindow()
+{
+    disconnect(&m_editor->history(), nullptr, this, nullptr);
+}
+
+void MainWindow::setAboutDialog(AboutDialog *about)
+{
+    m_about = about;
+}
+
+// The window opens at its designed size where the screen has room for it, centred in the free
+// area of its screen; on a smaller screen it takes the free area, but never less than its pages
+// need. The smallest size follows from the pages and the fonts, so that it stays usable at
+// 1024 x 700 with a large system font.
+//
+// The window manager's frame is not known before the window shows; where the designed size and a
+// title bar's room would not fit, the window opens maximised, so that the window manager fits the
+// frame into the screen and the menu bar and the buttons stay on it.
+void MainWindow::placeOnScreen()
+{
+    const QSize designed(1220, 680);
+    const QSize frameRoom(16, 48);
+    const QScreen *display = screen();
+    if (!display) {
+        resize(designed.expandedTo(minimumSizeHint()));
+        return;
+    }
+    const QRect available = display->availableGeometry();
+    const bool roomy = available.width() >= designed.width() + frameRoom.width()
+        && available.height() >= designed.height() + frameRoom.height();
+    const QSize opening = roomy ? designed : (available.size() - frameRoom).expandedTo(minimumSizeHint());
+    setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, opening, available));
+    if (!roomy)
+        setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+// The banner carries the version and the names, painted into the image once per language. The
+// strips above and below it continue the image's own edge colours, so that it never looks cut
+// off on a taller window.
+void MainWindow::paintBanner()
+{
+    const bool sharp = devicePixelRatioF() > 1.0;
+    QPixmap banner(
+        sharp ? QStringLiteral(":/Images/wizflash@2x.png") : QStringLiteral(":/Images/wizflash.png"));
+    if (banner.isNull())
+        return;
+    if (sharp)
+        banner.setDevicePixelRatio(2.0);
+    const QImage edges = banner.toImage();
+    {
+        QPainter painter(&banner);
+        painter.setRenderHint(QPainter::TextAntialiasing);
+        QFont font = painter.font();
+        font.setPointSize(12);
+        painter.setFont(font);
+        painter.setPen(QColor(115, 115, 140));
+        painter.drawText(QPoint(20, 35), tr("version %1").arg(programVersion()));
+        painter.drawText(QPoint(20, 53), QStringLiteral("Sparkwright"));
+        QString organization = QCoreApplication::organizationName();
+        if (organization.isEmpty())
+            organization = QLatin1String(kOrganizationFallback);
+        int x = 20;
+        for (int i = 0; i < organization.size(); ++i) {
+            // A blue that lightens with every character; long names stay at white's edge.
+            painter.setPen(
+                QColor(std::min(70 + 6 * i, 255), std::min(90 + 6 * i, 255), std::min(180 + 6 * i, 255)));
+            painter.drawText(QPoint(x, 80), organization.at(i));
+            x += painter.fontMetrics().horizontalAdvance(organization.at(i));
+        }
+    }
+    m_ui->imageLabelMid->setPixmap(banner);
+    // What the banner says in paint, for screen readers.
+    m_ui->imageLabelMid->setAccessibleName(tr("Sparkwright, version %1").arg(programVersion()));
+
+    const auto fill = [](QLabel *label, QColor colour) {
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::Window, colour);
+        label->setPalette(palette);
+    };
+    fill(m_ui->imageLabelTop, edges.pixelColor(edges.width() / 2, 0));
+    fill(m_ui->imageLabelBottom, edges.pixelColor(edges.width() / 2, edges.height() - 1));
+}
+
+// Texts that the form cannot hold in one piece.
+void MainWindow::setFixedTexts()
+{
+    m_ui->actionVisitUs->setText(CWebLinks::visitUsText());
+}
+
+// Undo and Redo name their step and work on the editor only.
+void MainWindow::updateUndoActions()
+{
+    const QUndoStack &history = m_editor->history();
+    const bool editing = m_editor->isVisible();
+    m_ui->actionUndo->setEnabled(editing && history.canUndo());
+    m_ui->actionRedo->setEnabled(editing && history.canRedo());
+    m_ui->actionUndo->setText(history.canUndo() ? tr("&Undo %1").arg(history.undoText()) : tr("&Undo"));
+    m_ui->actionRedo->setText(history.canRedo() ? tr("Re&do %1").arg(history.redoText()) : tr("Re&do"));
+}
+
+// ---- page changes ----
+
+void MainWindow::switchTo(QWidget *target)
+{
+    setNextEnabled(true);
+    const bool editing = target && target == m_editor;
+    if (editing)
+        m_ui->exitButton->hide();
+    for (QAction *action : {m_ui->actionSaveAs, m_ui->actionReset, m_ui->actionExport, m_ui->actionPrint})
+        action->setEnabled(editing);
+    m_wizard->setActive(target == m_wizard);
+    m_editor->setActive(target == m_editor);
+    m_confirmation->setActive(target == m_confirmation);
+    m_waitForm->setActive(target == m_waitForm);
+    m_devicesForm->setActive(target == m_devicesForm);
+    updateUndoActions();
+    m_ui->promptLabel->setText(target ? target->statusTip() : QString());
+}
+
+void MainWindow::resetFrame()
+{
+    setWindowTitle(QStringLiteral("Sparkwright"));
+    m_ui->nextButton->setToolTip(QString());
+    m_ui->imageColumn->show();
+    m_ui->leftBorderFrame->show();
+}
+
+// Every page change: no page first, then the target is prepared (its data, its prompt, its
+// buttons) and shown.
+void MainWindow::showPage(QWidget *target, CBrowserWidget *page, const std::function<void()> &prepare)
+{
+    switchTo(nullptr);
+    m_currentWidget = target;
+    m_current = page;
+    resetFrame();
+    m_ui->promptLabel->show();
+    prepare();
+    switchTo(target);
+}
+
+void MainWindow::showStartPage(const std::function<void()> &chooseView)
+{
+    showPage(m_wizard, m_wizard, chooseView);
+}
+
+void MainWindow::start()
+{
+    showStartPage([this] { m_wizard->showMainChoices(); });
+}
+
+// The editor words its own prompt.
+void MainWindow::prepareEditorFrame()
+{
+    setButtonState(false, true, true, true, tr("&Next"), tr("Program the CDI with this profile"));
+}
+
+void MainWindow::showEditor(const Profile &profile)
+{
+    showPage(m_editor, m_editor, [this, &profile] {
+        m_editor->setProfile(profile);
+        prepareEditorFrame();
+    });
+}
+
+void MainWindow::continueEditing()
+{
+    if (!m_editor->hasProfile())
+        return;
+    showPage(m_editor, m_editor, [this] { prepareEditorFrame(); });
+}
+
+void MainWindow::prepareConfirmationFrame()
+{
+    m_confirmation->setStatusTip(tr("Please confirm programming the CDI with this profile."));
+    setButtonState(true, true, true, true, tr("Program the &CDI"), QString());
+}
+
+void MainWindow::showProgrammingConfirmation(const Profile &profile)
+{
+    // A copy: the profile may be the editor's own, which must stay as it is.
+    const Profile shown = profile;
+    m_confirmationFromEditor = m_currentWidget == m_editor;
+    showPage(m_confirmation, m_confirmation, [this, &shown] {
+        m_confirmation->setProfile(shown);
+        prepareConfirmationFrame();
+    });
+}
+
+void MainWindow::onConfirmationBack()
+{
+    if (m_confirmationFromEditor && m_editor->hasProfile())
+        continueEditing();
+    else
+        showStartPage([this] { m_wizard->showProgrammingChoices(); });
+}
+
+void MainWindow::onConfirmationNext()
+{
+    confirmProgramming(m_confirmation->profile());
+}
+
+void MainWindow::setButtonState(bool exitVisible, bool backVisible, bool nextVisible, bool nextEnabled,
+    const QString &nextText, const QString &nextToolTip)
+{
+    m_ui->exitButton->setVisible(exitVisible);
+    m_ui->backButton->setVisible(backVisible);
+    m_ui->nextButton->setVisible(nextVisible);
+    m_ui->nextButton->setEnabled(nextEnabled);
+    m_ui->nextButton->setText(nextText);
+    m_ui->nextButton->setToolTip(nextToolTip);
+}
+
+void MainWindow::setNextEnabled(bool enabled)
+{
+    m_ui->nextButton->setEnabled(enabled);
+}
+
+void MainWindow::refreshPrompt()
+{
+    m_ui->promptLabel->setText(m_currentWidget ? m_currentWidget->statusTip() : QString());
+}
+
+bool MainWindow::mayLeaveEditor()
+{
+    return m_editor->confirmDiscard();
+}
+
+const Profile *MainWindow::editedProfile() const
+{
+    return m_editor->hasProfile() ? &m_editor->profile() : nullptr;
+}
+
+void MainWindow::onBackButton()
+{
+    if (m_current)
+        m_current->onBack();
+}
+
+void MainWindow::onNextButton()
+{
+    if (m_current)
+        m_current->onNext();
+}
+
+// ---- device requests ----
+
+// The last question before programming: whether the CDI may give the profile back. Cancel
+// sends nothing.
+void MainWindow::confirmProgramming(const Profile &profile)
+{
+    m_writeConfirmation->setProfile(profile);
+    if (m_writeConfirmation->exec() == QDialog::Accepted)
+        requestProgramming(profile, m_writeConfirmation->allowReimport());
+}
+
+// The device pages return to where the action was chosen, unless it was chosen on them (a retry
+// from the port selection).
+void MainWindow::rememberDeviceWayBack()
+{
+    // A request refused as busy must not change where the running exchange returns to.
+    if (m_currentWidget == m_waitForm || m_currentWidget == m_devicesForm || m_device->isBusy())
+        return;
+    m_deviceBack = wayBackToCurrentPage();
+}
+
+// Back to the page shown now as it is now, once the user is done with what replaces it.
+std::function<void()> MainWindow::wayBackToCurrentPage()
+{
+    if (m_currentWidget == m_editor)
+        return [this] { continueEditing(); };
+    if (m_currentWidget == m_confirmation) {
+        const Profile shown = m_confirmation->profile();
+        const bool fromEditor = m_confirmationFromEditor;
+        return [this, shown, fromEditor] {
+            showProgrammingConfirmation(shown);
+            m_confirmationFromEditor = fromEditor;
+        };
+    }
+    if (m_currentWidget == m_wizard) {
+        const WizardForm::View view = m_wizard->view();
+        return [this, view] { showStartPage([this, view] { m_wizard->showView(view); }); };
+    }
+    return nullptr;
+}
+
+void MainWindow::requestProgramming(const Profile &profile, bool allowReimport)
+{
+    rememberDeviceWayBack();
+    m_device->program(profile, allowReimport);
+}
+
+void MainWindow::requestConnectionTest()
+{
+    rememberDeviceWayBack();
+    m_device->testConnection();
+}
+
+void MainWindow::requestImport()
+{
+    rememberDeviceWayBack();
+    m_device->importProfile();
+}
+
+void MainWindow::showPortSelection()
+{
+    showPage(m_devicesForm, m_devicesForm,
+        [this] { setButtonState(false, true, true, true, tr("&Next"), tr("Select port")); });
+}
+
+// While the exchange runs there is nowhere to go; afterwards Back returns to where the action was
+// chosen and Next goes on (to the editor after an import).
+void MainWindow::showProgress()
+{
+    showPage(m_waitForm, m_waitForm, [this] {
+        setWaitPrompt();
+        setButtonState(false, false, false, false, tr("&Next"), QString());
+    });
+}
+
+void MainWindow::onTransactionFinished()
+{
+    if (m_quitWhenIdle) {
+        m_quitWhenIdle = false;
+        // After the result was handled, as if the user had chosen Exit now.
+        QTimer::singleShot(0, this, &MainWindow::onExitMenu);
+    }
+    if (m_currentWidget != m_waitForm)
+        return;
+    setWaitPrompt();
+    setButtonState(false, true, true, true, tr("&Next"), QString());
+    refreshPrompt();
+}
+
+void MainWindow::setWaitPrompt()
+{
+    if (m_quitWhenIdle)
+        return;
+    m_waitForm->setStatusTip(m_device->isBusy() ? tr("Sparkwright is exchanging data with your CDI.")
+                                                : tr("The exchange with your CDI has ended."));
+}
+
+void MainWindow::leaveDevicePages()
+{
+    const std::function<void()> back = std::move(m_deviceBack);
+    m_deviceBack = nullptr;
+    if (back)
+        back();
+    else
+        start();
+}
+
+// An imported profile replaces the one being edited only after the same question as Open.
+void MainWindow::openImportedProfile(const Profile &profile)
+{
+    if (!mayLeaveEditor())
+        return;
+    m_deviceBack = nullptr;
+    showEditor(profile);
+}
+
+void MainWindow::setDeviceBusy(bool busy)
+{
+    m_ui->actionImport->setEnabled(!busy);
+    m_ui->actionProgrammedProfiles->setEnabled(!busy);
+    m_wizard->setEnabled(!busy);
+    if (busy)
+        m_ui->actionExport->setEnabled(false);
+}
+
+void MainWindow::onProgrammedProfilesMenu()
+{
+    const QString folder = m_device->programmedFolder();
+    QDir().mkpath(folder);
+    const QString path = userPrompts().openFileName(this, tr("Programmed profiles"), profileFilter(), folder);
+    if (!path.isEmpty())
+        openRecentProfile(path);
+}
+
+// ---- menus ----
+
+void MainWindow::onExitMenu()
+{
+    if (!deferQuitWhileBusy() && mayLeaveEditor())
+        QCoreApplication::exit(0);
+}
+
+// Quitting in the middle of an exchange could cut a frame short and leave the CDI half
+// programmed, so every way of quitting waits for the exchange to end (never more than about
+// 3.5 s) and then quits the usual way, unsaved changes asked about as ever.
+bool MainWindow::deferQuitWhileBusy()
+{
+    if (!m_device->isBusy())
+        return false;
+    m_quitWhenIdle = true;
+    m_waitForm->setStatusTip(tr("Sparkwright closes as soon as the exchange with your CDI has ended."));
+    refreshPrompt();
+    return true;
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (deferQuitWhileBusy() || !mayLeaveEditor()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    // The hint window may still be open; the program ends with its main window all the same.
+    QCoreApplication::exit(0);
+}
+
+// Back on the template chooser returns to the page and view the user came from.
+void MainWindow::onNewProfileMenu()
+{
+    if (!mayLeaveEditor())
+        return;
+    // From the template chooser itself, Back keeps its own way.
+    std::function<void()> back;
+    if (m_currentWidget != m_wizard || m_wizard->view() != WizardForm::View::Template)
+        back = wayBackToCurrentPage();
+    showStartPage([this, back] { m_wizard->showTemplateChoice(WizardForm::kCreateCustom, back); });
+}
+
+// Filled each time it opens: the list changes with every open and save, and files go away.
+void MainWindow::onRecentMenu()
+{
+    m_ui->menuRecent->clear();
+    const QList<RecentProfile> entries = CRecentProfiles().entries();
+    for (const RecentProfile &entry : entries) {
+        // Numbered, so that each entry has its Alt key; a "&" in a name stays a "&".
+        const QString number = QStringLiteral("&%1 ").arg(m_ui->menuRecent->actions().size() + 1);
+        QString text = tr("%1 (%2, %3)")
+                           .arg(entry.name, QFileInfo(entry.path).fileName(),
+                               QLocale().toString(entry.when.date(), QLocale::ShortFormat));
+        text = number + text.replace(QLatin1Char('&'), QLatin1String("&&"));
+        const QString path = entry.path;
+        connect(m_ui->menuRecent->addAction(text), &QAction::triggered, this,
+            [this, path] { openRecentProfile(path); });
+    }
+    if (entries.isEmpty())
+        m_ui->menuRecent->addAction(tr("No recent profiles"))->setEnabled(false);
+}
+
+void MainWindow::openRecentProfile(const QString &path)
+{
+    if (!mayLeaveEditor())
+        return;
+    const std::optional<Profile> profile = readProfileFile(path);
+    if (!profile) {
+        userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
+        return;
+    }
+    CRecentProfiles().add(path, profile->name());
+    showEditor(*profile);
+}
+
+void MainWindow::onOpenProfileMenu()
+{
+    if (!mayLeaveEditor())
+        return;
+    if (const std::optional<Profile> profile = readProfileFromFile())
+        showEditor(*profile);
+}
+
+// The reset asks its own question, naming the template; a second question about unsaved
+// changes before it would only repeat it.
+void MainWindow::onResetMenu()
+{
+    if (m_currentWidget == m_editor)
+        m_editor->resetProfile();
+}
+
+void MainWindow::onImportMenu()
+{
+    requestImport();
+}
+
+void MainWindow::onExportMenu()
+{
+    if (m_currentWidget == m_editor)
+        showProgrammingConfirmation(m_editor->profile());
+}
+
+void MainWindow::onAboutMenu()
+{
+    // Modal, yet it returns at once: the dialog's Close button ends it.
+    if (m_about)
+        m_about->open();
+}
+
+void MainWindow::onUpdateMenu()
+{
+#ifdef Q_OS_WIN
+    if (!mayLeaveEditor())
+        return;
+    const QString error
+        = CUpdater::launch(QCoreApplication::applicationDirPath(), CFileManifest(m_data).text());
+    if (error.isEmpty()) {
+        // The updater replaces the program's files, so the program gets out of its way.
+        hide();
+        QThread::msleep(1000);
+        QCoreApplication::exit(0);
+        return;
+    }
+    userPrompts().warn(this, tr("Update Failed"),
+        tr("Could not launch updater") + QLatin1String(" (") + error + QLatin1String(")."), tr("Close"));
+#else
+    // The package manager updates the program here; the program only points the way and keeps
+    // running, so the edited profile stays where it is.
+    if (!CUpdater::hasSoftwareCentre(CUpdater::desktopDataFolders())) {
+        userPrompts().inform(this, tr("Update"), CUpdater::packageManagerNotice(), tr("Close"));
+        return;
+    }
+    const QStringList buttons {tr("Open &Software Centre"), tr("Close")};
+    if (userPrompts().ask(this, tr("Update"), CUpdater::packageManagerNotice(), buttons, 1, 1) == 0)
+        QDesktopServices::openUrl(CUpdater::softwareCentrePage());
+#endif
+}
+
+void MainWindow::onTechnicalSpecifications()
+{
+    CWebLinks::open(CWebLinks::TechnicalSpecifications);
+}
+
+void MainWindow::onProgrammableCDIs()
+{
+    CWebLinks::open(CWebLinks::ProgrammableCdis);
+}
+
+void MainWindow::onTrivia()
+{
+    CWebLinks::open(CWebLinks::Trivia);
+}
+
+void MainWindow::onFAQ()
+{
+    CWebLinks::open(CWebLinks::Faq);
+}
+
+void MainWindow::onVisitUs()
+{
+    CWebLinks::open(CWebLinks::VisitUs);
+}
+
+void MainWindow::onContactUs()
+{
+    CWebLinks::open(CWebLinks::ContactUs);
+}
+
+// ---- files ----
+
+QString MainWindow::profileFilter() const
+{
+    return tr("CDI profiles") + QLatin1String(" (*.cdi)");
+}
+
+std::optional<Profile> MainWindow::readProfileFromFile()
+{
+    const QString path = userPrompts().openFileName(this, tr("Open CDI profile"), profileFilter());
+    if (path.isEmpty())
+        return std::nullopt;
+    std::optional<Profile> profile = readProfileFile(path);
+    if (!profile)
+        userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
+    else
+        CRecentProfiles().add(path, profile->name());
+    return profile;
+}
+
+// Save as and Print PDF: the file is written completely beside the target and only then takes
+// its place, so a failure never costs the file that was there before.
+void MainWindow::writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
+    const QString &failureHeading, const std::function<QByteArray()> &bytes,
+    const std::function<void(const QString &path)> &onSuccess)
+{
+    if (m_currentWidget != m_editor)
+        return;
+    const QString suggested = suggestedFileName(m_editor->profile().name(), tr("profile")) + extension;
+    const QString path = userPrompts().saveFileName(this, title, suggested, fileFilter);
+    if (path.isEmpty())
+        return;
+    const QByteArray content = bytes();
+    const tl::expected<void, FileError> written = content.isEmpty()
+        ? tl::make_unexpected(FileError {FileError::Kind::WriteFailed, QString()})
+        : writeFileSafely(path, content);
+    if (!written) {
+        userPrompts().warn(
+            this, title, failureHeading + QLatin1String(":\n\n") + fileErrorText(written.error()), tr("OK"));
+        return;
+    }
+    onSuccess(path);
+}
+
+void MainWindow::onSaveProfileAsMenu()
+{
+    writeEditedProfile(
+        tr("Save CDI profile"), profileFilter(), QStringLiteral(".cdi"), tr("Saving profile failed"),
+        [this] { return profileFileBytes(m_editor->profile()); },
+        [this](const QString &path) {
+            m_editor->markSaved();
+            CRecentProfiles().add(path, m_editor->profile().name());
+        });
+}
+
+void MainWindow::onPrintMenu()
+{
+    writeEditedProfile(
+        tr("Print PDF"), tr("PDF files") + QLatin1String(" (*.pdf)"), QStringLiteral(".pdf"),
+        tr("Printing PDF failed"),
+        [this] {
+            const qint32 libraryValue = m_data.library() ? m_data.library()->libraryValue() : 0;
+            return summarySheetPdf(
+                m_editor->profile(), summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime()));
+        },
+        [](const QString &) {});
+}
+
+// ---- language ----
+
+// The editor sets its prompt again after the frame was told of the switch; the change event
+// that the switch posts arrives once every part has its new texts.
+void MainWindow::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        refreshPrompt();
+    QMainWindow::changeEvent(event);
+}
+
+void MainWindow::retranslate(int language)
+{
+    m_ui->retranslateUi(this);
+    m_devicesForm->retranslate(language);
+    updateUndoActions();
+    setFixedTexts();
+    paintBanner();
+    // The start page sets its own texts when it is told; the others are prepared here.
+    if (m_currentWidget == m_editor)
+        prepareEditorFrame();
+    else if (m_currentWidget == m_confirmation)
+        prepareConfirmationFrame();
+    else if (m_currentWidget == m_waitForm)
+        setWaitPrompt();
+    refreshPrompt();
+}

@@ -1,0 +1,267 @@
+// The device verbs of sparkwright-cli: the same transactions, bridge and texts as the program.
+#include "clicommands.h"
+
+#include "data/datafilelocation.h"
+#include "device/cbridgecomm.h"
+#include "device/ccalibrator.h"
+#include "device/cimporter.h"
+#include "device/cpinger.h"
+#include "device/cvirtualcdi.h"
+#include "device/cwaitrecord.h"
+#include "device/iimportreceiver.h"
+#include "device/serialports.h"
+#include "profile/defaultlibrary.h"
+#include "profile/profilefile.h"
+#include "render/bracemarkup.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QSocketNotifier>
+#include <QTranslator>
+
+#include <csignal>
+#include <fcntl.h>
+#include <optional>
+#include <unistd.h>
+
+namespace {
+
+class CProfileKeeper : public IImportReceiver
+{
+public:
+    void acceptImportedProfile(const Profile &profile) override { imported = profile; }
+    std::optional<Profile> imported;
+};
+
+// SIGINT and SIGTERM end the event loop through a pipe, the one thing a handler may safely do.
+int g_signalPipe[2] = {-1, -1};
+
+void onTerminationSignal(int)
+{
+    const char byte = 1;
+    if (::write(g_signalPipe[1], &byte, 1) < 0) {
+        // Nothing to do: the loop is already being told.
+    }
+}
+
+QString hexId(quint16 id)
+{
+    return QStringLiteral("%1").arg(id, 4, 16, QLatin1Char('0'));
+}
+
+} // namespace
+
+bool CliCommands::parseOptions(const QString &verb, const QStringList &arguments, const QStringList &valued,
+    const QStringList &switches, QStringList &positional, QMap<QString, QString> &options)
+{
+    for (int i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments.at(i);
+        if (!argument.startsWith(QLatin1String("--"))) {
+            positional << argument;
+        } else if (switches.contains(argument)) {
+            options.insert(argument, QString());
+        } else if (!valued.contains(argument)) {
+            usage(QStringLiteral("unknown option '%1' for '%2'").arg(argument, verb));
+            return false;
+        } else if (i + 1 >= arguments.size()) {
+            usage(QStringLiteral("option '%1' needs a value").arg(argument));
+            return false;
+        } else {
+            options.insert(argument, arguments.at(++i));
+        }
+    }
+    return true;
+}
+
+int CliCommands::ports()
+{
+    const std::vector<SerialPortEntry> entries = CSystemPortLister().ports();
+    const int bridge = findBridgePort(entries);
+    for (size_t i = 0; i < entries.size(); ++i) {
+        const SerialPortEntry &entry = entries[i];
+        QStringList fields {entry.name, entry.description.isEmpty() ? QStringLiteral("-") : entry.description,
+            entry.manufacturer.isEmpty() ? QStringLiteral("-") : entry.manufacturer,
+            entry.hasIds ? hexId(entry.vendorId) + QLatin1Char(':') + hexId(entry.productId)
+                         : QStringLiteral("-")};
+        if (int(i) == bridge)
+            fields << QStringLiteral("bridge");
+        if (entry.isVirtual)
+            fields << QStringLiteral("virtual");
+        m_out << fields.join(QLatin1Char('\t')) << "\n";
+    }
+    m_out.flush();
+    return kOk;
+}
+
+int CliCommands::deviceExchange(const QString &verb, const QStringList &arguments)
+{
+    QStringList positional;
+    QMap<QString, QString> options;
+    const QStringList switches
+        = verb == QLatin1String("program") ? QStringList {QStringLiteral("--no-reimport")} : QStringList();
+    if (!parseOptions(verb, arguments, {QStringLiteral("--port"), QStringLiteral("--language")}, switches,
+            positional, options))
+        return kUsageError;
+    if (positional.size() != (verb == QLatin1String("ping") ? 0 : 1))
+        return usage(QStringLiteral("wrong number of arguments for '%1'").arg(verb));
+    QTranslator translator;
+    int status = kOk;
+    if (!installLanguage(verb, options.value(QStringLiteral("--language")), translator, status))
+        return status;
+
+    std::unique_ptr<CCommunicator> transaction;
+    std::unique_ptr<DefaultLibrary> library;
+    CProfileKeeper keeper;
+    if (verb == QLatin1String("ping")) {
+        transaction = std::make_unique<CPinger>(*QRandomGenerator::global());
+    } else if (verb == QLatin1String("import")) {
+        const QString libraryPath = QStringLiteral("default.cds");
+        QFile libraryFile(locateDataFile(libraryPath));
+        if (!libraryFile.open(QIODevice::ReadOnly))
+            return fileError(libraryPath, QStringLiteral("cannot open: ") + libraryFile.errorString());
+        library = loadDefaultLibrary(libraryFile, true);
+        if (!library)
+            return fileError(
+                libraryPath, QStringLiteral("not a readable profile library (broken or truncated)"));
+        transaction = std::make_unique<CImporter>(*library, keeper);
+    } else {
+        Profile profile;
+        if (!readProfile(positional.at(0), profile))
+            return kFileError;
+        const QString refusal = CCalibrator::refusal(profile);
+        if (!refusal.isEmpty()) {
+            m_err << positional.at(0) << ": " << refusal << "\n";
+            m_err.flush();
+            return kUsageError;
+        }
+        transaction = std::make_unique<CCalibrator>(
+            profile, !options.contains(QStringLiteral("--no-reimport")), *QRandomGenerator::global());
+    }
+
+    QString port = options.value(QStringLiteral("--port"));
+    if (port.isEmpty()) {
+        port = findBridgePort(CSystemPortLister());
+        if (port.isEmpty()) {
+            m_err << "sparkwright-cli: no CDI found: no CP210x bridge is plugged in and no virtual CDI is "
+                     "running (see sparkwright-cli ports)\n";
+            m_err.flush();
+            return kUsageError;
+        }
+    }
+
+    CBridgeComm bridge;
+    CWaitRecord record;
+    QEventLoop loop;
+    QObject::connect(&bridge, &CBridgeComm::finished, &loop, &QEventLoop::quit);
+    const CBridgeComm::Start start = bridge.runTransaction(std::move(transaction), port, record);
+    if (!start.accepted()) {
+        m_err << "sparkwright-cli: " << start.reason << "\n";
+        m_err.flush();
+        return kUsageError;
+    }
+    loop.exec();
+
+    if (!record.resultTitle.isEmpty())
+        m_out << withoutMarkup(record.resultTitle) << "\n";
+    m_out << withoutMarkup(record.resultText) << "\n";
+    m_out.flush();
+    if (!record.success)
+        return kFileError;
+    if (keeper.imported) {
+        // As the editor takes it over: the user's own profile from now on.
+        keeper.imported->setKind(ProfileKind::Custom);
+        return writeOutput(positional.at(0), profileFileBytes(*keeper.imported));
+    }
+    return kOk;
+}
+
+int CliCommands::virtualCdi(const QStringList &arguments)
+{
+    QStringList positional;
+    QMap<QString, QString> options;
+    if (!parseOptions(QStringLiteral("virtual-cdi"), arguments,
+            {QStringLiteral("--firmware"), QStringLiteral("--serial"), QStringLiteral("--profile"),
+                QStringLiteral("--fault")},
+            {}, positional, options))
+        return kUsageError;
+    if (!positional.isEmpty())
+        return usage(QStringLiteral("wrong number of arguments for 'virtual-cdi'"));
+
+    CVirtualCdi cdi;
+    if (options.contains(QStringLiteral("--firmware"))) {
+        const QByteArray firmware = options.value(QStringLiteral("--firmware")).toUtf8();
+        if (firmware.size() > 9)
+            return usage(QStringLiteral("--firmware takes at most 9 bytes"));
+        cdi.setFirmware(firmware);
+    }
+    if (options.contains(QStringLiteral("--serial"))) {
+        bool ok = false;
+        const uint serial = options.value(QStringLiteral("--serial")).toUInt(&ok);
+        if (!ok || serial > 0xFFFFFF)
+            return usage(QStringLiteral("--serial expects a number from 0 to 16777215"));
+        cdi.setSerialNumber(serial);
+    }
+    if (options.contains(QStringLiteral("--fault"))) {
+        const std::optional<CVirtualCdi::Fault> fault
+            = CVirtualCdi::faultFromName(options.value(QStringLiteral("--fault")));
+        if (!fault) {
+            return usage(QStringLiteral("unknown fault '%1': expected one of %2")
+                             .arg(options.value(QStringLiteral("--fault")),
+                                 CVirtualCdi::faultNames().join(QStringLiteral(", "))));
+        }
+        cdi.setFault(*fault);
+    }
+    // Without a profile of its own the CDI holds the first factory template, when there is one.
+    QFile libraryFile(locateDataFile(QStringLiteral("default.cds")));
+    if (libraryFile.open(QIODevice::ReadOnly)) {
+        const std::unique_ptr<DefaultLibrary> library = loadDefaultLibrary(libraryFile, true);
+        if (library && library->profileAt(0))
+            cdi.setProfile(*library->profileAt(0));
+    }
+    if (options.contains(QStringLiteral("--profile"))) {
+        Profile profile;
+        if (!readProfile(options.value(QStringLiteral("--profile")), profile))
+            return kFileError;
+        cdi.setProfile(profile);
+    }
+
+    const QString error = cdi.open();
+    if (!error.isEmpty()) {
+        m_err << "sparkwright-cli: " << error << "\n";
+        m_err.flush();
+        return kFileError;
+    }
+    m_out << cdi.portName() << "\n";
+    m_out.flush();
+    QObject::connect(&cdi, &CVirtualCdi::requestHandled, [this](const QString &line) {
+        m_out << line << "\n";
+        m_out.flush();
+    });
+    QObject::connect(&cdi, &CVirtualCdi::portChanged, [this](const QString &port) {
+        m_out << "hung up; now serving on " << port << "\n";
+        m_out.flush();
+    });
+
+    if (::pipe2(g_signalPipe, O_CLOEXEC) != 0) {
+        m_err << "sparkwright-cli: cannot watch for signals\n";
+        return kFileError;
+    }
+    QSocketNotifier stopper(g_signalPipe[0], QSocketNotifier::Read);
+    QObject::connect(
+        &stopper, &QSocketNotifier::activated, QCoreApplication::instance(), &QCoreApplication::quit);
+    struct sigaction action
+    {
+    };
+    action.sa_handler = onTerminationSignal;
+    sigemptyset(&action.sa_mask);
+    ::sigaction(SIGINT, &action, nullptr);
+    ::sigaction(SIGTERM, &action, nullptr);
+    QCoreApplication::exec();
+    ::signal(SIGINT, SIG_DFL);
+    ::signal(SIGTERM, SIG_DFL);
+    ::close(g_signalPipe[0]);
+    ::close(g_signalPipe[1]);
+    return kOk;
+}

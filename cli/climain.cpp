@@ -1,0 +1,57 @@
+#include "clicommands.h"
+
+#include <QCoreApplication>
+#include <QFileDevice>
+#include <QGuiApplication>
+
+#include <cstdio>
+#include <memory>
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/lsan_interface.h>
+#endif
+
+namespace {
+
+std::unique_ptr<QCoreApplication> createApplication(int &argc, char **argv, bool gui)
+{
+    if (!gui)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    // Drawing needs fonts and so a QGuiApplication; it never needs a display.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+#if defined(__SANITIZE_ADDRESS__)
+    // The offscreen platform never frees the screen it sets up here; in a sanitizer build that
+    // one allocation is kept out of the leak check, everything after it is still checked.
+    const __lsan::ScopedDisabler platformSetUp;
+#endif
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments << QString::fromLocal8Bit(argv[i]);
+    const std::unique_ptr<QCoreApplication> app
+        = createApplication(argc, argv, CliCommands::needsGui(arguments));
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    out.setCodec("UTF-8");
+    err.setCodec("UTF-8");
+    CliCommands commands(out, err);
+    const int status = commands.run(QCoreApplication::arguments().mid(1));
+    // Output that never arrived (a full disk, a closed pipe, /dev/full) is a failure like any
+    // other write, not a success.
+    out.flush();
+    if (out.status() != QTextStream::Ok) {
+        const auto *device = qobject_cast<const QFileDevice *>(out.device());
+        err << "sparkwright-cli: cannot write the output: "
+            << (device ? device->errorString() : QStringLiteral("write failed")) << "\n";
+        err.flush();
+        return CliCommands::kFileError;
+    }
+    return status;
+}

@@ -1,0 +1,154 @@
+#pragma once
+
+#include "profile/mapvalidation.h"
+#include "profile/profile.h"
+#include "render/axismapping.h"
+
+#include <QBrush>
+#include <QFont>
+#include <QImage>
+#include <QPen>
+#include <QPolygonF>
+#include <QStringList>
+
+#include <array>
+#include <vector>
+
+class QPainter;
+
+// Draws ignition maps as advance angle over engine speed, with the template's forbidden region
+// shaded, into an off-screen image (the editor's graph, the summary, the comparison) or onto the
+// painter of another device (the printed sheet). It never looks at widgets.
+class MapPlotter
+{
+public:
+    // margin is the width of the left and bottom axis strips.
+    MapPlotter(int width, int height, int margin);
+
+    // Replaces the image by a new width x height one; it is drawn at the next draw.
+    // The size in logical pixels; the image holds as many device pixels as the screen shows there,
+    // so that it stays sharp on high-DPI screens.
+    void resize(int width, int height, qreal devicePixelRatio = 1.0);
+
+    // Draws one map. Without a rescale the axes stay as they were, so that they do not move while
+    // a point is dragged. Without a validation the plotter checks the map itself.
+    void drawSingle(const Profile &profile, int selected, bool rescale, bool editable,
+        const MapValidation *validation = nullptr);
+    // Draws several maps read-only for comparison, each in its palette colour and line style,
+    // with a legend beside the plot (labels in list order; the profiles' names where none are
+    // given); the engine speed labels come from rpmLabels. One profile gets its forbidden region
+    // shaded, several get each its ceiling drawn as a thin line in its own colour.
+    void drawSeveral(const std::vector<Profile> &profiles, const std::vector<int> &rpmLabels,
+        const QStringList &legendLabels = {});
+
+    // The same drawings onto another painter, in a box of the plotter's size at its origin.
+    void paintSingle(QPainter &painter, const Profile &profile, int selected, bool rescale, bool editable,
+        const MapValidation *validation = nullptr);
+    void paintSeveral(QPainter &painter, const std::vector<Profile> &profiles,
+        const std::vector<int> &rpmLabels, const QStringList &legendLabels = {});
+
+    const QImage &image() const { return m_image; }
+    int width() const { return m_width; }
+    int height() const { return m_height; }
+    int margin() const { return m_margin; }
+    // The width of the plot from the left edge; the legend of a comparison takes the rest.
+    int plotWidth() const { return m_plotWidth; }
+    const AxisMapping &xAxis() const { return m_x; }
+    const AxisMapping &yAxis() const { return m_y; }
+
+    // Fits both axes to one map: a little room right of the fastest point and above the
+    // largest angle, the angle axis never beyond 50 degrees.
+    void fitAxes(const IgnitionMap &map);
+    static float fittedRpmMaximum(const IgnitionMap &map);
+    static float fittedAngleMaximum(const IgnitionMap &map);
+
+    // Where a dragged point lands for a mouse position: the speed snapped to 50 rpm (a remainder
+    // up to 25 rounds down) and held within 0..20000, the angle held under the ceiling of that
+    // speed and at least 0. Speeds keep no order and 49 degrees is no limit here; the checker
+    // flags such points.
+    MapPoint dragTarget(QPoint pixel, const SensorCoefficients &coefficients) const;
+
+    // Sixteen colours; the line styles shift once the colours come round again, so that the
+    // first 64 profiles each look different.
+    static constexpr int kPaletteSize = 16;
+    static constexpr int kLineStyleCount = 4;
+    static QColor paletteColor(int index);
+    static Qt::PenStyle paletteLineStyle(int index);
+
+    // The box in the bottom right corner that carries the "Invalid" badge or the legend, for an
+    // inner box of the given size: outline included, 5 pixels from the right, 22 from the bottom.
+    QRect cornerBoxOuter(int innerWidth, int innerHeight) const;
+
+private:
+    struct PointStyle
+    {
+        QPen pen;
+        QBrush brush;
+        int diameter;
+    };
+
+    // The axis-parallel one-pixel lines of the drawing.
+    enum class Line
+    {
+        Grid,
+        SelectedDrop,
+        Ink,
+        Frame
+    };
+
+    static bool isPixelExact(const QPainter &painter);
+    int xPixel(double rpm) const;
+    int yPixel(double angle) const;
+    void fitAxes(float rpmMaximum, float angleMaximum);
+
+    void paintBackground(QPainter &painter) const;
+    QPolygonF ceilingLine(const SensorCoefficients &coefficients, double outline) const;
+    void paintForbiddenRegion(QPainter &painter, const SensorCoefficients &coefficients) const;
+    void paintCeilingLine(QPainter &painter, const SensorCoefficients &coefficients, const QPen &pen) const;
+    int legendWidth(const QStringList &labels) const;
+    void paintGrid(QPainter &painter) const;
+    void paintMap(QPainter &painter, const IgnitionMap &map, const MapValidation &validation, int selected,
+        const QPen &curvePen, bool editable) const;
+    void paintRpmLabels(QPainter &painter, const std::vector<int> &rpms) const;
+    void paintCornerBox(QPainter &painter, const QRect &outer) const;
+    void paintInvalidBadge(QPainter &painter, bool highResolution) const;
+    void paintLegend(QPainter &painter, const QStringList &labels) const;
+    void paintAngleLabels(QPainter &painter) const;
+    void paintFrame(QPainter &painter) const;
+    void paintLine(QPainter &painter, QPoint from, QPoint to, Line line) const;
+    const PointStyle &pointStyle(bool editable, bool valid, bool selected) const;
+
+    QImage m_image;
+    // Set while the plotter paints onto raster pixels at their own scale (its image, the widget),
+    // where lines may be filled as rectangles; the printed sheet gets stroked pens.
+    bool m_pixelExact = false;
+    QBrush m_dashAcross;
+    QBrush m_dashDown;
+    int m_width = 0;
+    int m_height = 0;
+    int m_margin = 0;
+    int m_plotWidth = 0;
+    AxisMapping m_x;
+    AxisMapping m_y;
+
+    QPen m_gridPen;
+    QPen m_selectedDropPen;
+    QPen m_editableCurvePen;
+    QPen m_readOnlyCurvePen;
+    QPen m_invalidCurvePen;
+    QPen m_labelPen;
+    QPen m_framePen;
+    PointStyle m_validPoint;
+    PointStyle m_validSelectedPoint;
+    PointStyle m_invalidPoint;
+    PointStyle m_invalidSelectedPoint;
+    PointStyle m_readOnlyPoint;
+
+    QFont m_rpmFont;
+    QFont m_angleFont;
+    QFont m_axisTitleFont;
+    QFont m_badgeFont;
+    QFont m_legendFont;
+    QImage m_warning;
+    QImage m_warningLarge;
+};

@@ -1,0 +1,61 @@
+#include "render/profilesummary.h"
+
+#include "profile/profile.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+QString sensorAdvanceText(const Profile &profile)
+{
+    return QLocale().toString(profile.sensorCoefficients().k0, 'f', 1) + QChar(0x00B0);
+}
+
+QString summaryMapTableHtml(const Profile &profile)
+{
+    QString html = QStringLiteral("<html><table><tr><td><b>");
+    html += QCoreApplication::translate("SummaryForm", "RPM");
+    html += QStringLiteral("</b></td><td><b>");
+    html += QCoreApplication::translate("SummaryForm", "Angle");
+    html += QStringLiteral("</b></td></tr>");
+    const IgnitionMap &map = profile.map();
+    for (int i = 0; i < kMapPointCount; ++i) {
+        html += QStringLiteral("<tr><td align=right>") + QString::number(map.point(i).rpm)
+            + QStringLiteral("</td>");
+        html += QStringLiteral("<td align=right>") + QString::number(map.point(i).angle) + QChar(0x00B0)
+            + QStringLiteral("</td></tr>");
+    }
+    html += QStringLiteral("</table></html>");
+    return html;
+}
+
+QString summaryStatusLine(const Profile &profile)
+{
+    const QString separator = QStringLiteral("&nbsp;<font color=gray>|</font>&nbsp;");
+    auto label = [](const QString &text) { return QStringLiteral("<b>") + text + QStringLiteral("</b>: "); };
+
+    QString line = QStringLiteral("<nobr></nobr>");
+    line += label(QCoreApplication::translate("SummaryForm", "Ignition voltage"))
+        + QString::number(profile.voltage()) + QStringLiteral(" V") + separator;
+
+    line += label(QCoreApplication::translate("SummaryForm", "Side stand blocking"));
+    if (profile.sideStandMonitoring()) {
+        line += QCoreApplication::translate("SummaryForm", "enabled") + QStringLiteral("; ");
+        line += profile.groundEnablesIgnition()
+            ? QCoreApplication::translate("SummaryForm", "ground enables ignition")
+            : QCoreApplication::translate("SummaryForm", "ground blocks ignition");
+    } else {
+        line += QCoreApplication::translate("SummaryForm", "disabled");
+    }
+    line += separator;
+
+    line += label(QCoreApplication::translate("SummaryForm", "Pick-up transition"));
+    line += profile.pickUpRisingEdge() ? QCoreApplication::translate("SummaryForm", "positive")
+                                       : QCoreApplication::translate("SummaryForm", "negative");
+    line += separator;
+
+    line += label(profile.sensorMode() == 0
+            ? QCoreApplication::translate("SummaryForm", "Sensor advance")
+            : QCoreApplication::translate("SummaryForm", "Hall-sensor advance"));
+    line += sensorAdvanceText(profile);
+    return line;
+}

@@ -1,0 +1,124 @@
+#pragma once
+
+#include "editor/chintlabel.h"
+#include "editor/iprofileeditormain.h"
+#include "profile/profile.h"
+#include "shell/cbrowserwidget.h"
+#include "shell/itranslatable.h"
+
+#include <QUndoStack>
+#include <QWidget>
+
+#include <memory>
+
+class CBlinker;
+class CLanguageSwitcher;
+class DefaultLibrary;
+class FlagsForm;
+class GraphForm;
+class HintDialog;
+class IBrowserMain;
+class NameForm;
+class NotesForm;
+class TableForm;
+
+namespace Ui {
+class EditorForm;
+}
+
+// The page on which one profile is edited. It owns the working copy of the profile and is the
+// hub of the widgets around it: the name, notes, table, graph and settings write into the
+// working profile and report here, and the editor brings the others up to date. It knows
+// whether there are unsaved changes and asks before they are dropped.
+class EditorForm : public QWidget,
+                   public CBrowserWidget,
+                   public IProfileEditorMain,
+                   public CHintLabelListener,
+                   public ITranslatable
+{
+    Q_OBJECT
+
+public:
+    static constexpr int kIgnitionMapHint = 4;
+
+    // The library (may be null) gives the templates for a reset.
+    EditorForm(const DefaultLibrary *library, CLanguageSwitcher &switcher, HintDialog &hintDialog,
+        QWidget *parent = nullptr);
+    ~EditorForm() override;
+
+    // The main window, for Back and Next.
+    void setBrowserMain(IBrowserMain *main);
+
+    // Takes a copy of the profile as the user's own, with no unsaved changes.
+    void setProfile(const Profile &profile);
+    // Asks before unsaved changes are dropped, whatever page shows; true when the profile may be
+    // left or replaced. Discarding puts the profile back to its last loaded or saved state.
+    bool confirmDiscard();
+    // Puts the profile back to its factory template, after asking.
+    void resetProfile();
+    // The working profile, for saving, printing and programming.
+    const Profile &profile() const { return m_profile; }
+    // After a save the profile has no unsaved changes.
+    void markSaved();
+    // True once a profile was loaded in this run.
+    bool hasProfile() const { return m_profileLoaded; }
+    // Every change since the profile was loaded; its clean state is the saved profile.
+    QUndoStack &history() { return m_history; }
+
+    void setActive(bool active) override;
+    void onBack() override;
+    void onNext() override;
+    void retranslate(int language) override;
+
+    void updateGraph() override;
+    void setProfileName(const QString &name) override;
+    void setProfileNotes(const QString &notes) override;
+    void onMapChanged(bool rescale) override;
+    void onPointSelected(int index, bool rescale) override;
+    void onEdited(Edit edit, int point) override;
+
+    void onHintLabelTouched() override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private slots:
+    void onIgnitionMapHint();
+
+private:
+    void refresh();
+    void record(const QString &step);
+    void applySnapshot(const Profile &profile);
+    void showInformation();
+    void setTexts();
+    void setTabOrderAsSeen();
+    QString prompt() const;
+
+    std::unique_ptr<Ui::EditorForm> m_ui;
+    const DefaultLibrary *m_library;
+    CLanguageSwitcher &m_switcher;
+    HintDialog &m_hintDialog;
+    IBrowserMain *m_browserMain = nullptr;
+
+    // The child widgets, owned through the widget tree.
+    FlagsForm *m_flagsForm;
+    NameForm *m_nameForm;
+    NotesForm *m_notesForm;
+    TableForm *m_tableForm;
+    GraphForm *m_graphForm;
+
+    Profile m_profile;
+    // The profile as last loaded, saved or reset: what a discard goes back to.
+    Profile m_saved;
+    // The profile as the last step of the history left it.
+    Profile m_recorded;
+    QUndoStack m_history;
+    bool m_hintsStarted = false;
+    bool m_profileLoaded = false;
+
+    CBlinker *m_blinker;
+    CHintLabel *m_tableHint;
+    CHintLabel *m_graphHint;
+    // The table's view, over which its hint label floats.
+    QWidget *m_tableView;
+};

@@ -1,0 +1,65 @@
+#include "shell/clanguagemenu.h"
+
+#include "shell/clanguageswitcher.h"
+
+#include <QAction>
+#include <QEvent>
+
+namespace {
+
+// Language names stand out a little from ordinary menu entries.
+constexpr qreal kNameSizeFactor = 1.15;
+
+} // namespace
+
+CLanguageMenu::CLanguageMenu(CLanguageSwitcher &switcher, QWidget *parent)
+    : QMenu(parent)
+    , m_switcher(switcher)
+{
+    for (int language = 0; language < CLanguageSwitcher::kLanguageCount; ++language) {
+        QAction *action = addAction(languageIcon(language), QString());
+        QFont font = action->font();
+        if (font.pointSizeF() > 0) {
+            font.setPointSizeF(font.pointSizeF() * kNameSizeFactor);
+            action->setFont(font);
+        }
+        connect(action, &QAction::triggered, this, [this, language] { selectLanguage(language); });
+        m_actions.append(action);
+    }
+    retranslateUi();
+}
+
+void CLanguageMenu::selectLanguage(int language)
+{
+    m_switcher.setLanguage(language);
+    emit languageSelected(language);
+}
+
+QString CLanguageMenu::currentLanguageName() const
+{
+    return CLanguageSwitcher::languageName(m_switcher.language());
+}
+
+QIcon CLanguageMenu::currentLanguageIcon() const
+{
+    return languageIcon(m_switcher.language());
+}
+
+QIcon CLanguageMenu::languageIcon(int language)
+{
+    return QIcon(QStringLiteral(":/Images/lang%1.png").arg(language));
+}
+
+void CLanguageMenu::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslateUi();
+    QMenu::changeEvent(event);
+}
+
+void CLanguageMenu::retranslateUi()
+{
+    setTitle(tr("Language"));
+    for (int language = 0; language < m_actions.size(); ++language)
+        m_actions[language]->setText(CLanguageSwitcher::languageName(language));
+}

@@ -1,0 +1,94 @@
+#include "shell/iuserprompts.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
+#include <QStandardPaths>
+
+namespace {
+
+// File dialogs open in the folder where the user last chose a file, the first time in the
+// documents folder: never in the program's working folder, where the data files lie.
+const char kFolderKey[] = "fileDialogs/lastFolder";
+
+QString startFolder()
+{
+    const QString last = QSettings().value(QLatin1String(kFolderKey)).toString();
+    if (!last.isEmpty() && QFileInfo(last).isDir())
+        return last;
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
+QString remembered(const QString &chosen)
+{
+    if (!chosen.isEmpty())
+        QSettings().setValue(QLatin1String(kFolderKey), QFileInfo(chosen).absolutePath());
+    return chosen;
+}
+
+class CDialogPrompts : public IUserPrompts
+{
+public:
+    int ask(QWidget *parent, const QString &title, const QString &text, const QStringList &buttons,
+        int defaultButton, int escapeButton) override
+    {
+        QMessageBox box(QMessageBox::Question, title, text, QMessageBox::NoButton, parent);
+        QList<QPushButton *> pushButtons;
+        for (const QString &label : buttons)
+            pushButtons.append(box.addButton(label, QMessageBox::ActionRole));
+        if (defaultButton >= 0 && defaultButton < pushButtons.size())
+            box.setDefaultButton(pushButtons.at(defaultButton));
+        if (escapeButton >= 0 && escapeButton < pushButtons.size())
+            box.setEscapeButton(pushButtons.at(escapeButton));
+        box.exec();
+        return pushButtons.indexOf(qobject_cast<QPushButton *>(box.clickedButton()));
+    }
+
+    void warn(QWidget *parent, const QString &title, const QString &text, const QString &button) override
+    {
+        QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::NoButton, parent);
+        box.addButton(button, QMessageBox::AcceptRole);
+        box.exec();
+    }
+
+    void inform(QWidget *parent, const QString &title, const QString &text, const QString &button) override
+    {
+        QMessageBox box(QMessageBox::Information, title, text, QMessageBox::NoButton, parent);
+        box.addButton(button, QMessageBox::AcceptRole);
+        box.exec();
+    }
+
+    QString openFileName(
+        QWidget *parent, const QString &title, const QString &filter, const QString &folder) override
+    {
+        const QString start = folder.isEmpty() ? startFolder() : folder;
+        return remembered(QFileDialog::getOpenFileName(parent, title, start, filter));
+    }
+
+    QString saveFileName(
+        QWidget *parent, const QString &title, const QString &suggestedPath, const QString &filter) override
+    {
+        const QString start = QFileInfo(suggestedPath).isAbsolute()
+            ? suggestedPath
+            : QDir(startFolder()).filePath(suggestedPath);
+        return remembered(QFileDialog::getSaveFileName(parent, title, start, filter));
+    }
+};
+
+IUserPrompts *g_prompts = nullptr;
+
+} // namespace
+
+IUserPrompts &userPrompts()
+{
+    static CDialogPrompts dialogs;
+    return g_prompts ? *g_prompts : dialogs;
+}
+
+void setUserPrompts(IUserPrompts *prompts)
+{
+    g_prompts = prompts;
+}

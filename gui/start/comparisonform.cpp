@@ -1,0 +1,120 @@
+#include "start/comparisonform.h"
+
+#include "render/bracemarkup.h"
+#include "shell/ibrowsermain.h"
+#include "start/ccomparisonparent.h"
+#include "start/cprofileitem.h"
+
+#include "ui_comparisonform.h"
+
+#include <algorithm>
+
+ComparisonForm::ComparisonForm(QWidget *parent)
+    : QWidget(parent)
+    , m_ui(std::make_unique<Ui::ComparisonForm>())
+{
+    m_ui->setupUi(this);
+    setToolTips();
+    connect(m_ui->addDefaultButton, &QPushButton::clicked, this, &ComparisonForm::onAddDefaultButton);
+    connect(m_ui->addCustomButton, &QPushButton::clicked, this, &ComparisonForm::onAddCustomButton);
+    connect(m_ui->removeButton, &QPushButton::clicked, this, &ComparisonForm::onRemoveButton);
+    connect(m_ui->clearButton, &QPushButton::clicked, this, &ComparisonForm::onClearButton);
+    connect(m_ui->showGraphButton, &QPushButton::clicked, this, &ComparisonForm::onShowGraphButton);
+    // Remove follows the selection, whether it was made by mouse or keyboard.
+    connect(m_ui->list, &QListWidget::itemSelectionChanged, this, &ComparisonForm::updateButtons);
+    updateButtons();
+}
+
+ComparisonForm::~ComparisonForm() = default;
+
+void ComparisonForm::setComparisonParent(CComparisonParent *parent)
+{
+    m_parent = parent;
+}
+
+void ComparisonForm::setBrowserMain(IBrowserMain *main)
+{
+    m_main = main;
+}
+
+void ComparisonForm::addProfile(const Profile &profile)
+{
+    m_ui->list->addItem(new CProfileItem(profile)); // the list owns its items
+    updateButtons();
+}
+
+std::vector<Profile> ComparisonForm::profiles() const
+{
+    std::vector<Profile> listed;
+    for (int row = 0; row < m_ui->list->count(); ++row) {
+        if (const auto *item = dynamic_cast<const CProfileItem *>(m_ui->list->item(row)))
+            listed.push_back(item->profile());
+    }
+    return listed;
+}
+
+void ComparisonForm::retranslate()
+{
+    m_ui->retranslateUi(this);
+    setToolTips();
+    for (int row = 0; row < m_ui->list->count(); ++row) {
+        if (auto *item = dynamic_cast<CProfileItem *>(m_ui->list->item(row)))
+            item->retranslate();
+    }
+}
+
+void ComparisonForm::setToolTips()
+{
+    for (QPushButton *button : {m_ui->addDefaultButton, m_ui->addCustomButton, m_ui->removeButton})
+        button->setToolTip(withBraceMarkup(button->toolTip()));
+}
+
+// "Show graph" and "Remove all" need something in the list, "Remove" a selected entry.
+void ComparisonForm::updateButtons()
+{
+    const bool filled = m_ui->list->count() > 0;
+    m_ui->showGraphButton->setEnabled(filled);
+    m_ui->clearButton->setEnabled(filled);
+    m_ui->removeButton->setEnabled(!m_ui->list->selectedItems().isEmpty());
+}
+
+void ComparisonForm::onAddDefaultButton()
+{
+    if (m_parent)
+        m_parent->chooseTemplateForComparison();
+}
+
+void ComparisonForm::onAddCustomButton()
+{
+    if (!m_main)
+        return;
+    if (const std::optional<Profile> profile = m_main->readProfileFromFile())
+        addProfile(*profile);
+}
+
+// Takes out the selected entry; the one that moves into its place is selected next, so that
+// Remove can be pressed again.
+void ComparisonForm::onRemoveButton()
+{
+    const QList<QListWidgetItem *> selected = m_ui->list->selectedItems();
+    if (selected.isEmpty())
+        return;
+    const int row = m_ui->list->row(selected.first());
+    delete m_ui->list->takeItem(row);
+    if (m_ui->list->count() > 0)
+        m_ui->list->setCurrentRow(std::min(row, m_ui->list->count() - 1));
+    updateButtons();
+}
+
+void ComparisonForm::onClearButton()
+{
+    m_ui->list->clear();
+    m_ui->list->update();
+    updateButtons();
+}
+
+void ComparisonForm::onShowGraphButton()
+{
+    if (m_parent)
+        m_parent->showComparisonGraph(profiles());
+}

@@ -1,3 +1,0 @@
-target_sources(sparkwright-core PRIVATE
-    ${CMAKE_CURRENT_LIST_DIR}/bracemarkup.cpp
-)

@@ -1,3 +1,0 @@
-target_sources(sparkwright-gui PRIVATE
-    ${CMAKE_CURRENT_LIST_DIR}/summaryform.cpp
-)

@@ -1,0 +1,177 @@
+// The program works without a mouse: every button the user sees carries a mnemonic, and no
+// Alt+letter reachable at once stands for two controls, in English and in German alike.
+#include "data/cdisclaimeracceptance.h"
+#include "devicepages/writeconfirmationdialog.h"
+#include "dialogs/aboutdialog.h"
+#include "dialogs/disclaimerdialog.h"
+#include "editor/hintdialog.h"
+#include "profile/recentprofiles.h"
+#include "support/programfixture.h"
+
+#include <QGroupBox>
+#include <QMenuBar>
+#include <QTabBar>
+#include <QTabWidget>
+
+namespace {
+
+// The texts by their Alt+letter, and the texts of controls that need one and have none.
+struct Keys
+{
+    QMultiMap<QString, QString> texts;
+    QStringList lacking;
+
+    void add(const QString &text, bool needed)
+    {
+        const QString key = QKeySequence::mnemonic(text).toString(QKeySequence::PortableText);
+        if (!key.isEmpty())
+            texts.insert(key, text);
+        else if (needed && !text.isEmpty())
+            lacking.append(QLatin1String("no key: ") + text);
+    }
+    // The texts without a key, and "Alt+E: &Enabled | B&earbeiten" for every letter that answers
+    // more than one text.
+    QStringList faults() const
+    {
+        QStringList found = lacking;
+        for (const QString &key : texts.uniqueKeys())
+            if (texts.count(key) > 1)
+                found.append(key + QLatin1String(": ") + texts.values(key).join(QLatin1String(" | ")));
+        return found;
+    }
+};
+
+// What Alt+letter reaches below root while it is shown: buttons, labels with a buddy, tabs,
+// group boxes, which lead to their first input, and the menu bar's titles; within a menu, its entries.
+Keys shownKeys(const QWidget &root)
+{
+    Keys keys;
+    for (const QAction *action : qobject_cast<const QMenu *>(&root) ? root.actions() : QList<QAction *>())
+        keys.add(action->text(), true);
+    for (const QWidget *widget : root.findChildren<QWidget *>()) {
+        if (!widget->isVisible() || !widget->isEnabled())
+            continue;
+        if (const auto *button = qobject_cast<const QAbstractButton *>(widget)) {
+            keys.add(button->text(), true);
+        } else if (const auto *label = qobject_cast<const QLabel *>(widget); label && label->buddy()) {
+            keys.add(label->text(), true);
+        } else if (const auto *box = qobject_cast<const QGroupBox *>(widget)) {
+            keys.add(box->title(), false);
+        } else if (const auto *tabs = qobject_cast<const QTabBar *>(widget)) {
+            for (int i = 0; i < tabs->count(); ++i)
+                keys.add(tabs->tabText(i), tabs->isTabEnabled(i));
+        } else if (const auto *bar = qobject_cast<const QMenuBar *>(widget)) {
+            for (const QAction *menu : bar->actions())
+                keys.add(menu->text(), true);
+        }
+    }
+    return keys;
+}
+
+} // namespace
+
+class TestKeyboard : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyShownChoiceHasItsOwnKey_data();
+    void everyShownChoiceHasItsOwnKey();
+    void tabWalksTheEditorAsItReads();
+};
+
+void TestKeyboard::everyShownChoiceHasItsOwnKey_data()
+{
+    QTest::addColumn<QString>("steps"); // pages, dialogs, or buttons clicked
+    QTest::addColumn<bool>("german");
+    const QList<QPair<const char *, const char *>> shown {{"start page", "editor start"},
+        {"edit choices", "editor start editProfilesButton"},
+        {"programming choices", "editor start calibrationSelectionButton"},
+        {"new profile from a template", "start editProfilesButton createFromTemplateButton"},
+        {"template to program", "start calibrationSelectionButton calibrateDefaultButton"},
+        {"template to compare", "start compareButton addDefaultButton"},
+        {"comparison", "start compareButton addDefaultButton nextButton"},
+        {"comparison graph", "start compareButton addDefaultButton nextButton showGraphButton"},
+        {"editor, renaming", "editor pushButtonRename"},
+        {"editor, writing notes", "editor notes pushButtonEdit"}, {"confirmation", "confirmation"},
+        {"port page", "ports"}, {"progress page", "progress"}, {"menus", "menus"}, {"about", "about"},
+        {"hint", "hint"}, {"write confirmation", "writeConfirmation"}, {"disclaimer", "disclaimer"}};
+    for (const auto &[name, steps] : shown)
+        for (const bool german : {false, true})
+            QTest::addRow("%s%s", name, german ? ", German" : "") << steps << german;
+}
+
+void TestKeyboard::everyShownChoiceHasItsOwnKey()
+{
+    QFETCH(QString, steps);
+    QFETCH(bool, german);
+    // A file opened lately brings the list of recent profiles onto the start page.
+    const QTemporaryDir folder;
+    QVERIFY(QFile(folder.filePath(QStringLiteral("recent.cdi"))).open(QIODevice::WriteOnly));
+    CRecentProfiles().add(folder.filePath(QStringLiteral("recent.cdi")), QStringLiteral("Recent"));
+    Program program;
+    QVERIFY(program.ready());
+    program.switcher.addLanguage(CLanguageSwitcher::languageCode(CLanguageSwitcher::kGerman));
+    if (german)
+        program.switcher.setLanguage(CLanguageSwitcher::kGerman);
+    // The forms that follow the language by its change event have their texts once it is handled.
+    QCoreApplication::processEvents();
+    MainWindow &window = program.window();
+    const CDisclaimerAcceptance acceptance(folder.path());
+    DisclaimerDialog disclaimer(*program.menu, acceptance);
+    window.findChild<WriteConfirmationDialog *>()->setProfile(program.firstTemplate());
+    const QHash<QString, std::function<void()>> pages {
+        {"editor", [&] { window.showEditor(program.firstTemplate()); }}, {"start", [&] { window.start(); }},
+        {"ports", [&] { window.showPortSelection(); }},
+        {"confirmation", [&] { window.showProgrammingConfirmation(program.firstTemplate()); }},
+        {"progress", [&] { window.showProgress(); }},
+        {"notes", [&] { program.child<QTabWidget>("tabWidget")->setCurrentIndex(1); }}};
+    // The dialogs and the menus each on their own: while one is open, only its keys count.
+    const QHash<QString, QWidget *> dialogs {{"about", &program.windows->aboutDialog()},
+        {"hint", &program.windows->hintDialog()},
+        {"writeConfirmation", window.findChild<WriteConfirmationDialog *>()}, {"disclaimer", &disclaimer}};
+    QList<QWidget *> shown {&window};
+    for (const QString &step : steps.split(QLatin1Char(' '))) {
+        if (QWidget *dialog = dialogs.value(step)) {
+            dialog->show();
+            shown = {dialog};
+        } else if (step == QLatin1String("menus")) {
+            shown.clear();
+            // The recent profiles' menu is filled only as it opens.
+            for (QMenu *menu : window.findChildren<QMenu *>()) {
+                QMetaObject::invokeMethod(menu, "aboutToShow");
+                shown.append(menu);
+            }
+        } else if (pages.contains(step)) {
+            pages[step]();
+        } else {
+            program.click(qPrintable(step));
+        }
+    }
+    for (const QWidget *root : qAsConst(shown)) {
+        const Keys keys = shownKeys(*root);
+        QVERIFY2(!keys.texts.isEmpty(), "no keys found");
+        QVERIFY2(keys.faults().isEmpty(), qPrintable(keys.faults().join(QLatin1String(", "))));
+    }
+}
+
+// Tab walks the editor as it reads, from the name to the last setting's hint and on to the
+// buttons, and comes round again.
+void TestKeyboard::tabWalksTheEditorAsItReads()
+{
+    Program program;
+    QVERIFY(program.ready());
+    program.window().showEditor(program.firstTemplate());
+    program.child("lineEditName")->setFocus();
+    const QStringList expected {"pushButtonRename", "qt_tabwidget_tabbar", "tableView", "hintButtonMap",
+        "spinBoxIgnitionVoltage", "hintButtonVoltage", "checkBoxSideStand", "radioButtonGroundEnables",
+        "hintButtonSideStand", "doubleSpinBoxHall", "hintButtonSensorAdvance", "backButton", "nextButton",
+        "lineEditName"};
+    for (const QString &name : expected) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget()->objectName(), name);
+    }
+}
+
+SPARKWRIGHT_WIDGET_TEST_MAIN(TestKeyboard)
+#include "tst_keyboard.moc"

@@ -1,0 +1,468 @@
+// The whole program after the disclaimer as the user drives it: the ways between the pages and
+// back, the menu commands and their shortcuts, the open, save and print flows with their
+// messages, the panels that lead back to the profile last edited, the recent profiles, the
+// comparison list and its graph, and the unsaved-changes question on every way out.
+#include "editor/editorform.h"
+#include "profile/profilefile.h"
+#include "profile/suggestedfilename.h"
+#include "start/comparisonform.h"
+#include "start/continueform.h"
+#include "start/multigraphform.h"
+#include "summary/customform.h"
+#include "support/programfixture.h"
+#include "support/widgettestmain.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QListWidget>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include <QTimer>
+
+namespace {
+
+const char kWelcome[] = "Welcome to Sparkwright. What would you like to do?";
+const char kEditProfiles[] = "Choose where to load your profile from.";
+const char kProgramming[] = "Choose what kind of profile to program your CDI with.";
+const char kComparison[] = "Put together the profiles whose ignition maps you would like to compare.";
+const char kChooseTemplate[] = "Select an item from the drop-down list as template for your custom profile.";
+const char kConfirmPrompt[] = "Please confirm programming the CDI with this profile.";
+const char kGraph[] = "The graph shows the selected profiles for comparison.";
+const char kMine[] = "Mine <2>";
+
+Profile namedProfile(const QString &name)
+{
+    Profile profile;
+    profile.setName(name);
+    return profile;
+}
+
+QStringList entries(const QListWidget *list)
+{
+    QStringList texts;
+    for (int row = 0; list && row < list->count(); ++row)
+        texts.append(list->item(row)->text());
+    return texts;
+}
+
+EditorForm *editorOf(const Program &program)
+{
+    return program.window().findChild<EditorForm *>();
+}
+
+void clickEntry(QListWidget *list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QTest::mouseClick(
+        list->viewport(), Qt::LeftButton, modifiers, list->visualItemRect(list->item(row)).center());
+}
+
+// Takes the steps, separated by blanks, as the user would: "^X" for Ctrl+X, "editor" for a
+// template handed to the editor as the template chooser does it, "mine" for a profile of the
+// user's in its place, "second" for the second template chosen with the keyboard, "continue" for
+// the panel leading back to the profile last edited, "close" for closing the window, "add" for a
+// profile put on the comparison list, "click<row>", "ctrl<row>" and "down" in that list, an
+// action by its name, else the button named after the step ("next": "nextButton").
+void take(Program &program, const QString &steps)
+{
+    QListWidget *list = program.child<QListWidget>("list"); // exists once the comparison was shown
+    for (const QString &step : steps.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        if (step.startsWith(QLatin1Char('^'))) {
+            QTest::keyClick(&program.window(), Qt::Key(step.at(1).unicode()), Qt::ControlModifier);
+        } else if (step == QLatin1String("editor") || step == QLatin1String("mine")) {
+            Profile profile = program.firstTemplate();
+            if (step == QLatin1String("mine"))
+                profile.setName(kMine);
+            program.window().showEditor(profile);
+        } else if (step == QLatin1String("second")) {
+            // The chooser shows the information of the template chosen.
+            program.child<QComboBox>("comboBox")->setFocus();
+            QTest::keyClick(program.child<QComboBox>("comboBox"), Qt::Key_Down);
+            QCOMPARE(program.child<QPlainTextEdit>("informationText")->toPlainText(),
+                program.data.library()->profileAt(1)->extraText(0));
+        } else if (step == QLatin1String("continue")) {
+            // The panel names the profile, written as it is.
+            for (const ContinueForm *panel : program.window().findChildren<ContinueForm *>()) {
+                if (panel->isVisible()) {
+                    QVERIFY(panel->findChild<QLabel *>("label")->text().contains("Mine &lt;2&gt;"));
+                    QTest::mouseClick(panel->findChild<QPushButton *>("button"), Qt::LeftButton);
+                }
+            }
+        } else if (step == QLatin1String("close")) {
+            program.window().close();
+        } else if (step == QLatin1String("add")) {
+            program.window().findChild<ComparisonForm *>()->addProfile(
+                namedProfile(QString::number(list->count())));
+        } else if (step.startsWith(QLatin1String("click"))) {
+            clickEntry(list, step.right(1).toInt());
+        } else if (step.startsWith(QLatin1String("ctrl"))) {
+            clickEntry(list, step.right(1).toInt(), Qt::ControlModifier);
+        } else if (step == QLatin1String("down")) {
+            QTest::keyClick(list, Qt::Key_Down);
+        } else if (step.startsWith(QLatin1String("action"))) {
+            program.child<QAction>(qPrintable(step))->trigger();
+        } else {
+            program.click(qPrintable(step + QLatin1String("Button")));
+            list = program.child<QListWidget>("list");
+        }
+    }
+}
+
+} // namespace
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void waysThroughThePages_data();
+    void waysThroughThePages();
+    void saveAndPrintFlows_data();
+    void saveAndPrintFlows();
+    void suggestedFileNames_data();
+    void suggestedFileNames();
+    void languageSwitchReachesEveryPage();
+    void undoAndRedoByMenuAndKeys();
+    void recentProfilesOpenThroughTheQuestion();
+    void unsavedEditsAreGuardedOnEveryPath_data();
+    void unsavedEditsAreGuardedOnEveryPath();
+};
+
+// Where each way leads and where Back goes from there. Every way of opening a file goes through
+// the same reading, so its refusals are shown once.
+void TestMainWindow::waysThroughThePages_data()
+{
+    QTest::addColumn<QString>("steps");
+    QTest::addColumn<QString>("prompt");
+    QTest::addColumn<QString>("back"); // the prompt after Back; empty: hidden
+    // The profile edited or confirmed; on the comparison page "+" or "-" for Show graph, Remove
+    // all and Remove, then the list; on the graph page the profiles in its value table.
+    QTest::addColumn<QString>("landed");
+    QTest::addColumn<QByteArray>("file"); // null: the open dialog is cancelled or not shown
+    QTest::addColumn<QString>("dialogs");
+
+    const QByteArray saved = profileFileBytes(namedProfile(QStringLiteral("Race tune")));
+    const auto row
+        = [](const char *name, const char *steps, const char *prompt, const char *back,
+              const char *landed = "", const QByteArray &file = QByteArray(), const char *dialogs = "") {
+              QTest::newRow(name) << steps << prompt << back << landed << file << dialogs;
+          };
+    row("start page", "", kWelcome, "");
+    row("new from template", "editProfiles createFromTemplate", kChooseTemplate, kEditProfiles);
+    // Back after Ctrl+N returns to where the user was.
+    row("Ctrl+N, programming", "calibrationSelection ^N", kChooseTemplate, kProgramming);
+    row("Ctrl+N, editor", "editor ^N", kChooseTemplate, kEditorPrompt);
+    row("Ctrl+N, confirmation", "editor next ^N", kChooseTemplate, kConfirmPrompt);
+    row("template to program", "calibrationSelection calibrateDefault",
+        "Select a profile from the dropdown list to program your CDI.", kProgramming);
+    row("template to compare", "compare addDefault",
+        "Select a profile from the drop-down list for comparison.", kComparison);
+    row("editor, nothing changed", "editor", kEditorPrompt, kWelcome, "%first");
+    row("confirmation", "editor next", kConfirmPrompt, kEditorPrompt, "%first");
+    row("Ctrl+W on the editor", "editor ^W", kConfirmPrompt, kEditorPrompt, "%first");
+    row("a profile file", "^O", kEditorPrompt, kWelcome, "Race tune", saved, "open");
+    row("an unreadable file", "^O", kWelcome, "", "", "not a profile", "open warn");
+    row("open cancelled", "^O", kWelcome, "", "", {}, "open");
+    row("load from file", "editProfiles loadFile", kEditorPrompt, kWelcome, "Race tune", saved, "open");
+    row("program a custom profile", "calibrationSelection calibrateCustom", kConfirmPrompt, kProgramming,
+        "Race tune", saved, "open");
+    row("compare a custom profile", "compare addCustom", kComparison, kWelcome, "++- Custom: Race tune",
+        saved, "open");
+    row("create from the second template", "editProfiles createFromTemplate second next", kEditorPrompt,
+        kWelcome, "%second");
+    row("compare the second template", "compare addDefault second next", kComparison, kWelcome,
+        "++- Default: %second");
+    row("the last entry removed", "compare add click0 remove", kComparison, kWelcome, "---");
+    row("an entry chosen by keyboard", "compare add add down", kComparison, kWelcome,
+        "+++ Custom: 0, Custom: 1");
+    row("a selection taken back with Ctrl leaves nothing to remove", "compare add add click1 ctrl1",
+        kComparison, kWelcome, "++- Custom: 0, Custom: 1");
+    // The entry that moves into the removed one's place is selected next, the last one at the end.
+    row("Remove twice in the middle", "compare add add add click1 remove remove", kComparison, kWelcome,
+        "+++ Custom: 0");
+    row("all removed", "compare add add click0 clear", kComparison, kWelcome, "---");
+    // The graph shows the list in its order, duplicates too, also after a change back in the list.
+    row("graph", "compare addDefault next addDefault next add showGraph", kGraph, kComparison,
+        "Default: %first (1), Default: %first (2), Custom: 2");
+    row("graph after a removal", "compare add add add showGraph back click0 remove showGraph", kGraph,
+        kComparison, "Custom: 1, Custom: 2");
+    row("continue editing", "mine back editProfiles continue", kEditorPrompt, kWelcome, kMine);
+    row("program the profile last edited", "mine back calibrationSelection continue", kConfirmPrompt,
+        kProgramming, kMine);
+}
+
+void TestMainWindow::waysThroughThePages()
+{
+    QFETCH(QString, steps);
+    QFETCH(QString, prompt);
+    QFETCH(QString, back);
+    QFETCH(QString, landed);
+    QFETCH(QByteArray, file);
+    QFETCH(QString, dialogs);
+
+    QTemporaryDir folder;
+    Program program;
+    QVERIFY(program.ready());
+    const QString path = folder.filePath(QStringLiteral("opened.cdi"));
+    if (!file.isNull()) {
+        QVERIFY(WidgetTest::writeFile(path, file));
+        program.prompts.fileAnswers.append(path);
+    }
+    take(program, steps);
+    QCOMPARE(program.prompts.kinds().join(QLatin1Char(' ')), dialogs);
+    QCOMPARE(program.prompt(), prompt);
+    const bool onEditor = prompt == QLatin1String(kEditorPrompt);
+    QString shown;
+    if (onEditor) {
+        shown = editorOf(program)->profile().name();
+        QVERIFY(editorOf(program)->profile().isCustom()); // a template taken in becomes the user's own
+    } else if (prompt == QLatin1String(kConfirmPrompt)) {
+        shown = program.window().findChild<CustomForm *>()->profile().name();
+    } else if (prompt == QLatin1String(kComparison)) {
+        for (const char *name : {"showGraphButton", "clearButton", "removeButton"})
+            shown += QLatin1Char(program.button(name)->isEnabled() ? '+' : '-');
+        shown = (shown + ' ' + entries(program.child<QListWidget>("list")).join(", ")).trimmed();
+    } else if (prompt == QLatin1String(kGraph)) {
+        const MultiGraphForm *graph = program.window().findChild<MultiGraphForm *>();
+        QCOMPARE(graph->image().size(), graph->graphSize());
+        const QTableWidget *values = graph->findChild<QTableWidget *>(QStringLiteral("valueTable"));
+        for (int row = 0; row < values->rowCount(); row += 2) // two rows of values per profile
+            shown += QLatin1String(row ? ", " : "") + values->item(row, 0)->text();
+    }
+    QCOMPARE(shown,
+        landed.replace("%first", program.firstTemplate().name())
+            .replace("%second", program.data.library()->profileAt(1)->name()));
+    QCOMPARE(program.button("exitButton")->isVisible(), !onEditor);
+
+    // The commands that need a profile work on the editor only, by menu and by shortcut.
+    for (const char *name : {"actionSaveAs", "actionReset", "actionExport", "actionPrint"})
+        QCOMPARE(program.child<QAction>(name)->isEnabled(), onEditor);
+    if (!onEditor)
+        take(program, QStringLiteral("^S ^W ^P"));
+    QCOMPARE(program.button("backButton")->isVisible(), !back.isEmpty());
+    take(program, back.isEmpty() ? QString() : QStringLiteral("back"));
+    QCOMPARE(program.prompt(), back.isEmpty() ? prompt : back);
+    QCOMPARE(program.prompts.shown.size(), dialogs.count(' ') + int(!dialogs.isEmpty()));
+}
+
+void TestMainWindow::saveAndPrintFlows_data()
+{
+    QTest::addColumn<QString>("key"); // "^S" saves, "^P" prints
+    QTest::addColumn<QString>("target"); // "older", "read-only" or "missing folder"
+    QTest::addColumn<QString>("message");
+
+    const QString overwrite = QStringLiteral(" failed:\n\nthe file may not be written there.");
+    QTest::newRow("save over an older file") << "^S"
+                                             << "older"
+                                             << "";
+    QTest::newRow("save over a read-only file") << "^S"
+                                                << "read-only"
+                                                << "Saving profile" + overwrite;
+    QTest::newRow("save into a missing folder")
+        << "^S"
+        << "missing folder"
+        << "Saving profile failed:\n\nthe file may not be written there: No such file or directory.";
+    QTest::newRow("print over an older file") << "^P"
+                                              << "older"
+                                              << "";
+    QTest::newRow("print over a read-only file") << "^P"
+                                                 << "read-only"
+                                                 << "Printing PDF" + overwrite;
+}
+
+// A failed save or print leaves the old file as it was, and no temporary file behind.
+void TestMainWindow::saveAndPrintFlows()
+{
+    QFETCH(QString, key);
+    QFETCH(QString, target);
+    QFETCH(QString, message);
+
+    const QString name = QLatin1String("mine") + (key == QLatin1String("^P") ? ".pdf" : ".cdi");
+    QTemporaryDir folder;
+    const bool missingFolder = target == QLatin1String("missing folder");
+    const QString path = folder.filePath(missingFolder ? QLatin1String("gone/") + name : name);
+    const QByteArray old("the file that was there before");
+    QVERIFY(missingFolder || WidgetTest::writeFile(path, old));
+    if (target == QLatin1String("read-only"))
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadUser));
+
+    Program program;
+    QVERIFY(program.ready());
+    program.prompts.fileAnswers.append(path);
+    take(program, QLatin1String("editor ") + key);
+    QCOMPARE(
+        program.prompts.shown.value(0).buttons, QStringList {program.firstTemplate().name() + name.right(4)});
+    QCOMPARE(program.prompts.shown.value(1).text, message);
+    const QByteArray now = WidgetTest::readFile(path);
+    if (!message.isEmpty())
+        QCOMPARE(now, missingFolder ? QByteArray() : old);
+    else if (name.endsWith(QLatin1String(".pdf")))
+        QVERIFY(now.startsWith("%PDF"));
+    else
+        QCOMPARE(readProfileFile(path).value_or(Profile()).map(), program.firstTemplate().map());
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), missingFolder ? QStringList() : QStringList {name});
+    QCOMPARE(program.prompt(), QString::fromLatin1(kEditorPrompt));
+}
+
+void TestMainWindow::suggestedFileNames_data()
+{
+    QTest::addColumn<QStringList>("names"); // the profile's, then the file's
+
+    QTest::newRow("separators, characters Windows refuses, control characters")
+        << QStringList {"road/track\\a<b>c:d\"e|f?g*h\ti", "road_track_a_b_c_d_e_f_g_h_i"};
+    QTest::newRow("blanks and dots at the ends") << QStringList {"  . tuned. . ", "tuned"};
+    QTest::newRow("nothing but dots") << QStringList {"...", "profile"};
+    QTest::newRow("device name with extension") << QStringList {"LPT1.old", "LPT1_.old"};
+    QTest::newRow("device name inside a word") << QStringList {"CONSOLE", "CONSOLE"};
+    QTest::newRow("long names are cut, never inside a character")
+        << QStringList {QString(79, 'x') + QString::fromUtf8("\xF0\x9F\x94\xA5") + "tail", QString(79, 'x')};
+}
+
+void TestMainWindow::suggestedFileNames()
+{
+    QFETCH(QStringList, names);
+    QCOMPARE(suggestedFileName(names[0], QStringLiteral("profile")), names[1]);
+}
+
+void TestMainWindow::languageSwitchReachesEveryPage()
+{
+    Program program;
+    QVERIFY(program.ready());
+    take(program, QStringLiteral("compare add back editProfiles createFromTemplate"));
+    WidgetTest::Translator translator({{QString("WizardForm|") + kChooseTemplate, "Wählen Sie eine Vorlage."},
+        {"MainWindow|&Back", "&Zurück"}, {"CProfileItem|Custom", "Eigenes"},
+        {"ComparisonForm|Remove &all", "&Alle entfernen"},
+        {"WizardForm|{Program your CDI} with a profile of your choice",
+            "{Programmieren Sie Ihre CDI} mit einem Profil Ihrer Wahl"}});
+    QCoreApplication::installTranslator(&translator);
+    program.switcher.setLanguage(CLanguageSwitcher::kEnglish); // tells every listener
+
+    QCOMPARE(program.prompt(), QStringLiteral("Wählen Sie eine Vorlage."));
+    QCOMPARE(program.button("backButton")->text(), QStringLiteral("&Zurück"));
+    QCOMPARE(entries(program.child<QListWidget>("list")), QStringList {"Eigenes: 0"});
+    QCOMPARE(program.button("clearButton")->text(), QStringLiteral("&Alle entfernen"));
+    // The braces mark the highlighted words, in every language.
+    QCOMPARE(program.button("calibrationSelectionButton")->toolTip(),
+        QStringLiteral("<font color=#3E6C82>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl"));
+    QCoreApplication::removeTranslator(&translator);
+}
+
+// Ctrl+Z, Ctrl+Y and Ctrl+Shift+Z walk the editor's history, whose steps the menu names, the
+// reset among them. Off the editor the history stays as it is.
+void TestMainWindow::undoAndRedoByMenuAndKeys()
+{
+    Program program;
+    QVERIFY(program.ready());
+    QAction *undo = program.child<QAction>("actionUndo");
+    QAction *redo = program.child<QAction>("actionRedo");
+    EditorForm *editor = editorOf(program);
+    const QString name = program.firstTemplate().name();
+    take(program, QStringLiteral("editor"));
+    QVERIFY(!undo->isEnabled() && !redo->isEnabled());
+    editor->setProfileName(QStringLiteral("Edited"));
+    take(program, QStringLiteral("^Z"));
+    QCOMPARE(editor->profile().name(), name);
+    QCOMPARE(redo->text(), QStringLiteral("Re&do rename"));
+    take(program, QStringLiteral("^Y ^Z"));
+    QTest::keyClick(&program.window(), Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+
+    program.prompts.askAnswers = {0};
+    take(program, QStringLiteral("actionReset next ^Z"));
+    QCOMPARE(undo->text(), QStringLiteral("&Undo reset to defaults"));
+    QVERIFY(!undo->isEnabled());
+    QCOMPARE(editor->profile().name(), name);
+}
+
+// A file opened lately is one click away in the Profile menu and on the start page, each through
+// the unsaved-changes question.
+void TestMainWindow::recentProfilesOpenThroughTheQuestion()
+{
+    Program program;
+    QVERIFY(program.ready());
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("recent.cdi"));
+    QVERIFY(WidgetTest::writeFile(path, profileFileBytes(namedProfile(QStringLiteral("Recent one")))));
+    program.prompts.fileAnswers = QStringList {path};
+    take(program, QStringLiteral("^O"));
+    EditorForm *editor = editorOf(program);
+    editor->setProfileName(QStringLiteral("Edited"));
+
+    QMenu *menu = program.child<QMenu>("menuRecent");
+    QMetaObject::invokeMethod(menu, "aboutToShow");
+    QAction *first = menu->actions().value(0);
+    QVERIFY(first && first->text().startsWith(QLatin1String("&1 Recent one (recent.cdi, ")));
+    program.prompts.askAnswers = {1, 0};
+    first->trigger();
+    QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
+
+    program.window().start();
+    QListWidget *list = program.child<QListWidget>("recentList");
+    clickEntry(list, 0);
+    QCOMPARE(program.prompt(), QString::fromLatin1(kEditorPrompt));
+    QCOMPARE(editor->profile().name(), QStringLiteral("Recent one"));
+    QCOMPARE(program.prompts.kinds(), (QStringList {"open", "ask", "ask"}));
+}
+
+void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()
+{
+    QTest::addColumn<bool>("fromStartPage"); // else from the programming confirmation
+    QTest::addColumn<QString>("path");
+
+    const QList<QPair<const char *, const char *>> paths {{"Exit", "exit"}, {"closing the window", "close"},
+        {"Ctrl+N", "^N"}, {"Ctrl+O", "^O"}, {"create from template", "editProfiles createFromTemplate next"},
+        {"load from file", "editProfiles loadFile"}};
+    for (const bool fromStart : {false, true}) {
+        for (const auto &path : paths) {
+            if (!fromStart && QByteArray(path.second).contains(' '))
+                continue; // the start page's own buttons
+            QTest::addRow("%s from the %s", path.first, fromStart ? "start page" : "confirmation")
+                << fromStart << QString::fromLatin1(path.second);
+        }
+    }
+}
+
+// The edited profile lives on behind the other pages. Every path that replaces it or ends the
+// program asks first: "Back" keeps the edits, "Discard changes" takes them away for good, so
+// neither a cancelled file dialog nor the continue panel brings them back. Where the path ends
+// the program, the program's event loop ends with 0; else the call queued behind the path ends it
+// with 7.
+void TestMainWindow::unsavedEditsAreGuardedOnEveryPath()
+{
+    QFETCH(bool, fromStartPage);
+    QFETCH(QString, path);
+
+    for (const int answer : {1, 0}) {
+        Program program;
+        QVERIFY(program.ready());
+        EditorForm *editor = editorOf(program);
+        take(program, QStringLiteral("editor"));
+        editor->setProfileName(QStringLiteral("Edited"));
+        program.click("nextButton");
+        if (fromStartPage)
+            program.window().start(); // as after programming
+        QVERIFY(program.prompts.shown.isEmpty());
+
+        program.prompts.askAnswers = {answer};
+        QTimer::singleShot(0, &program.window(), [&program, &path] {
+            take(program, path);
+            QTimer::singleShot(0, [] { QCoreApplication::exit(7); });
+        });
+        const bool kept = answer == 1;
+        const bool ends = path == QLatin1String("exit") || path == QLatin1String("close");
+        QCOMPARE(QCoreApplication::exec(), ends && !kept ? 0 : 7);
+        QCOMPARE(program.prompts.titles().value(0), QStringLiteral("Unsaved changes"));
+        QCOMPARE(editor->profile().name(), kept ? "Edited" : program.firstTemplate().name());
+        QCOMPARE(editor->profile().isModified(), kept);
+        // Once discarded, leaving asks nothing more.
+        program.prompts.shown.clear();
+        QVERIFY(kept || (editor->confirmDiscard() && program.prompts.shown.isEmpty()));
+    }
+}
+
+SPARKWRIGHT_WIDGET_TEST_MAIN(TestMainWindow)
+#include "tst_mainwindow.moc"

@@ -1,0 +1,343 @@
+// The program's start: data files, version query, single copy, start language, the disclaimer
+// gate with the places its acceptance is kept, and main window. The steps up to the main window run
+// in-process on the offscreen platform, with the user's answers given through the modal-step seam; exit codes
+// and the single-copy guard are checked on the built program.
+#include "cstartup.h"
+#include "dialogs/disclaimerdialog.h"
+#include "errorgui.h"
+#include "mainwindow.h"
+#include "support/layoutencoder.h"
+#include "support/widgettestmain.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QPushButton>
+#include <QTextEdit>
+
+#include <vector>
+
+namespace {
+
+const QByteArray kLibrary = handContainer({libraryHeader(QStringLiteral("def"), 1, 12)});
+const QByteArray kHints = handContainer(
+    {hintsRecord(3, 1, 1, 2, {"Voltage", "The charging voltage.", "Spannung", "Die Ladespannung."})});
+const QByteArray kAccepted = framed(tInt(1));
+// The built program's own answer: its library and hints (data/*.json) are number 1.
+const QByteArray kManifest
+    = "Sparkwright.exe;9501#default.cds;1#lang_de.qm;9501#Qt5PrintSupport.dll;1#hints.cdh;1\n";
+// What another user could leave in a folder the program is started from.
+const QByteArray kPlanted = handContainer({libraryHeader(QStringLiteral("planted"), 1, 66)});
+
+using namespace WidgetTest;
+
+const QString kBuildDir = qEnvironmentVariable("SPARKWRIGHT_BUILD_DIR");
+
+// Answers in the user's place and notes what the user would have seen.
+class ScriptedSteps : public IModalSteps
+{
+public:
+    QString answer = QStringLiteral("decline"); // to the disclaimer; else "once" or "for good"
+    QStringList seen; // each window the user met, with its title
+
+    void waitForErrorWindow(ErrorGui &window) override
+    {
+        const QString text = window.findChild<QTextEdit *>(QStringLiteral("textEdit"))->toPlainText();
+        QTest::mouseClick(window.findChild<QPushButton *>(QStringLiteral("pushButtonClose")), Qt::LeftButton);
+        seen << window.windowTitle() + QLatin1String(window.isVisible() ? " (not closed): " : ": ")
+                + QString(text).replace(QChar::LineSeparator, QLatin1Char('\n'));
+    }
+
+    int runDisclaimer(DisclaimerDialog &dialog) override
+    {
+        dialog.show();
+        seen << dialog.windowTitle();
+        if (answer == QLatin1String("for good"))
+            WidgetTest::clickCheckBox(dialog.findChild<QCheckBox *>(QStringLiteral("checkBox")));
+        const char *button = answer == QLatin1String("decline") ? "declineButton" : "acceptButton";
+        QTest::mouseClick(dialog.findChild<QPushButton *>(QLatin1String(button)), Qt::LeftButton);
+        return dialog.isVisible() ? QDialog::Rejected : dialog.result();
+    }
+
+    int runMainWindow(MainWindow &window) override
+    {
+        seen << window.windowTitle() + QLatin1String(window.isVisible() ? "" : " (hidden)");
+        return 7; // the main window's own exit code
+    }
+};
+
+// A copy of the built program, started the way a user starts it.
+struct ProgramCopy
+{
+    ProgramCopy(const QProcessEnvironment &environment, const QStringList &arguments = {})
+    {
+        process.setProcessEnvironment(environment);
+        process.setReadChannel(QProcess::StandardError);
+        process.start(kBuildDir + QLatin1String("/sparkwright"), arguments);
+    }
+    ~ProgramCopy() { killHard(); }
+    void killHard() // SIGKILL: no clean-up of any kind
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+    // Waits until the copy is past the single-copy guard, where it goes on to load its translation
+    // and says so, or has ended. The limit only ends a test whose program hangs.
+    bool runs()
+    {
+        while (
+            !errors.contains("lang_de.qm") && (process.bytesAvailable() || process.waitForReadyRead(120000)))
+            errors += process.readAllStandardError();
+        return errors.contains("lang_de.qm") && process.state() == QProcess::Running;
+    }
+    bool endedWell()
+    {
+        return !runs() && (process.state() == QProcess::NotRunning || process.waitForFinished())
+            && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    }
+
+    QProcess process;
+    QByteArray errors;
+};
+
+} // namespace
+
+class TestStartup : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void firstWindow_data();
+    void firstWindow();
+    void disclaimerAnswers_data();
+    void disclaimerAnswers();
+    void oneCopyAtATime();
+    void terminalAnswers_data();
+    void terminalAnswers();
+
+private:
+    int runStartup(ScriptedSteps &steps, QByteArrayList arguments = {}, const QString &locale = "en_US");
+    QString path(const QString &name) const { return m_case->filePath(name); }
+    QString userFolder() const { return path(QStringLiteral("data/sparkwright.example/Sparkwright")); }
+
+    QString m_originalDirectory;
+    std::unique_ptr<QTemporaryDir> m_case;
+    QString m_programFolder;
+};
+
+// Every case starts with a good installation: both data files and the translation beside the
+// program ("program"), nothing accepted yet, and planted files of the same names in the working
+// directory ("work"), which must never be read.
+void TestStartup::init()
+{
+    m_originalDirectory = QDir::currentPath();
+    m_case = std::make_unique<QTemporaryDir>();
+    for (const char *folder : {"work", "program", "lock", "data"})
+        QVERIFY(QDir(m_case->path()).mkdir(QLatin1String(folder)));
+    // The copies started below take this as their runtime directory, which only counts when it
+    // is the user's alone.
+    QVERIFY(QFile::setPermissions(
+        path(QStringLiteral("lock")), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    qputenv("XDG_DATA_HOME", QFile::encodeName(path(QStringLiteral("data"))));
+    m_programFolder = path(QStringLiteral("program"));
+    QVERIFY(writeFile(path(QStringLiteral("program/default.cds")), kLibrary));
+    QVERIFY(writeFile(path(QStringLiteral("program/hints.cdh")), kHints));
+    QVERIFY(
+        QFile::copy(kBuildDir + QLatin1String("/lang_de.qm"), path(QStringLiteral("program/lang_de.qm"))));
+    for (const char *planted : {"work/default.cds", "work/hints.cdh", "work/lang_de.qm"})
+        QVERIFY(writeFile(path(QLatin1String(planted)), kPlanted));
+    QVERIFY(QDir::setCurrent(path(QStringLiteral("work"))));
+}
+
+void TestStartup::cleanup()
+{
+    QDir::setCurrent(m_originalDirectory);
+    m_case.reset();
+}
+
+int TestStartup::runStartup(ScriptedSteps &steps, QByteArrayList arguments, const QString &locale)
+{
+    arguments.prepend("sparkwright");
+    std::vector<char *> argv;
+    for (QByteArray &argument : arguments)
+        argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    int argc = int(arguments.size());
+    return CStartup(steps, {m_programFolder, locale, path(QStringLiteral("lock"))}).run(argc, argv.data());
+}
+
+// What the user meets first: a data file's error, then the disclaimer (in the start language)
+// unless its acceptance is found in the user's folder (one beside the program never counts: it
+// would answer for every user), then the main window; nothing for the version query, which is the exact "-v"
+// alone. German surroundings start in German, all others in English.
+void TestStartup::firstWindow_data()
+{
+    QTest::addColumn<QByteArray>("besideProgram"); // a null array: no file; it never counts
+    QTest::addColumn<QByteArray>("inUserFolder");
+    QTest::addColumn<QByteArrayList>("arguments");
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QByteArrayList>("dataFiles"); // the library and the hints; a null array: no file
+    QTest::addColumn<QString>("shown"); // the first window's title, none for the version query
+
+    const QByteArray none;
+    const auto row = [](const char *name, const QByteArray &besideProgram, const QByteArray &inUserFolder,
+                         const QString &shown, const QByteArrayList &arguments = {},
+                         const char *locale = "en_US", const QByteArrayList &dataFiles = {kLibrary, kHints}) {
+        QTest::newRow(name) << besideProgram << inUserFolder << arguments << QString::fromLatin1(locale)
+                            << dataFiles << shown;
+    };
+    // The data files beside the program are reported even when the disclaimer was accepted
+    // long ago, and in German surroundings in English: no translation is loaded yet. Which part of
+    // a file its loader refuses shows in tst_profilefile.
+    const QString error
+        = QStringLiteral("Sparkwright - Error Message: %1 could not be loaded. The source file is "
+                         "either missing or corrupted or was created for a newer version of "
+                         "Sparkwright.\n\nSource file: %2");
+    const QString hints = error.arg("Hints", "hints.cdh");
+    const QString library = error.arg("The default CDI profiles", "default.cds");
+    row("hints refused", none, kAccepted, hints, {}, "de_DE", {kLibrary, "garbage"});
+    row("both missing, only the library named", none, kAccepted, library, {}, "de_DE", {none, none});
+    row("version query, hints missing", none, none, hints, {"-v"}, "en_US", {kLibrary, none});
+
+    row("no acceptance file", none, none, "Disclaimer");
+    row("foreign file", none, QByteArray("cdi\0\0\0", 6), "Disclaimer");
+    row("integer 0", none, framed(tInt(0)), "Disclaimer");
+    row("negative integer", none, framed(tInt(-1)), "Disclaimer");
+    row("frame longer than the file", none, QByteArray::fromHex("550900006901000000"), "Disclaimer");
+    row("accepted, more bytes after the frame", none, kAccepted + QByteArray(100, 'x'), "Sparkwright");
+    row("accepted beside the program only", kAccepted, none, "Disclaimer");
+    row("version query", none, none, "", {"-v"});
+    row("-v twice", none, none, "Disclaimer", {"-v", "-v"});
+    row("-vx", none, none, "Disclaimer", {"-vx"});
+    row("-V", none, none, "Disclaimer", {"-V"});
+    row("--v", none, none, "Disclaimer", {"--v"});
+    row("de_AT", none, none, "Haftungsausschluss", {}, "de_AT");
+}
+
+void TestStartup::firstWindow()
+{
+    QFETCH(QByteArray, besideProgram);
+    QFETCH(QByteArray, inUserFolder);
+    QFETCH(QByteArrayList, arguments);
+    QFETCH(QString, locale);
+    QFETCH(QByteArrayList, dataFiles);
+    QFETCH(QString, shown);
+    QVERIFY(writeFile(path(QStringLiteral("program/default.cds")), dataFiles[0])
+        && writeFile(path(QStringLiteral("program/hints.cdh")), dataFiles[1]));
+    QVERIFY(writeFile(path(QStringLiteral("program/disclaimer.a")), besideProgram)
+        && QDir().mkpath(userFolder()));
+    QVERIFY(writeFile(userFolder() + QLatin1String("/disclaimer.a"), inUserFolder));
+
+    ScriptedSteps steps;
+    // The version query ends well, an error or a declined disclaimer badly, else the main window's
+    // code counts.
+    QCOMPARE(runStartup(steps, arguments, locale), shown.isEmpty() ? 0 : shown == "Sparkwright" ? 7 : 1);
+    QCOMPARE(steps.seen, shown.isEmpty() ? QStringList() : QStringList {shown});
+    // Declining never touches the files.
+    QCOMPARE(readFile(path(QStringLiteral("program/disclaimer.a"))), besideProgram);
+}
+
+void TestStartup::disclaimerAnswers_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<QString>("places"); // "free", "read-only foreign file", "no folder" or "neither"
+    QTest::addColumn<QString>("writtenTo"); // "program", "user" or "nowhere"
+
+    const auto row = [](const char *name, const char *answer, const char *places, const char *writtenTo) {
+        QTest::newRow(name) << answer << places << writtenTo;
+    };
+    row("accepted this once", "once", "free", "nowhere");
+    row("accepted for good", "for good", "free", "user");
+    row("for good, the user's folder cannot be made", "for good", "blocked", "nowhere");
+}
+
+// Accepted for good, the acceptance is written into the user's own folder, never beside the
+// program, else nowhere: then the disclaimer is simply shown again at the next start. Where a
+// start finds it shows in firstWindow().
+void TestStartup::disclaimerAnswers()
+{
+    QFETCH(QString, answer);
+    QFETCH(QString, places);
+    QFETCH(QString, writtenTo);
+
+    if (places == QLatin1String("blocked")) // a file where the user folder's parent should be
+        QVERIFY(writeFile(path(QStringLiteral("data/sparkwright.example")), "in the way"));
+
+    ScriptedSteps steps;
+    steps.answer = answer;
+    QCOMPARE(runStartup(steps), 7);
+    QCOMPARE(steps.seen, (QStringList {"Disclaimer", "Sparkwright"}));
+    QVERIFY(!QFile::exists(m_programFolder + QLatin1String("/disclaimer.a")));
+    QCOMPARE(readFile(userFolder() + QLatin1String("/disclaimer.a")),
+        writtenTo == QLatin1String("user") ? kAccepted : QByteArray());
+}
+
+// Of copies started together one runs and the other ends at once and silently, while the version
+// query still answers. A copy killed without any clean-up leaves a stale lock, which the next copy
+// takes over and guards in its turn.
+void TestStartup::oneCopyAtATime()
+{
+    // The offscreen platform and the data folder come from this process.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), path(QStringLiteral("lock")));
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("sparkwright.language.debug=true"));
+    ProgramCopy copies[2] {ProgramCopy(environment), ProgramCopy(environment)};
+    ProgramCopy query(environment, {QStringLiteral("-v")});
+    ProgramCopy &running = copies[0].runs() ? copies[0] : copies[1];
+    ProgramCopy &other = &running == &copies[0] ? copies[1] : copies[0];
+    QVERIFY2(running.runs(), running.errors.constData());
+    // Started from a folder with planted data files, it reads its own.
+    QVERIFY2(running.errors.contains("loaded " + QFile::encodeName(kBuildDir) + "/lang_de.qm"),
+        running.errors.constData());
+    QVERIFY2(other.endedWell() && other.process.readAllStandardOutput().isEmpty(), other.errors.constData());
+    QVERIFY(query.endedWell());
+    QCOMPARE(query.process.readAllStandardOutput(), kManifest);
+    // The lock lies in the user's own runtime directory, not in a place all users share.
+    QCOMPARE(QDir(path(QStringLiteral("lock"))).entryList(QDir::Files).size(), 1);
+    running.killHard();
+    ProgramCopy next(environment);
+    QVERIFY2(next.runs(), next.errors.constData());
+    QVERIFY(ProgramCopy(environment).endedWell());
+}
+
+// Answered on the terminal without a display, started from the folder with the planted files;
+// an answer that cannot be written is a failure.
+void TestStartup::terminalAnswers_data()
+{
+    QTest::addColumn<QString>("argument");
+    QTest::addColumn<bool>("toFullDisk");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("output"); // the start of it
+    QTest::newRow("help") << "--help" << false << 0
+                          << QByteArray("Usage: sparkwright [-v | --help | --version]\n");
+    QTest::newRow("version") << "--version" << false << 0 << QByteArray("sparkwright 0.95.1\n");
+    QTest::newRow("manifest") << "-v" << false << 0 << kManifest;
+    QTest::newRow("help into a full disk") << "--help" << true << 1 << QByteArray();
+    QTest::newRow("manifest into a full disk") << "-v" << true << 1 << QByteArray();
+}
+
+void TestStartup::terminalAnswers()
+{
+    QFETCH(QString, argument);
+    QFETCH(bool, toFullDisk);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, output);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *display : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+        environment.remove(QLatin1String(display));
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    if (toFullDisk)
+        process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(kBuildDir + QLatin1String("/sparkwright"), {argument});
+    QVERIFY(process.waitForFinished(60000));
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), exitCode);
+    QVERIFY(process.readAllStandardOutput().startsWith(output));
+    QCOMPARE(process.readAllStandardError().contains("No space left on device"), toFullDisk);
+}
+
+SPARKWRIGHT_WIDGET_TEST_MAIN(TestStartup)
+#include "tst_startup.moc"

@@ -1,0 +1,249 @@
+// The command-line tool: packing and dumping profiles against the file layout, building the data
+// files, drawing a map ("graph", PNG) and the printed sheet ("print", PDF), and its exit codes:
+// 0 done, 1 a file could not be read or written, 2 bad usage; never a partial output file.
+#include "support/layoutencoder.h"
+
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <QStandardPaths>
+
+namespace {
+
+HandRecord sampleRecord()
+{
+    HandRecord r;
+    r.motorbikeType = 3;
+    r.templateType = 5;
+    r.auxFlag = true;
+    r.name = QStringLiteral("Straßenprofil 250");
+    r.notes = QStringLiteral("Kerze BR9, 0,6 mm");
+    r.flagByte = 0x0B; // monitoring, ground blocks, mode 1
+    r.voltage = 185;
+    r.edgeSelectable = false;
+    r.modeOne = true;
+    r.k1Rising = -0.00025;
+    r.k1Falling = -0.0004;
+    r.rpm = {800, 1500, 2500, 3500, 4500, 5500, 6500, 7500, 8500, 9500};
+    r.angle = {6, 10, 15, 20, 24, 27, 29, 30, 30, 29};
+    r.k0 = 36.5;
+    r.k1 = -0.0004; // K1 follows the falling edge in sensor mode 1
+    r.trailing = QStringList {QStringLiteral("For road use."), QStringLiteral("Für die Straße.")};
+    return r;
+}
+
+QJsonObject sampleJson()
+{
+    const HandRecord r = sampleRecord();
+    QJsonArray map;
+    for (int i = 0; i < kMapPointCount; ++i)
+        map.append(QJsonArray {r.rpm[i], r.angle[i]});
+    return QJsonObject {{"motorbikeType", 3}, {"templateType", 5}, {"isCustom", true}, {"auxFlag", true},
+        {"name", QStringLiteral("Straßenprofil 250")}, {"notes", QStringLiteral("Kerze BR9, 0,6 mm")},
+        {"extraText", QJsonArray {QStringLiteral("For road use."), QStringLiteral("Für die Straße.")}},
+        {"map", map}, {"sensorCoefficients", QJsonArray {36.5, -0.0004, 0.0}}, {"sideStandMonitoring", true},
+        {"groundEnablesIgnition", false}, {"pickUpRisingEdge", false}, {"sensorMode", 1}, {"voltage", 185},
+        {"pickUpEdgeSelectable", false}, {"k1Rising", -0.00025}, {"k1Falling", -0.0004}};
+}
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class TestCli : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void exitCodes_data();
+    void exitCodes();
+    void packAndDumpFollowTheLayout();
+    void drawing_data();
+    void drawing();
+
+private:
+    // Runs the tool from the build folder, beside the data files and translations, or a bare
+    // copy with none of them, always in the case folder, which holds planted data files that are
+    // never to be read. File names are taken in the case folder. Before the arguments,
+    // "limit=N" lets no file grow past N bytes and ">full" sends the output to a full disk.
+    int run(QStringList arguments, bool bare = false, QByteArray *out = nullptr, QByteArray *err = nullptr);
+    QString write(const QString &name, const QByteArray &bytes);
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+
+    QString m_cli;
+    // A copy of the tool in a folder of its own, with no data files beside it or in a share folder.
+    QString m_bareCli;
+    QString m_buildDir;
+    QTemporaryDir m_dir;
+    QTemporaryDir m_runtimeDir;
+};
+
+void TestCli::initTestCase()
+{
+    m_cli = qEnvironmentVariable("SPARKWRIGHT_CLI");
+    m_buildDir = qEnvironmentVariable("SPARKWRIGHT_BUILD_DIR");
+    if (m_cli.isEmpty() || m_buildDir.isEmpty())
+        QSKIP("SPARKWRIGHT_CLI and SPARKWRIGHT_BUILD_DIR name the tool and its data files");
+    QVERIFY(m_dir.isValid() && m_runtimeDir.isValid());
+    QVERIFY(QDir(m_dir.path()).mkpath(QStringLiteral("bin")));
+    m_bareCli = path(QStringLiteral("bin/sparkwright-cli"));
+    QVERIFY(QFile::copy(m_cli, m_bareCli));
+    write(QStringLiteral("road.cdi"), handContainer({sampleRecord().bytes()}));
+    write(QStringLiteral("old.pdf"), "the sheet printed last week");
+    for (const char *planted : {"default.cds", "hints.cdh", "lang_de.qm"})
+        write(QLatin1String(planted), "planted by someone else");
+    QJsonObject json = sampleJson();
+    write(QStringLiteral("road.json"), QJsonDocument(json).toJson());
+    QJsonArray map = json.value("map").toArray();
+    map[3] = QJsonArray {3500, "twenty"};
+    json.insert(QStringLiteral("map"), map);
+    write(QStringLiteral("point.json"), QJsonDocument(json).toJson());
+}
+
+int TestCli::run(QStringList arguments, bool bare, QByteArray *out, QByteArray *err)
+{
+    QProcess process;
+    QStringList limit; // the shell's arguments that set it
+    if (arguments.first().startsWith(QLatin1String("limit="))) {
+        // Every write past the limit fails with "File too large", as on a full disk.
+        limit = QStringList {QStringLiteral("-c"),
+            QStringLiteral("trap '' XFSZ; exec prlimit --fsize=%1 -- \"$@\"")
+                .arg(arguments.takeFirst().mid(6)),
+            QStringLiteral("sh")};
+    }
+    if (arguments.first() == QLatin1String(">full")) {
+        arguments.removeFirst();
+        process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    }
+    for (QString &argument : arguments)
+        if (argument.contains(QLatin1Char('.')) && !argument.startsWith(QLatin1Char('-')))
+            argument = path(argument);
+    process.setWorkingDirectory(m_dir.path());
+    // A runtime folder of its own keeps Qt's note about a missing one off the error stream.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeDir.path());
+    // A German system: what the tool writes must not take its number format from there.
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
+    process.setProcessEnvironment(environment);
+    const QString tool = bare ? m_bareCli : m_cli;
+    if (limit.isEmpty())
+        process.start(tool, arguments);
+    else
+        process.start(QStringLiteral("sh"), limit + QStringList {tool} + arguments);
+    if (!process.waitForFinished(60000))
+        return -1;
+    if (out)
+        *out = process.readAllStandardOutput();
+    if (err)
+        *err = process.readAllStandardError();
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+}
+
+QString TestCli::write(const QString &name, const QByteArray &bytes)
+{
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+    return file.fileName();
+}
+
+// The arguments are separated by spaces. Damaged files are refused by the readers under
+// tests/fuzz; here one file error of each kind, and one bad usage.
+void TestCli::exitCodes_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<bool>("bare");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("message"); // on the output for 0, else the one line of the errors
+
+    QTest::newRow("help") << "--help" << false << 0 << "build-hints";
+    QTest::newRow("version") << "--version" << false << 0 << "sparkwright-cli 0.95.1\n";
+    QTest::newRow("unknown language")
+        << "graph road.cdi g.png --language fr" << false << 2 << "unknown language 'fr'";
+    QTest::newRow("no library for the sheet's header, the old sheet kept")
+        << "print road.cdi old.pdf" << true << 1 << "default.cds";
+    QTest::newRow("missing profile") << "graph missing.cdi g.png" << false << 1 << "missing.cdi: cannot open";
+    QTest::newRow("target folder missing")
+        << "pack road.json no/such/x.cdi" << false << 1 << "x.cdi: the file may not be written there";
+    QTest::newRow("text in a map point") << "pack point.json x.cdi" << false << 1 << "map[3][1]";
+    // Qt keeps small writes in a buffer until the file is committed: the smallest output counts.
+    QTest::newRow("disk full while packing, the old file kept")
+        << "limit=20 pack road.json old.pdf" << false << 1
+        << "File too large. A file that was there before is unchanged.";
+    // In German, from the translation beside the tool, not the planted one.
+    QTest::newRow("disk full while printing, the old sheet kept")
+        << "limit=2000 print road.cdi old.pdf --language de" << false << 1
+        << "old.pdf: die Datei konnte nicht geschrieben werden";
+    QTest::newRow("dump to a full disk")
+        << ">full dump road.cdi" << false << 1 << "cannot write the output: No space left on device";
+    QTest::newRow("help to a full disk") << ">full --help" << false << 1 << "No space left on device";
+}
+
+void TestCli::exitCodes()
+{
+    QFETCH(QString, arguments);
+    QFETCH(bool, bare);
+    QFETCH(int, exitCode);
+    QFETCH(QString, message);
+    QByteArray out, err;
+    QCOMPARE(run(arguments.split(QLatin1Char(' ')), bare, &out, &err), exitCode);
+    const QString shown = QString::fromUtf8(exitCode == 0 ? out : err);
+    QVERIFY2(shown.contains(message), qPrintable(shown));
+    QVERIFY(exitCode == 0 || (out.isEmpty() && err.count('\n') == 1));
+    QVERIFY(!QFile::exists(path("g.png")) && !QFile::exists(path("x.cdi")));
+    QCOMPARE(readAll(path("old.pdf")), QByteArray("the sheet printed last week"));
+}
+
+// A profile packed from JSON follows the layout, and the layout dumps to the same JSON. The
+// library and the hints are built by the build itself; their layouts are checked in tst_profilefile.
+void TestCli::packAndDumpFollowTheLayout()
+{
+    QCOMPARE(run({"pack", "road.json", "built.cdi"}), 0);
+    QCOMPARE(readAll(path("built.cdi")).toHex(), readAll(path("road.cdi")).toHex());
+    QByteArray dumped;
+    QCOMPARE(run({"dump", "road.cdi"}, false, &dumped), 0);
+    QCOMPARE(QJsonDocument::fromJson(dumped).object(), sampleJson());
+}
+
+void TestCli::drawing_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QStringList>("texts"); // on the sheet, which speaks its language, numbers included
+    QTest::newRow("German") << QStringList {"--language", "de"} << QStringList {"Zündspannung", "36,5°"};
+    QTest::newRow("English on a German system without a language")
+        << QStringList() << QStringList {"Ignition voltage", "36.5°"};
+}
+
+// The graph has the size asked for; the sheet is a whole PDF with the profile's texts.
+void TestCli::drawing()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QStringList, texts);
+    QCOMPARE(run(QStringList {"graph", "road.cdi", "out.png", "--size", "400x300"} + options), 0);
+    QCOMPARE(QImage(path("out.png")).size(), QSize(400, 300));
+    QCOMPARE(run(QStringList {"print", "road.cdi", "out.pdf"} + options), 0);
+    const QByteArray pdf = readAll(path("out.pdf"));
+    QVERIFY(pdf.startsWith("%PDF-") && pdf.trimmed().endsWith("%%EOF"));
+    const QString pdftotext = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
+    if (pdftotext.isEmpty())
+        QSKIP("pdftotext (poppler-utils) is not installed");
+    QProcess extract;
+    extract.start(pdftotext, {path("out.pdf"), QStringLiteral("-")});
+    QVERIFY(extract.waitForFinished(30000));
+    const QString text = QString::fromUtf8(extract.readAllStandardOutput());
+    for (const QString &expected : texts)
+        QVERIFY2(text.contains(expected), qPrintable(expected + QStringLiteral(" missing in:\n") + text));
+}
+
+QTEST_GUILESS_MAIN(TestCli)
+#include "tst_cli.moc"

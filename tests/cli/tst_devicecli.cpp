@@ -1,0 +1,112 @@
+// The device verbs of the command-line tool as a user runs them: a virtual CDI in one process,
+// ping, import and program in others, with the program's real pacing.
+#include "profile/profilefile.h"
+#include "support/layoutencoder.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestDeviceCli : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void session();
+
+private:
+    int run(const QStringList &arguments, QString *out = nullptr, QString *err = nullptr);
+    QString path(const QString &name) const { return m_dir.filePath(name); }
+
+    QString m_cli;
+    QString m_buildDir;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+    QTemporaryDir m_dir;
+    QTemporaryDir m_runtimeDir;
+};
+
+void TestDeviceCli::initTestCase()
+{
+    m_cli = qEnvironmentVariable("SPARKWRIGHT_CLI");
+    m_buildDir = qEnvironmentVariable("SPARKWRIGHT_BUILD_DIR");
+    if (m_cli.isEmpty() || m_buildDir.isEmpty())
+        QSKIP("SPARKWRIGHT_CLI and SPARKWRIGHT_BUILD_DIR name the tool and its data files");
+    QVERIFY(m_dir.isValid() && m_runtimeDir.isValid());
+    // Its own runtime folder: the virtual CDIs of this test are the only ones the tool sees.
+    m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeDir.path());
+
+    // A profile with one angle beyond every limit.
+    Profile profile;
+    profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
+        {10, 11, 12, 13, 60, 15, 16, 17, 18, 19}));
+    QVERIFY(saveProfileFile(profile, path(QStringLiteral("bad.cdi"))));
+}
+
+int TestDeviceCli::run(const QStringList &arguments, QString *out, QString *err)
+{
+    QProcess process;
+    process.setWorkingDirectory(m_buildDir);
+    process.setProcessEnvironment(m_environment);
+    process.start(m_cli, arguments);
+    if (!process.waitForFinished(30000))
+        return -1;
+    if (out)
+        *out = QString::fromUtf8(process.readAllStandardOutput());
+    if (err)
+        *err = QString::fromUtf8(process.readAllStandardError());
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+}
+
+void TestDeviceCli::session()
+{
+    QProcess cdi;
+    cdi.setWorkingDirectory(m_buildDir);
+    cdi.setProcessEnvironment(m_environment);
+    cdi.start(m_cli, {"virtual-cdi", "--firmware", "3.1", "--serial", "42"});
+    while (!cdi.canReadLine() && cdi.waitForReadyRead(10000)) { }
+    const QString port = QString::fromUtf8(cdi.readLine()).trimmed(); // the pseudo-terminal
+    QVERIFY2(port.startsWith(QLatin1String("/dev/")), qPrintable(port));
+
+    QString out;
+    QString err;
+    QCOMPARE(run({"ports"}, &out), 0);
+    QVERIFY2(out.contains(port + QStringLiteral("\tVirtual CDI\tSparkwright\t-\tbridge\tvirtual\n")),
+        qPrintable(out));
+
+    QCOMPARE(run({"ping"}, &out), 0);
+    QCOMPARE(out,
+        QStringLiteral(
+            "Test successful\nYour CDI responded as expected. Firmware 3.1 and serial number 42 were "
+            "reported.\n"));
+    QCOMPARE(run({"ping", "--port", port, "--language", "de"}, &out), 0);
+    QVERIFY2(out.startsWith(QStringLiteral("Test erfolgreich\n")), qPrintable(out));
+
+    QCOMPARE(run({"import", path("held.cdi")}, &out), 0);
+    QVERIFY(out.startsWith(QStringLiteral("Import OK\n")));
+    QCOMPARE(run({"program", path("held.cdi"), "--no-reimport"}, &out, &err), 0);
+    QVERIFY2(out.startsWith(QStringLiteral("Programming successful\n")), qPrintable(out + err));
+    QCOMPARE(run({"import", path("refused.cdi")}, &out), 1);
+    QCOMPARE(out, QStringLiteral("CDI did not respond\n"));
+    QVERIFY(!QFile::exists(path("refused.cdi")));
+
+    cdi.terminate();
+    QVERIFY(cdi.waitForFinished(10000));
+    QCOMPARE(cdi.exitCode(), 0);
+    const QString served = QString::fromUtf8(cdi.readAllStandardOutput());
+    QVERIFY2(served.contains(QStringLiteral("read refused")), qPrintable(served));
+    QCOMPARE(QDir(m_runtimeDir.path()).entryList(QDir::Files), QStringList());
+    // Everything that stops before an exchange: exit code 2 and one line on the error stream.
+    const std::pair<QStringList, QString> refusals[]
+        = {{{"ping"}, "no CDI found"}, {{"ping", "--port", "/dev/null/x"}, "Cannot open /dev/null/x: "},
+            {{"program", path("bad.cdi")}, "The ignition map of this profile is not valid."},
+            {{"virtual-cdi", "--fault", "loud"}, "unknown fault 'loud'"}};
+    for (const auto &[arguments, shown] : refusals) {
+        QCOMPARE(run(arguments, &out, &err), 2);
+        QVERIFY2(out.isEmpty() && err.count(QLatin1Char('\n')) == 1 && err.contains(shown), qPrintable(err));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestDeviceCli)
+#include "tst_devicecli.moc"

@@ -1,0 +1,233 @@
+// The plotter's pixels, checked at coordinates computed from its own axis mapping: the shaded
+// region over the limit curve, the curve's colours and the invalid-segment rule, the comparison
+// drawing with its legend, and the values compared under it.
+#include "profile/profile.h"
+#include "profile/profilecomparison.h"
+#include "render/mapplotter.h"
+#include "support/widgettestmain.h"
+
+#include <QSet>
+
+#include <climits>
+#include <cmath>
+
+namespace {
+
+using Points = QVector<QPoint>; // (rpm, angle) pairs
+
+Profile profileOf(const Points &points, const SensorCoefficients &coefficients = {60.0, 0.0, 0.0})
+{
+    Profile profile;
+    IgnitionMap map;
+    for (int i = 0; i < points.size(); ++i)
+        map.setPoint(i, points[i].x(), points[i].y());
+    profile.setMap(map);
+    profile.setSensorCoefficients(coefficients);
+    return profile;
+}
+
+// Ten points 1000 rpm apart from the first speed on, the angle growing by the step.
+Points line(int firstRpm, int angle, int angleStep = 0)
+{
+    Points points;
+    for (int i = 0; i < kMapPointCount; ++i)
+        points << QPoint(firstRpm + 1000 * i, angle + angleStep * i);
+    return points;
+}
+
+const QColor kShade(255, 210, 210);
+const QColor kInvalid(150, 50, 50);
+
+// The curve is drawn smoothed, so the colour is looked for close to the computed spot.
+bool colourNear(const QImage &image, QPoint at, const QColor &colour, int across = 2, int down = 2)
+{
+    for (int dy = -down; dy <= down; ++dy)
+        for (int dx = -across; dx <= across; ++dx) {
+            const QPoint p = at + QPoint(dx, dy);
+            const QColor c = image.valid(p) ? image.pixelColor(p) : QColor();
+            if (c.isValid() && std::abs(c.red() - colour.red()) <= 6
+                && std::abs(c.green() - colour.green()) <= 6 && std::abs(c.blue() - colour.blue()) <= 6)
+                return true;
+        }
+    return false;
+}
+
+QPoint pointPixel(const MapPlotter &plotter, QPoint point)
+{
+    return QPoint(plotter.xAxis().toPixel(point.x()), plotter.yAxis().toPixel(point.y()));
+}
+
+} // namespace
+
+class TestMapPlotter : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void forbiddenRegion_data();
+    void forbiddenRegion();
+    void curveColours_data();
+    void curveColours();
+    void severalMaps();
+    void sharpOnHighDpiScreens();
+    void comparedValues();
+    void survivesDegenerateInput();
+};
+
+// One profile shows its forbidden region shaded; with several, each ceiling is a thin line in
+// its profile's colour and nothing is shaded. Each entry of "ceilings" is one profile's K0, K1.
+void TestMapPlotter::forbiddenRegion_data()
+{
+    QTest::addColumn<QVector<QPointF>>("ceilings");
+    QTest::addColumn<QPointF>("spot"); // rpm, angle
+    QTest::addColumn<QColor>("colour");
+    const QVector<QPointF> falling {{40.0, -0.0005}}; // ceiling 35.5 at 5000 rpm
+    const QVector<QPointF> two {{30.0, 0.0}, {36.0, 0.0}}; // ceilings 28 and 34
+    QTest::newRow("falling curve, below at 5000") << falling << QPointF(5000, 34.0) << QColor(Qt::white);
+    QTest::newRow("falling curve, above at 9000") << falling << QPointF(9000, 34.0) << kShade;
+    QTest::newRow("a negative ceiling shades down to the axis")
+        << QVector<QPointF> {{1.0, 0.0}} << QPointF(3000, 1.0) << kShade;
+    QTest::newRow("two are not shaded") << two << QPointF(3000, 41.0) << QColor(Qt::white);
+    QTest::newRow("two, first ceiling line") << two << QPointF(3000, 28.0) << MapPlotter::paletteColor(0);
+}
+
+void TestMapPlotter::forbiddenRegion()
+{
+    QFETCH(QVector<QPointF>, ceilings);
+    QFETCH(QPointF, spot);
+    QFETCH(QColor, colour);
+    // The points lie at 500, 1500, ... rpm and low angles, except one high point that fixes the
+    // angle axis at 50 degrees; samples are taken between their drop lines.
+    Points points = line(500, 5);
+    points[9].setY(42);
+    std::vector<Profile> profiles;
+    for (const QPointF &k : ceilings)
+        profiles.push_back(profileOf(points, {k.x(), k.y(), 0.0}));
+    MapPlotter plotter(733, 430, 16);
+    if (ceilings.size() > 1)
+        plotter.drawSeveral(profiles, {});
+    else
+        plotter.drawSingle(profiles.front(), -1, true, true);
+    QVERIFY(colourNear(plotter.image(),
+        {plotter.xAxis().toPixel(int(spot.x())), plotter.yAxis().toPixel(spot.y())}, colour));
+}
+
+void TestMapPlotter::curveColours_data()
+{
+    QTest::addColumn<bool>("editable");
+    QTest::addColumn<QVector<int>>("invalidPoints");
+    QTest::addColumn<QVector<int>>("redSegments"); // segment k joins point k-1 and point k
+    QTest::newRow("invalid point 8: 7-8 red, 8-9 normal by design")
+        << true << QVector<int> {8} << QVector<int> {8};
+    QTest::newRow("invalid first point colours the first segment")
+        << true << QVector<int> {0} << QVector<int> {1};
+    QTest::newRow("invalid point 4 colours both of its segments, read-only too")
+        << false << QVector<int> {4} << QVector<int> {4, 5};
+}
+
+void TestMapPlotter::curveColours()
+{
+    QFETCH(bool, editable);
+    QFETCH(QVector<int>, invalidPoints);
+    QFETCH(QVector<int>, redSegments);
+    // A ceiling of 28 everywhere; an invalid point is lifted above it, to 33 degrees.
+    Points points = line(1000, 10, 2);
+    for (int i = 0; i < kMapPointCount; ++i)
+        points[i].setY(invalidPoints.contains(i) ? 33 : std::min(points[i].y(), 26));
+    MapPlotter plotter(733, 430, 16);
+    plotter.drawSingle(profileOf(points, {30.0, 0.0, 0.0}), -1, true, editable);
+
+    const QColor normal = editable ? QColor(25, 125, 200) : QColor(80, 80, 80);
+    for (int k = 1; k < kMapPointCount; ++k) {
+        QVERIFY2(colourNear(plotter.image(),
+                     (pointPixel(plotter, points[k - 1]) + pointPixel(plotter, points[k])) / 2,
+                     redSegments.contains(k) ? kInvalid : normal),
+            qPrintable(QStringLiteral("segment %1").arg(k)));
+    }
+}
+
+// On a screen with two device pixels per logical one the image has twice the pixels and says
+// so, and the drawing fills all of it, not its top-left quarter.
+void TestMapPlotter::sharpOnHighDpiScreens()
+{
+    const Points points = line(1000, 10, 2);
+    MapPlotter sharp(733, 430, 16);
+    sharp.resize(300, 200, 2.0);
+    sharp.drawSingle(profileOf(points), -1, true, false);
+    QVERIFY(sharp.image().size() == QSize(600, 400) && sharp.image().devicePixelRatio() == 2.0);
+    MapPlotter plain(300, 200, 16);
+    plain.drawSingle(profileOf(points), -1, true, false);
+    // Shrunk back, the sharp drawing looks like the plain one.
+    const QImage shrunk = sharp.image().scaled(300, 200, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    qint64 difference = 0;
+    for (int y = 0; y < 200; ++y)
+        for (int x = 0; x < 300; ++x)
+            difference += std::abs(qGray(shrunk.pixel(x, y)) - qGray(plain.image().pixel(x, y)));
+    QVERIFY2(difference / (300 * 200) < 12, qPrintable(QString::number(difference / (300 * 200))));
+}
+
+// Twenty profiles: each curve runs out to the plot's right edge uncovered in its palette colour,
+// and red where it rises above its ceiling; the legend stands beside the plot with one sample per
+// profile; the speed labels come from the given list, not from the maps. No two of the first 64
+// profiles look alike.
+void TestMapPlotter::severalMaps()
+{
+    constexpr int kCount = 20;
+    std::vector<Profile> profiles;
+    QStringList labels;
+    for (int p = 0; p < kCount; ++p) {
+        profiles.push_back(profileOf(line(1000, 2 + 2 * p)));
+        labels << QStringLiteral("A rather long profile name, number %1").arg(p);
+    }
+    Points invalid = line(1000, 2);
+    invalid[4].setY(62); // above the ceiling of 58
+    profiles[0] = profileOf(invalid);
+    MapPlotter plotter(733, 430, 16);
+    plotter.drawSeveral(profiles, {1000, 5000, 10000}, labels);
+    const QImage &image = plotter.image();
+    for (int p = 0; p < kCount; ++p) {
+        const int y = plotter.yAxis().toPixel(2 + 2 * p);
+        QVERIFY2(colourNear(image, QPoint(plotter.plotWidth() - 8, y), MapPlotter::paletteColor(p), 6, 0),
+            qPrintable(QStringLiteral("lead-out of profile %1").arg(p)));
+        QVERIFY2(
+            colourNear(image, QPoint(plotter.plotWidth() + 12, 6 + 15 * p + 7), MapPlotter::paletteColor(p)),
+            qPrintable(QStringLiteral("legend sample of profile %1").arg(p)));
+    }
+    // A quarter up the rise, between the curves of 16 and 18 degrees.
+    QVERIFY(colourNear(
+        image, (pointPixel(plotter, invalid[3]) * 3 + pointPixel(plotter, invalid[4])) / 4, kInvalid));
+    // Inside the 5-pixel tick above the bottom strip.
+    QCOMPARE(image.pixelColor(plotter.xAxis().toPixel(5000), 430 - 16 - 2), QColor(Qt::black));
+    QVERIFY(image.pixelColor(plotter.xAxis().toPixel(2000), 430 - 16 - 2) != QColor(Qt::black));
+    QSet<QPair<QRgb, int>> looks;
+    for (int i = 0; i < 64; ++i)
+        looks.insert({MapPlotter::paletteColor(i).rgb(), int(MapPlotter::paletteLineStyle(i))});
+    QCOMPARE(looks.size(), 64);
+}
+
+// The value table under the comparison graph: each value and its difference to the first profile.
+void TestMapPlotter::comparedValues()
+{
+    QCOMPARE(comparedValueText(3700, 3500, QString()), QStringLiteral("3700 (+200)"));
+    QCOMPARE(comparedValueText(26, 28, QStringLiteral("°")), QStringLiteral("26° (-2)"));
+    QCOMPARE(comparedValueText(24, 24, QStringLiteral("°")), QStringLiteral("24°"));
+    QCOMPARE(comparedValueText(INT_MAX, INT_MIN, QString()), QStringLiteral("2147483647 (+4294967295)"));
+}
+
+// An empty map, extreme values and a curve that is not a number all draw through: the frame is
+// the last thing drawn, and it is there when the whole drawing came through.
+void TestMapPlotter::survivesDegenerateInput()
+{
+    const std::vector<Profile> profiles {profileOf({}, {30, 0, 0}),
+        profileOf({{INT_MIN, INT_MAX}, {INT_MAX, INT_MIN}}, {1e300, -1e300, 1e300}),
+        profileOf(line(1000, 10, 2), {std::nan(""), 0, 0})};
+    for (const Profile &profile : profiles) {
+        MapPlotter plotter(733, 430, 16);
+        plotter.drawSingle(profile, 0, true, true);
+        plotter.drawSeveral({profile}, {0, INT_MAX});
+        QCOMPARE(plotter.image().pixelColor(0, 0), QColor(100, 100, 100));
+    }
+}
+
+SPARKWRIGHT_WIDGET_TEST_MAIN(TestMapPlotter)
+#include "tst_mapplotter.moc"

@@ -1,0 +1,157 @@
+#pragma once
+
+// The main function of a QtTest executable that drives widgets, and what such tests share.
+//
+// The offscreen platform that the tests run on never frees the screen it sets up while the
+// application object is built, and LeakSanitizer would report that at every exit. Only the
+// allocations made while the application object is built are left out of the leak check;
+// everything the tests themselves allocate is still checked.
+#include "shell/iuserprompts.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFile>
+#include <QHash>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QTemporaryDir>
+#include <QTranslator>
+#include <QtTest>
+
+#include <memory>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define SPARKWRIGHT_LEAK_CHECKED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define SPARKWRIGHT_LEAK_CHECKED 1
+#endif
+#endif
+#ifdef SPARKWRIGHT_LEAK_CHECKED
+#include <sanitizer/lsan_interface.h>
+#endif
+
+inline std::unique_ptr<QApplication> createTestApplication(int &argc, char **argv)
+{
+#ifdef SPARKWRIGHT_LEAK_CHECKED
+    const __lsan::ScopedDisabler platformSetUp;
+#endif
+    auto application = std::make_unique<QApplication>(argc, argv);
+    application->setAttribute(Qt::AA_Use96Dpi, true);
+    return application;
+}
+
+namespace WidgetTest {
+
+// The file's bytes; empty when it cannot be read.
+inline QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Puts the bytes in the file's place; a null array leaves no file at all.
+inline bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile::remove(path);
+    QFile file(path);
+    return bytes.isNull() || (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+}
+
+// Clicks the box itself, where the user clicks, not its label.
+inline void clickCheckBox(QCheckBox *box)
+{
+    QStyleOptionButton option;
+    option.initFrom(box);
+    const QRect indicator = box->style()->subElementRect(QStyle::SE_CheckBoxIndicator, &option, box);
+    QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, indicator.center());
+}
+
+// A translation given as "context|source" -> text; installed, it changes the language of
+// every window without a translation file.
+class Translator : public QTranslator
+{
+public:
+    explicit Translator(QHash<QString, QString> texts)
+        : m_texts(std::move(texts))
+    { }
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        return m_texts.value(QString::fromUtf8(context) + QLatin1Char('|') + QString::fromUtf8(source));
+    }
+
+private:
+    const QHash<QString, QString> m_texts;
+};
+
+} // namespace WidgetTest
+
+// Answers every dialog of the program in the user's place and notes what the user was shown.
+class ScriptedPrompts : public IUserPrompts
+{
+public:
+    struct Shown
+    {
+        QString kind; // "ask", "warn", "inform", "open" or "save"
+        QString title;
+        QString text; // the file filter for file dialogs
+        QStringList buttons; // the suggested path for the save dialog, the folder for the open dialog
+        int defaultButton = -1;
+        int escapeButton = -1;
+    };
+
+    QList<Shown> shown;
+    QList<int> askAnswers;
+    QStringList fileAnswers;
+
+    int ask(QWidget *, const QString &title, const QString &text, const QStringList &buttons,
+        int defaultButton, int escapeButton) override
+    {
+        shown.append({QStringLiteral("ask"), title, text, buttons, defaultButton, escapeButton});
+        return askAnswers.isEmpty() ? -1 : askAnswers.takeFirst();
+    }
+    void warn(QWidget *, const QString &title, const QString &text, const QString &button) override
+    {
+        shown.append({QStringLiteral("warn"), title, text, {button}});
+    }
+    void inform(QWidget *, const QString &title, const QString &text, const QString &button) override
+    {
+        shown.append({QStringLiteral("inform"), title, text, {button}});
+    }
+    QString openFileName(
+        QWidget *, const QString &title, const QString &filter, const QString &folder) override
+    {
+        shown.append(
+            {QStringLiteral("open"), title, filter, folder.isEmpty() ? QStringList() : QStringList {folder}});
+        return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
+    }
+    QString saveFileName(
+        QWidget *, const QString &title, const QString &suggestedPath, const QString &filter) override
+    {
+        shown.append({QStringLiteral("save"), title, filter, {suggestedPath}});
+        return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
+    }
+
+    QStringList titles() const { return each(&Shown::title); }
+    QStringList kinds() const { return each(&Shown::kind); }
+    QStringList each(QString Shown::*field) const
+    {
+        QStringList list;
+        for (const Shown &item : shown)
+            list.append(item.*field);
+        return list;
+    }
+};
+
+#define SPARKWRIGHT_WIDGET_TEST_MAIN(TestObject)                                                             \
+    int main(int argc, char *argv[])                                                                         \
+    {                                                                                                        \
+        /* The user's own settings, the recent profiles among them, stay untouched. */                       \
+        const QTemporaryDir settingsHome;                                                                    \
+        qputenv("XDG_CONFIG_HOME", settingsHome.path().toLocal8Bit());                                       \
+        const std::unique_ptr<QApplication> application = createTestApplication(argc, argv);                 \
+        TestObject test;                                                                                     \
+        QTEST_SET_MAIN_SOURCE_PATH                                                                           \
+        return QTest::qExec(&test, argc, argv);                                                              \
+    }

@@ -1,0 +1,467 @@
+// The editor page as the user meets it, driven through its real widgets with mouse and keys: what
+// a profile fills in, typing into the map table and pressing and dragging in the graph, what
+// every kind of edit writes (the name and notes with their edit modes among them) as one step of
+// the history, the unsaved-changes question on leaving, the side-stand rule, the reset, the hint
+// labels and buttons, and the sensor advance moving the forbidden region.
+#include "editor/chintlabel.h"
+#include "editor/editorform.h"
+#include "editor/graphform.h"
+#include "editor/hintdialog.h"
+#include "editor/notesform.h"
+#include "profile/defaultlibrary.h"
+#include "profile/hintcatalog.h"
+#include "render/mapplotter.h"
+#include "shell/clanguageswitcher.h"
+#include "shell/ibrowsermain.h"
+#include "support/layoutencoder.h"
+#include "support/widgettestmain.h"
+
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTableView>
+#include <QWindow>
+
+namespace {
+
+using Points = QVector<QPoint>; // (rpm, angle) pairs
+
+const QString kTemplateName = QStringLiteral("Two-stroke single 50 cc scooter");
+const Points kScooterMap {{1000, 14}, {2000, 16}, {3000, 18}, {4000, 20}, {5000, 26}, {6000, 18}, {7000, 16},
+    {8000, 14}, {8800, 13}, {9500, 12}};
+// Four points on the left, point 4 in the middle, five on the right; the last one fixes the
+// graph's axes at 0..19300 rpm and 0..50 degrees.
+const Points kSpreadMap {{500, 5}, {1000, 5}, {1500, 5}, {2000, 5}, {8000, 20}, {15000, 5}, {16000, 5},
+    {17000, 5}, {18000, 5}, {19000, 42}};
+
+IgnitionMap mapOf(const Points &points)
+{
+    IgnitionMap map;
+    for (int i = 0; i < points.size(); ++i)
+        map.setPoint(i, points[i].x(), points[i].y());
+    return map;
+}
+
+// A factory template: under a flat ceiling of 28 degrees (sensor advance 30), the side stand
+// monitored with the ground enabling ignition, the falling edge.
+Profile scooterTemplate(const Points &points = kScooterMap, const SensorCoefficients &curve = {30.0, 0, 0})
+{
+    Profile profile;
+    profile.setMotorbikeType(0, false);
+    profile.setName(kTemplateName);
+    profile.setNotes(QStringLiteral("Plug B9ES"));
+    profile.setMap(mapOf(points));
+    profile.setSensorCoefficients(curve);
+    profile.setFlags(flagsOf(true, true, false, 0));
+    profile.setVoltage(170);
+    return profile;
+}
+
+// The main window as far as the editor asks it.
+class FakeBrowser : public IBrowserMain
+{
+public:
+    void start() override { ++starts; }
+    void setButtonState(bool, bool, bool, bool, const QString &, const QString &) override { }
+    void showEditor(const Profile &) override { }
+    void showProgrammingConfirmation(const Profile &profile) override { confirmations.append(profile); }
+    void showPortSelection() override { }
+    void showProgress() override { }
+    bool mayLeaveEditor() override { return true; }
+    void setNextEnabled(bool) override { }
+    void requestProgramming(const Profile &, bool) override { }
+    void requestConnectionTest() override { }
+    void requestImport() override { }
+
+    int starts = 0;
+    QList<Profile> confirmations;
+};
+
+// Everything the user can change, for comparing a profile before and after.
+QString contentOf(const Profile &p)
+{
+    QStringList parts {p.name(), p.notes(), QString::number(p.voltage()) + QLatin1String(" V"),
+        QString::number(p.sensorCoefficients().k0),
+        QString(p.sideStandMonitoring() ? 'M' : '-') + (p.groundEnablesIgnition() ? 'E' : 'B')
+            + (p.pickUpRisingEdge() ? 'R' : 'F')};
+    for (int i = 0; i < kMapPointCount; ++i)
+        parts << QStringLiteral("%1/%2").arg(p.map().point(i).rpm).arg(p.map().point(i).angle);
+    return parts.join(QLatin1Char('|'));
+}
+
+} // namespace
+
+class TestEditorForm : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void loadingShowsTheProfileUnmodified_data();
+    void loadingShowsTheProfileUnmodified();
+    void hintButtonsOpenTheirHints();
+    void everyEditIsOneStep_data();
+    void everyEditIsOneStep();
+    void leavingAsksWhileEdited();
+    void pressAndDrag_data();
+    void pressAndDrag();
+    void sensorAdvanceMovesTheForbiddenRegion();
+    void reset_data();
+    void reset();
+
+private:
+    void load(const Profile &profile);
+    void perform(const QString &edit);
+    template<typename T = QWidget> T *child(const char *name) const
+    {
+        return m_editor->findChild<T *>(QLatin1String(name));
+    }
+    GraphForm *graph() const { return m_editor->findChild<GraphForm *>(); }
+    QTableView *table() const { return child<QTableView>("tableView"); }
+    const MapPlotter &plotter() const { return graph()->plotter(); }
+    // The map as the table shows it.
+    IgnitionMap shownMap() const
+    {
+        IgnitionMap map;
+        for (int i = 0; i < kMapPointCount; ++i)
+            map.setPoint(i, table()->model()->index(i, 0).data().toInt(),
+                table()->model()->index(i, 1).data().toInt());
+        return map;
+    }
+    // A spot on the graph, in the window the mouse events go to.
+    QPoint graphPixel(int rpm, double angle) const
+    {
+        return graph()->mapTo(
+            m_editor.get(), QPoint(plotter().xAxis().toPixel(rpm), plotter().yAxis().toPixel(angle)));
+    }
+    // Mouse input goes through the window, as the platform delivers it.
+    void drag(QPoint from, QPoint to)
+    {
+        QTest::mousePress(m_editor->windowHandle(), Qt::LeftButton, Qt::NoModifier, from);
+        QTest::mouseMove(m_editor->windowHandle(), to);
+        QTest::mouseRelease(m_editor->windowHandle(), Qt::LeftButton, Qt::NoModifier, to);
+    }
+    void clickCell(int row, int column, bool twice = false)
+    {
+        const QRect cell = table()->visualRect(table()->model()->index(row, column));
+        if (twice)
+            QTest::mouseDClick(table()->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+        QTest::mouseClick(table()->viewport(), Qt::LeftButton, Qt::NoModifier, cell.center());
+    }
+
+    std::unique_ptr<DefaultLibrary> m_library;
+    HintCatalog m_catalog;
+    ScriptedPrompts m_prompts;
+    FakeBrowser m_browser;
+    std::unique_ptr<CLanguageSwitcher> m_switcher;
+    std::unique_ptr<HintDialog> m_hints;
+    std::unique_ptr<EditorForm> m_editor;
+};
+
+// Each case starts on a new page; the last one stays until the end.
+void TestEditorForm::init()
+{
+    m_editor.reset();
+    m_hints.reset();
+    m_library = std::make_unique<DefaultLibrary>();
+    m_library->append(scooterTemplate());
+    while (m_catalog.count() < 5) // one per hint button
+        m_catalog.append({HintText {QStringLiteral("Hint %1").arg(m_catalog.count()), {}}, {}});
+    m_prompts = ScriptedPrompts();
+    m_browser = FakeBrowser();
+    setUserPrompts(&m_prompts);
+    m_switcher = std::make_unique<CLanguageSwitcher>();
+    m_hints = std::make_unique<HintDialog>(&m_catalog, *m_switcher);
+    m_editor = std::make_unique<EditorForm>(m_library.get(), *m_switcher, *m_hints);
+    m_editor->setBrowserMain(&m_browser);
+    m_switcher->registerListener(m_editor.get());
+    m_editor->resize(960, 620);
+    m_editor->setActive(true);
+    QApplication::setActiveWindow(m_editor.get());
+    QVERIFY(QTest::qWaitForWindowActive(m_editor.get()));
+}
+
+// Loads the profile. The hint labels over the table and graph show after the first load; the
+// user's mouse passes over one of them on its way into the page, which hides both.
+void TestEditorForm::load(const Profile &profile)
+{
+    m_editor->setProfile(profile);
+    CHintLabel *label = m_editor->findChildren<CHintLabel *>().first();
+    // The platform drops a move to where the mouse already is, as it was left by an earlier case.
+    if (label->isVisible()) {
+        QTest::mouseMove(m_editor->windowHandle(), QPoint(1, 1));
+        QTest::mouseMove(m_editor->windowHandle(), label->mapTo(m_editor.get(), label->rect().center()));
+    }
+    QVERIFY(!label->isVisible());
+}
+
+void TestEditorForm::perform(const QString &edit)
+{
+    if (edit.startsWith(QLatin1String("cell "))) {
+        // "cell <row> <column>:<text>". A double click does not open the cell; editing starts
+        // with the first key typed into the table, the rest goes to the cell's editor, and
+        // Return confirms.
+        clickCell(edit.mid(5, 1).toInt(), edit.mid(7, 1).toInt(), true);
+        QVERIFY(!table()->findChild<QLineEdit *>());
+        QCOMPARE(QApplication::focusWidget(), table());
+        for (const QChar c : edit.section(QLatin1Char(':'), 1))
+            QTest::keyClicks(QApplication::focusWidget(), QString(c));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCoreApplication::processEvents(); // the delegate commits through a queued call
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // and closes its editor
+    } else if (edit == QLatin1String("drag a point")) {
+        drag(graphPixel(4000, 20), graphPixel(4500, 15));
+    } else if (edit.startsWith(QLatin1String("type "))) {
+        auto *box = child<QAbstractSpinBox>(qPrintable(edit.section(QLatin1Char(' '), 1, 1)));
+        QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(box->width() / 3, box->height() / 2));
+        QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(box, edit.section(QLatin1Char(' '), 2));
+    } else if (edit.startsWith(QLatin1String("click "))) {
+        // Check boxes and radio buttons react to clicks on their indicator and text, not on the
+        // empty space a layout may give them.
+        auto *button = child<QAbstractButton>(qPrintable(edit.mid(6)));
+        QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
+    } else if (edit.startsWith(QLatin1String("rename ")) || edit.startsWith(QLatin1String("name "))) {
+        // A click into the shown name starts renaming with all of it selected, as the Rename
+        // button does; Return confirms the name, and so does Escape.
+        auto *name = child<QLineEdit>("lineEditName");
+        const bool button = edit.startsWith(QLatin1Char('r'));
+        QTest::mouseClick(button ? child("pushButtonRename") : name, Qt::LeftButton);
+        QTest::keyClicks(name, edit.section(QLatin1Char(' '), 1));
+        QTest::keyClick(name, button ? Qt::Key_Return : Qt::Key_Escape);
+    } else if (edit.startsWith(QLatin1String("notes"))) {
+        // Return is a line break in the notes; Escape confirms them, as Apply does.
+        child<QTabWidget>("tabWidget")->setCurrentIndex(1);
+        auto *notes = child<QPlainTextEdit>("plainTextEditNotes");
+        QTest::mouseClick(notes->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(150, 60));
+        QTest::keyClick(notes, Qt::Key_Return);
+        QTest::keyClicks(notes, QStringLiteral("gap 0.6"));
+        if (edit.endsWith(QLatin1String("Apply")))
+            QTest::mouseClick(
+                m_editor->findChild<NotesForm *>()->findChild<QWidget *>("pushButtonApply"), Qt::LeftButton);
+        else
+            QTest::keyClick(notes, Qt::Key_Escape);
+        QVERIFY(notes->isReadOnly());
+    } else {
+        QVERIFY2(edit.isEmpty(), qPrintable(edit));
+    }
+}
+
+void TestEditorForm::loadingShowsTheProfileUnmodified_data()
+{
+    QTest::addColumn<bool>("on");
+    QTest::newRow("monitoring on, ground enables, falling edge") << true;
+    QTest::newRow("monitoring off, ground blocks, rising edge not selectable") << false;
+}
+
+// Without monitoring the polarity means nothing, so it cannot be chosen; switching monitoring
+// over frees or locks it, which the edits table shows.
+void TestEditorForm::loadingShowsTheProfileUnmodified()
+{
+    QFETCH(bool, on);
+    Profile factory = scooterTemplate();
+    factory.setFlags(flagsOf(on, on, !on, 0));
+    factory.setPickUpEdgeSelectable(on);
+    load(factory);
+
+    QVERIFY(m_editor->hasProfile() && m_editor->profile().isCustom() && !m_editor->profile().isModified());
+    QCOMPARE(child<QSpinBox>("spinBoxIgnitionVoltage")->value(), 170);
+    QCOMPARE(child<QDoubleSpinBox>("doubleSpinBoxHall")->value(), 30.0);
+    QVERIFY(child<QAbstractButton>("radioButtonPickUpPos")->isChecked() == !on
+        && child<QAbstractButton>("radioButtonPickUpNeg")->isChecked() == on);
+    QCOMPARE(child("groupBoxPickUp")->isVisible(), on);
+    QVERIFY(child<QAbstractButton>("checkBoxSideStand")->isChecked() == on
+        && child("radioButtonGroundEnables")->isEnabled() == on
+        && child<QAbstractButton>("radioButtonGroundEnables")->isChecked() == on
+        && child<QAbstractButton>("radioButtonGroundDisables")->isChecked() == !on);
+}
+
+// Each hint button opens its own hint: 0 voltage, 1 side stand, 2 pick-up edge, 3 sensor
+// advance, 4 ignition map.
+void TestEditorForm::hintButtonsOpenTheirHints()
+{
+    load(scooterTemplate());
+    const char *const buttons[] {"hintButtonVoltage", "hintButtonSideStand", "hintButtonPickUp",
+        "hintButtonSensorAdvance", "hintButtonMap"};
+    for (int hint = 0; hint < 5; ++hint) {
+        QTest::mouseClick(child(buttons[hint]), Qt::LeftButton);
+        QVERIFY2(m_hints->isVisible() && m_hints->currentHint() == hint, buttons[hint]);
+    }
+}
+
+void TestEditorForm::everyEditIsOneStep_data()
+{
+    QTest::addColumn<QString>("edit");
+    QTest::addColumn<QStringList>("change"); // in the profile's content, from and to; none: unmodified
+
+    const QStringList none {QString(), QString()};
+    QTest::newRow("rename to the same name") << "rename " << none;
+    QTest::newRow("the edge already chosen") << "click radioButtonPickUpNeg" << none;
+    // What is typed into the table is kept as typed; text that is no number falls back to what
+    // was there and changes nothing. Row 4 holds (5000, 26).
+    QTest::newRow("angle with blanks and a plus sign")
+        << "cell 4 1: +21 " << QStringList {"5000/26", "5000/21"};
+    QTest::newRow("negative speed kept") << "cell 4 0:-5" << QStringList {"5000/26", "-5/26"};
+    QTest::newRow("trailing letters fall back") << "cell 4 1:12abc" << none;
+    QTest::newRow("drag a point") << "drag a point" << QStringList {"4000/20", "4500/15"};
+    QTest::newRow("type a voltage") << "type spinBoxIgnitionVoltage 185" << QStringList {"170 V", "185 V"};
+    QTest::newRow("type a sensor advance") << "type doubleSpinBoxHall 20" << QStringList {"|30|", "|20|"};
+    QTest::newRow("monitoring off") << "click checkBoxSideStand" << QStringList {"|MEF|", "|-EF|"};
+    QTest::newRow("ground blocks") << "click radioButtonGroundDisables" << QStringList {"|MEF|", "|MBF|"};
+    QTest::newRow("rising edge") << "click radioButtonPickUpPos" << QStringList {"|MEF|", "|MER|"};
+    QTest::newRow("Escape confirms a name") << "name Mine" << QStringList {kTemplateName, "Mine"};
+    QTest::newRow("notes, then Escape") << "notes, Escape" << QStringList {"B9ES", "B9ES\ngap 0.6"};
+    QTest::newRow("notes, then Apply") << "notes, Apply" << QStringList {"B9ES", "B9ES\ngap 0.6"};
+}
+
+// Every edit marks the profile modified and is one step of the history, a whole drag too;
+// undoing it is back at the loaded state, which counts as unmodified. The table shows the map
+// all along.
+void TestEditorForm::everyEditIsOneStep()
+{
+    QFETCH(QString, edit);
+    QFETCH(QStringList, change);
+    load(scooterTemplate());
+    perform(edit);
+    const Profile edited = m_editor->profile();
+    const bool changed = !change[0].isEmpty();
+    QCOMPARE(contentOf(edited), contentOf(scooterTemplate()).replace(change[0], change[1]));
+    QCOMPARE(edited.isModified(), changed);
+    QCOMPARE(shownMap(), edited.map());
+    QCOMPARE(child("radioButtonGroundEnables")->isEnabled(), edited.sideStandMonitoring());
+    QCOMPARE(m_editor->history().count(), changed ? 1 : 0);
+    if (changed) {
+        m_editor->history().undo();
+        QVERIFY(contentOf(m_editor->profile()) == contentOf(scooterTemplate())
+            && !m_editor->profile().isModified());
+        m_editor->history().redo();
+        QVERIFY(contentOf(m_editor->profile()) == contentOf(edited) && m_editor->profile().isModified());
+    }
+}
+
+// Leaving the edited page asks first, naming the profile as written; Return discards the edits
+// and Escape is no answer of its own ("Back" keeping them shows in tst_mainwindow's table of
+// every way out). Discarding leaves nothing to lose, and so does a save; Next hands on the
+// working profile.
+void TestEditorForm::leavingAsksWhileEdited()
+{
+    load(scooterTemplate());
+    perform(QStringLiteral("rename Track <day>"));
+    m_prompts.askAnswers = {0};
+    m_editor->onBack();
+    const ScriptedPrompts::Shown &question = m_prompts.shown.first();
+    QVERIFY2(question.text.contains(QStringLiteral("<b>Track &lt;day&gt;</b>")), qPrintable(question.text));
+    QCOMPARE(question.buttons, (QStringList {"Discard changes", "Back"}));
+    QVERIFY(question.defaultButton == 0 && question.escapeButton == -1);
+    QVERIFY(m_browser.starts == 1 && contentOf(m_editor->profile()) == contentOf(scooterTemplate())
+        && !m_editor->profile().isModified());
+
+    perform(QStringLiteral("type spinBoxIgnitionVoltage 185"));
+    m_editor->markSaved();
+    m_editor->onBack();
+    QVERIFY(m_browser.starts == 2 && m_prompts.shown.size() == 1);
+
+    perform(QStringLiteral("cell 2 1:15"));
+    m_editor->onNext();
+    QVERIFY(m_browser.confirmations.size() == 1
+        && m_browser.confirmations.first().map().pointEquals(2, 3000, 15));
+}
+
+void TestEditorForm::pressAndDrag_data()
+{
+    QTest::addColumn<Points>("points");
+    QTest::addColumn<QPointF>("curve"); // K0, K1
+    QTest::addColumn<int>("rpm"); // where the mouse goes from 8000 rpm and 20 degrees, kept inside the graph
+    QTest::addColumn<double>("angle");
+    QTest::addColumn<bool>("selects");
+    QTest::addColumn<QPoint>("result"); // point 4: rpm, angle
+    const QPointF high(60.0, 0.0);
+    Points near = kSpreadMap;
+    Points far = kSpreadMap;
+    near[4] = {9200, 20};
+    far[4] = {8200, 23};
+    // A press selects a point up to 1250 rpm away, 3 degrees weighing 1200 rpm, and moves nothing.
+    QTest::newRow("1200 rpm away is selected") << near << high << 8000 << 20.0 << true << QPoint(9200, 20);
+    QTest::newRow("3 degrees and 200 rpm away is too far")
+        << far << high << 8000 << 20.0 << false << QPoint(8200, 23);
+    // Dragged speeds snap to 50 rpm: aiming at 6010 rpm lands within a pixel's 29 rpm of it and
+    // gives 6000.
+    QTest::newRow("left of the axis gives 0 rpm")
+        << kSpreadMap << high << -3000 << 20.0 << true << QPoint(0, 20);
+    QTest::newRow("below the speed axis gives 0 degrees")
+        << kSpreadMap << high << 6010 << -5.0 << true << QPoint(6000, 0);
+    QTest::newRow("the ceiling at the new speed stops the drag")
+        << kSpreadMap << QPointF(40.0, -0.001) << 6010 << 45.0 << true << QPoint(6000, 32);
+    QTest::newRow("no clamp to 49 while dragging")
+        << kSpreadMap << QPointF(80.0, 0.0) << 6010 << 50.0 << true << QPoint(6000, 50);
+}
+
+// The point pressed is selected in the graph and in the table; a click into the table selects
+// its point in the graph.
+void TestEditorForm::pressAndDrag()
+{
+    QFETCH(Points, points);
+    QFETCH(QPointF, curve);
+    QFETCH(int, rpm);
+    QFETCH(double, angle);
+    QFETCH(bool, selects);
+    QFETCH(QPoint, result);
+    load(scooterTemplate(points, {curve.x(), curve.y(), 0.0}));
+    const QPoint aim(plotter().xAxis().toPixel(rpm), plotter().yAxis().toPixel(angle));
+    const QPoint to(
+        std::clamp(aim.x(), 0, graph()->width() - 1), std::clamp(aim.y(), 0, graph()->height() - 1));
+    drag(graphPixel(8000, 20), graph()->mapTo(m_editor.get(), to));
+    QCOMPARE(graph()->selectedIndex(), selects ? 4 : -1);
+    QVERIFY(!selects || table()->currentIndex().row() == 4);
+    const MapPoint point = m_editor->profile().map().point(4);
+    QCOMPARE(QPoint(point.rpm, point.angle), result);
+    QCOMPARE(m_editor->profile().isModified(), result != points[4]);
+    clickCell(7, 1);
+    QCOMPARE(graph()->selectedIndex(), 7);
+}
+
+// Lowering the sensor advance from 30 to 20 degrees lowers the ceiling from 28 to 18 at once:
+// the shaded region comes down.
+void TestEditorForm::sensorAdvanceMovesTheForbiddenRegion()
+{
+    load(scooterTemplate());
+    QVERIFY(m_editor->grab().toImage().pixelColor(graphPixel(500, 23)) != QColor(255, 210, 210));
+    perform(QStringLiteral("type doubleSpinBoxHall 20"));
+    QCOMPARE(m_editor->grab().toImage().pixelColor(graphPixel(500, 23)), QColor(255, 210, 210));
+}
+
+void TestEditorForm::reset_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::newRow("Reset profile") << 0;
+    QTest::newRow("Cancel") << 1;
+}
+
+// A reset asks first, naming the template; it is one step of its own, and undoing it brings the
+// edits back as unsaved.
+void TestEditorForm::reset()
+{
+    QFETCH(int, answer);
+    load(scooterTemplate());
+    perform(QStringLiteral("rename Mine"));
+    perform(QStringLiteral("cell 2 1:15"));
+    const Profile edited = m_editor->profile();
+
+    m_prompts.askAnswers = {answer};
+    m_editor->resetProfile();
+    QVERIFY(m_prompts.shown.value(0).text.contains(QStringLiteral("<b>%1</b>").arg(kTemplateName)));
+    QCOMPARE(contentOf(m_editor->profile()), contentOf(answer == 0 ? scooterTemplate() : edited));
+    QCOMPARE(m_editor->profile().isModified(), answer != 0);
+    QCOMPARE(child<QLineEdit>("lineEditName")->text(), m_editor->profile().name());
+    QCOMPARE(shownMap(), m_editor->profile().map());
+    if (answer == 0) {
+        m_editor->history().undo();
+        QVERIFY(contentOf(m_editor->profile()) == contentOf(edited) && m_editor->profile().isModified());
+        QCOMPARE(shownMap(), edited.map());
+    }
+}
+
+SPARKWRIGHT_WIDGET_TEST_MAIN(TestEditorForm)
+#include "tst_editorform.moc"
