@@ -4,7 +4,7 @@
 set -euo pipefail
 
 sparkwright_packages=(
-    cmake ninja-build g++ pkg-config
+    cmake ninja-build g++ pkg-config ccache
     qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
     libqt5serialport5-dev libqt5svg5
     fonts-dejavu-core poppler-utils qttranslations5-l10n python3 xvfb xauth
@@ -32,11 +32,18 @@ sparkwright_install_missing() {
 }
 
 # Configures the build folder on first use (with the given CMake options) and builds it.
+# Compiled objects are kept by ccache for every clone and work tree of the project alike, so a
+# fresh clone (as CI makes one) does not compile again what another clone already compiled.
 sparkwright_build() {
     local root="$1" build="$2"
     shift 2
+    export CCACHE_BASEDIR="$root" CCACHE_NOHASHDIR=1
     if [ ! -f "$build/CMakeCache.txt" ]; then
-        cmake -S "$root" -B "$build" -G Ninja "$@"
+        local launcher=()
+        if command -v ccache >/dev/null; then
+            launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+        fi
+        cmake -S "$root" -B "$build" -G Ninja "${launcher[@]}" "$@"
     fi
     cmake --build "$build" --parallel "$(nproc)"
 }
