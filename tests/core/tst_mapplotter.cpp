@@ -1,6 +1,6 @@
-// The plotter's pixels, checked at coordinates computed from its own axis mapping: the shaded
-// region over the limit curve, the curve's colours and the invalid-segment rule, the comparison
-// drawing with its legend, and the values compared under it.
+// The plotter's pixels: the shaded region over the limit curve and the curve's colours with the
+// invalid-segment rule, at pixels worked out by hand from the layout, so that a shifted axis
+// shows; the comparison drawing with its legend, and the values compared under it.
 #include "profile/profile.h"
 #include "profile/profilecomparison.h"
 #include "render/mapplotter.h"
@@ -76,28 +76,34 @@ private slots:
 
 // One profile shows its forbidden region shaded; with several, each ceiling is a thin line in
 // its profile's colour and nothing is shaded. Each entry of "ceilings" is one profile's K0, K1.
+// The points lie at 500, 1500, ... 9500 rpm and 5 degrees, except the last at 42, so the axes
+// reach 9800 rpm and 50 degrees. In the 733x430 plot with its 16-pixel strips the speed axis
+// runs from x 16 over 674 pixels (629 beside a comparison's empty legend of 45), the angle axis
+// from y 414 up to 0: 28, 34 and 41 degrees lie at y 182, 132 and 74, one degree at 405.
 void TestMapPlotter::forbiddenRegion_data()
 {
     QTest::addColumn<QVector<QPointF>>("ceilings");
-    QTest::addColumn<QPointF>("spot"); // rpm, angle
+    QTest::addColumn<QPoint>("pixel");
     QTest::addColumn<QColor>("colour");
-    const QVector<QPointF> falling {{40.0, -0.0005}}; // ceiling 35.5 at 5000 rpm
+    const QVector<QPointF> falling {{40.0, -0.0005}}; // ceiling 35.5 at 5000 rpm, 33.5 at 9000
     const QVector<QPointF> two {{30.0, 0.0}, {36.0, 0.0}}; // ceilings 28 and 34
-    QTest::newRow("falling curve, below at 5000") << falling << QPointF(5000, 34.0) << QColor(Qt::white);
-    QTest::newRow("falling curve, above at 9000") << falling << QPointF(9000, 34.0) << kShade;
+    QTest::newRow("falling curve, 34 degrees at 5000 rpm is below it")
+        << falling << QPoint(359, 132) << QColor(Qt::white);
+    QTest::newRow("falling curve, 34 degrees at 9000 rpm is above it")
+        << falling << QPoint(634, 132) << kShade;
     QTest::newRow("a negative ceiling shades down to the axis")
-        << QVector<QPointF> {{1.0, 0.0}} << QPointF(3000, 1.0) << kShade;
-    QTest::newRow("two are not shaded") << two << QPointF(3000, 41.0) << QColor(Qt::white);
-    QTest::newRow("two, first ceiling line") << two << QPointF(3000, 28.0) << MapPlotter::paletteColor(0);
+        << QVector<QPointF> {{1.0, 0.0}} << QPoint(222, 405) << kShade;
+    QTest::newRow("two are not shaded, 41 degrees at 3000 rpm")
+        << two << QPoint(208, 74) << QColor(Qt::white);
+    QTest::newRow("two, first ceiling line at 3000 rpm")
+        << two << QPoint(208, 182) << MapPlotter::paletteColor(0);
 }
 
 void TestMapPlotter::forbiddenRegion()
 {
     QFETCH(QVector<QPointF>, ceilings);
-    QFETCH(QPointF, spot);
+    QFETCH(QPoint, pixel);
     QFETCH(QColor, colour);
-    // The points lie at 500, 1500, ... rpm and low angles, except one high point that fixes the
-    // angle axis at 50 degrees; samples are taken between their drop lines.
     Points points = line(500, 5);
     points[9].setY(42);
     std::vector<Profile> profiles;
@@ -108,42 +114,46 @@ void TestMapPlotter::forbiddenRegion()
         plotter.drawSeveral(profiles, {});
     else
         plotter.drawSingle(profiles.front(), -1, true, true);
-    QVERIFY(colourNear(plotter.image(),
-        {plotter.xAxis().toPixel(int(spot.x())), plotter.yAxis().toPixel(spot.y())}, colour));
+    QVERIFY(colourNear(plotter.image(), pixel, colour));
 }
 
+// The points lie at 1000 to 10000 rpm and 10 to 26 degrees, an invalid one lifted to 33 over
+// its ceiling of 28, so the axes reach 10300 rpm and 41 degrees. The samples are the middles of
+// the segments between neighbouring points: segment k joins point k-1 and point k.
 void TestMapPlotter::curveColours_data()
 {
     QTest::addColumn<bool>("editable");
     QTest::addColumn<QVector<int>>("invalidPoints");
-    QTest::addColumn<QVector<int>>("redSegments"); // segment k joins point k-1 and point k
+    QTest::addColumn<QVector<QPoint>>("red");
+    QTest::addColumn<QVector<QPoint>>("normal");
     QTest::newRow("invalid point 8: 7-8 red, 8-9 normal by design")
-        << true << QVector<int> {8} << QVector<int> {8};
+        << true << QVector<int> {8} << QVector<QPoint> {{571, 125}}
+        << QVector<QPoint> {{506, 181}, {637, 115}};
     QTest::newRow("invalid first point colours the first segment")
-        << true << QVector<int> {0} << QVector<int> {1};
+        << true << QVector<int> {0} << QVector<QPoint> {{113, 186}} << QVector<QPoint> {{179, 282}};
     QTest::newRow("invalid point 4 colours both of its segments, read-only too")
-        << false << QVector<int> {4} << QVector<int> {4, 5};
+        << false << QVector<int> {4} << QVector<QPoint> {{310, 166}, {375, 146}}
+        << QVector<QPoint> {{244, 262}, {441, 201}};
 }
 
 void TestMapPlotter::curveColours()
 {
     QFETCH(bool, editable);
     QFETCH(QVector<int>, invalidPoints);
-    QFETCH(QVector<int>, redSegments);
-    // A ceiling of 28 everywhere; an invalid point is lifted above it, to 33 degrees.
+    QFETCH(QVector<QPoint>, red);
+    QFETCH(QVector<QPoint>, normal);
     Points points = line(1000, 10, 2);
     for (int i = 0; i < kMapPointCount; ++i)
         points[i].setY(invalidPoints.contains(i) ? 33 : std::min(points[i].y(), 26));
     MapPlotter plotter(733, 430, 16);
     plotter.drawSingle(profileOf(points, {30.0, 0.0, 0.0}), -1, true, editable);
-
-    const QColor normal = editable ? QColor(25, 125, 200) : QColor(80, 80, 80);
-    for (int k = 1; k < kMapPointCount; ++k) {
-        QVERIFY2(colourNear(plotter.image(),
-                     (pointPixel(plotter, points[k - 1]) + pointPixel(plotter, points[k])) / 2,
-                     redSegments.contains(k) ? kInvalid : normal),
-            qPrintable(QStringLiteral("segment %1").arg(k)));
-    }
+    const QColor plain = editable ? QColor(25, 125, 200) : QColor(80, 80, 80);
+    for (const QPoint &pixel : red)
+        QVERIFY2(colourNear(plotter.image(), pixel, kInvalid),
+            qPrintable(QStringLiteral("%1,%2").arg(pixel.x()).arg(pixel.y())));
+    for (const QPoint &pixel : normal)
+        QVERIFY2(colourNear(plotter.image(), pixel, plain),
+            qPrintable(QStringLiteral("%1,%2").arg(pixel.x()).arg(pixel.y())));
 }
 
 // On a screen with two device pixels per logical one the image has twice the pixels and says
