@@ -3,6 +3,7 @@
 #include "editor/hintdialog.h"
 #include "editor/iprofileeditormain.h"
 #include "profile/profile.h"
+#include "shell/groupshortcut.h"
 
 #include "ui_flagsform.h"
 
@@ -17,6 +18,8 @@ FlagsForm::FlagsForm(IProfileEditorMain *editor, HintDialog *hintDialog, QWidget
 {
     Q_INIT_RESOURCE(images);
     m_ui->setupUi(this);
+    sendGroupShortcutTo(m_ui->groupBoxVoltage, m_ui->spinBoxIgnitionVoltage);
+    sendGroupShortcutTo(m_ui->groupBoxK0, m_ui->doubleSpinBoxHall);
 
     connect(m_ui->spinBoxIgnitionVoltage, qOverload<int>(&QSpinBox::valueChanged), this,
         &FlagsForm::onVoltageEdited);

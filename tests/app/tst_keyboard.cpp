@@ -8,8 +8,14 @@
 #include "profile/recentprofiles.h"
 #include "support/programfixture.h"
 
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QMenuBar>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -78,6 +84,8 @@ private slots:
     void everyShownChoiceHasItsOwnKey_data();
     void everyShownChoiceHasItsOwnKey();
     void tabWalksTheEditorAsItReads();
+    void labelKeysReachTheirInputs_data();
+    void labelKeysReachTheirInputs();
 };
 
 void TestKeyboard::everyShownChoiceHasItsOwnKey_data()
@@ -171,6 +179,61 @@ void TestKeyboard::tabWalksTheEditorAsItReads()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget()->objectName(), name);
     }
+}
+
+void TestKeyboard::labelKeysReachTheirInputs_data()
+{
+    QTest::addColumn<bool>("german");
+    QTest::newRow("English") << false;
+    QTest::newRow("German") << true;
+}
+
+// A label's or a group's Alt+letter puts the focus into the input it names (the label's buddy,
+// the group's first input), not into some control nearby such as a hint button, so that what is
+// typed next goes where the label says.
+void TestKeyboard::labelKeysReachTheirInputs()
+{
+    QFETCH(bool, german);
+    Program program;
+    QVERIFY(program.ready());
+    program.switcher.addLanguage(CLanguageSwitcher::languageCode(CLanguageSwitcher::kGerman));
+    if (german)
+        program.switcher.setLanguage(CLanguageSwitcher::kGerman);
+    QCoreApplication::processEvents();
+    program.window().showEditor(program.firstTemplate());
+    const auto isInput = [](const QWidget *widget) {
+        return qobject_cast<const QAbstractSpinBox *>(widget) || qobject_cast<const QLineEdit *>(widget)
+            || qobject_cast<const QCheckBox *>(widget) || qobject_cast<const QRadioButton *>(widget)
+            || qobject_cast<const QComboBox *>(widget) || qobject_cast<const QAbstractItemView *>(widget);
+    };
+    QStringList missed;
+    int named = 0;
+    for (QWidget *widget : program.window().findChildren<QWidget *>()) {
+        QString text;
+        QWidget *input = nullptr;
+        if (const auto *label = qobject_cast<const QLabel *>(widget); label && label->buddy()) {
+            text = label->text();
+            input = label->buddy()->focusProxy() ? label->buddy()->focusProxy() : label->buddy();
+        } else if (const auto *box = qobject_cast<const QGroupBox *>(widget)) {
+            text = box->title();
+            const QList<QWidget *> inside = box->findChildren<QWidget *>();
+            const auto first = std::find_if(inside.begin(), inside.end(), [&](const QWidget *child) {
+                return isInput(child) && child->isVisible() && child->isEnabled();
+            });
+            input = first == inside.end() ? nullptr : *first;
+        }
+        const QKeySequence key = QKeySequence::mnemonic(text);
+        if (!input || key.isEmpty() || !widget->isVisible() || !input->isEnabled())
+            continue;
+        program.child("backButton")->setFocus();
+        QTest::keySequence(&program.window(), key);
+        if (QApplication::focusWidget() != input)
+            missed << text + QLatin1String(" -> ") + QApplication::focusWidget()->objectName();
+        ++named;
+    }
+    QVERIFY(named >= 2); // the voltage and the sensor advance
+
+    QVERIFY2(missed.isEmpty(), qPrintable(missed.join(QLatin1String(", "))));
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestKeyboard)
