@@ -346,7 +346,7 @@ int CliCommands::graph(const QStringList &arguments)
         return kFileError;
 
     // As the editor shows it: editable colours, no point selected, axes fitted to the map.
-    MapPlotter plotter(width, height, 16);
+    MapPlotter plotter(width, height);
     plotter.drawSingle(profile, -1, true, true);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
