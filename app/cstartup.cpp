@@ -154,11 +154,10 @@ int CStartup::run(int &argc, char **argv)
     // copy is running or the disclaimer was never accepted. The hints are only tried once the
     // library has loaded, so that a single message names the first broken file.
     CDataHolder data(m_surroundings.programDirectory);
-    std::unique_ptr<CFileError> error = data.loadLibrary(!versionQuery);
-    if (!error)
-        error = data.loadHints();
-    if (error)
-        return reportFileError(argc, argv, *error);
+    if (!data.loadLibrary(!versionQuery))
+        return reportFileError(argc, argv, CDataHolder::libraryFailure());
+    if (!data.loadHints())
+        return reportFileError(argc, argv, CDataHolder::hintsFailure());
 
     if (versionQuery)
         return printOut(CFileManifest(data).text() + '\n');

@@ -569,7 +569,7 @@ void MainWindow::openRecentProfile(const QString &path)
 {
     if (!mayLeaveEditor())
         return;
-    const std::optional<Profile> profile = readProfileFile(path);
+    const tl::expected<Profile, FileError> profile = readProfileFile(path);
     if (!profile) {
         userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
         return;
@@ -683,12 +683,13 @@ std::optional<Profile> MainWindow::readProfileFromFile()
     const QString path = userPrompts().openFileName(this, tr("Open CDI profile"), profileFilter());
     if (path.isEmpty())
         return std::nullopt;
-    std::optional<Profile> profile = readProfileFile(path);
-    if (!profile)
+    const tl::expected<Profile, FileError> profile = readProfileFile(path);
+    if (!profile) {
         userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
-    else
-        CRecentProfiles().add(path, profile->name());
-    return profile;
+        return std::nullopt;
+    }
+    CRecentProfiles().add(path, profile->name());
+    return *profile;
 }
 
 // Save as and Print PDF: the file is written completely beside the target and only then takes

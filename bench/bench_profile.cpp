@@ -56,7 +56,7 @@ int main(int argc, char *argv[])
         QBuffer buffer;
         buffer.setData(libraryBytes);
         buffer.open(QIODevice::ReadOnly);
-        volatile bool ok = loadDefaultLibrary(buffer, true) != nullptr;
+        volatile bool ok = loadDefaultLibrary(buffer, true).has_value();
         (void)ok;
     });
     return 0;

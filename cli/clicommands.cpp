@@ -2,9 +2,7 @@
 
 #include "programversion.h"
 
-#include "data/datafilelocation.h"
-#include "profile/defaultlibrary.h"
-#include "profile/hintcatalog.h"
+#include "data/datafiles.h"
 #include "profile/profilefile.h"
 #include "profile/profilejson.h"
 #include "render/mapplotter.h"
@@ -15,6 +13,7 @@
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QIODevice>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QJsonParseError>
@@ -40,11 +39,14 @@ int CliCommands::run(const QStringList &arguments)
     if (verb == QLatin1String("dump") && rest.size() == 1)
         return dump(rest.at(0));
     if (verb == QLatin1String("pack") && rest.size() == 2)
-        return pack(rest.at(0), rest.at(1));
+        return build(rest.at(0), rest.at(1),
+            [](const QJsonObject &source) { return profileFromJson(source).map(profileFileBytes); });
     if (verb == QLatin1String("build-library") && rest.size() == 2)
-        return buildLibrary(rest.at(0), rest.at(1));
+        return build(rest.at(0), rest.at(1),
+            [](const QJsonObject &source) { return libraryFromJson(source).map(defaultLibraryBytes); });
     if (verb == QLatin1String("build-hints") && rest.size() == 2)
-        return buildHints(rest.at(0), rest.at(1));
+        return build(rest.at(0), rest.at(1),
+            [](const QJsonObject &source) { return hintCatalogFromJson(source).map(hintCatalogBytes); });
     if (verb == QLatin1String("print"))
         return print(rest);
     if (verb == QLatin1String("graph"))
@@ -111,102 +113,57 @@ int CliCommands::fileError(const QString &path, const QString &what)
     return kFileError;
 }
 
+int CliCommands::fileError(const QString &path, const FileError &error)
+{
+    return fileError(path, fileErrorText(error));
+}
+
 int CliCommands::dump(const QString &path)
 {
     const QString suffix = QFileInfo(path).suffix().toLower();
-    if (suffix != QLatin1String("cdi") && suffix != QLatin1String("cds") && suffix != QLatin1String("cdh"))
+    tl::expected<QJsonObject, FileError> object;
+    if (suffix == QLatin1String("cdi"))
+        object = readProfileFile(path).map(profileToJson);
+    else if (suffix == QLatin1String("cds"))
+        object = readFileWith(path, [](QIODevice &in) { return loadDefaultLibrary(in); }).map(libraryToJson);
+    else if (suffix == QLatin1String("cdh"))
+        object = readFileWith(path, loadHintCatalog).map(hintCatalogToJson);
+    else
         return usage(QStringLiteral("cannot tell the kind of '%1': expected .cdi, .cds or .cdh").arg(path));
-
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return fileError(path, QStringLiteral("cannot open: ") + file.errorString());
-
-    QJsonObject object;
-    if (suffix == QLatin1String("cdi")) {
-        const std::optional<Profile> profile = readProfileFile(file);
-        if (!profile)
-            return fileError(path, QStringLiteral("not a readable profile file (broken or truncated)"));
-        object = profileToJson(*profile);
-    } else if (suffix == QLatin1String("cds")) {
-        const std::unique_ptr<DefaultLibrary> library = loadDefaultLibrary(file, true);
-        if (!library)
-            return fileError(path, QStringLiteral("not a readable profile library (broken or truncated)"));
-        object = libraryToJson(*library);
-    } else {
-        const std::unique_ptr<HintCatalog> catalog = loadHintCatalog(file);
-        if (!catalog)
-            return fileError(path, QStringLiteral("not a readable hints file (broken or truncated)"));
-        object = hintCatalogToJson(*catalog);
-    }
-    m_out << QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Indented));
+    if (!object)
+        return fileError(path, object.error());
+    m_out << QString::fromUtf8(QJsonDocument(*object).toJson(QJsonDocument::Indented));
     m_out.flush();
     return kOk;
-}
-
-bool CliCommands::readJsonObject(const QString &path, QJsonObject &object)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        fileError(path, QStringLiteral("cannot open: ") + file.errorString());
-        return false;
-    }
-    QJsonParseError parseError;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parseError);
-    if (parseError.error != QJsonParseError::NoError) {
-        fileError(path,
-            QStringLiteral("malformed JSON at offset %1: %2")
-                .arg(parseError.offset)
-                .arg(parseError.errorString()));
-        return false;
-    }
-    if (!document.isObject()) {
-        fileError(path, QStringLiteral("expected a JSON object"));
-        return false;
-    }
-    object = document.object();
-    return true;
 }
 
 int CliCommands::writeOutput(const QString &path, const QByteArray &bytes)
 {
     const tl::expected<void, FileError> written = writeFileSafely(path, bytes);
-    return written ? kOk : fileError(path, fileErrorText(written.error()));
+    return written ? kOk : fileError(path, written.error());
 }
 
-int CliCommands::pack(const QString &source, const QString &target)
+namespace {
+
+tl::expected<QJsonObject, FileError> readJsonObject(QIODevice &in)
 {
-    QJsonObject object;
-    if (!readJsonObject(source, object))
-        return kFileError;
-    QString error;
-    const std::optional<Profile> profile = profileFromJson(object, error);
-    if (!profile)
-        return fileError(source, error);
-    return writeOutput(target, profileFileBytes(*profile));
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(in.readAll(), &parseError);
+    if (parseError.error != QJsonParseError::NoError)
+        return damagedFile(QStringLiteral("malformed JSON at offset %1: %2")
+                               .arg(parseError.offset)
+                               .arg(parseError.errorString()));
+    if (!document.isObject())
+        return damagedFile(QStringLiteral("expected a JSON object"));
+    return document.object();
 }
 
-int CliCommands::buildLibrary(const QString &source, const QString &target)
-{
-    QJsonObject object;
-    if (!readJsonObject(source, object))
-        return kFileError;
-    QString error;
-    const std::unique_ptr<DefaultLibrary> library = libraryFromJson(object, error);
-    if (!library)
-        return fileError(source, error);
-    return writeOutput(target, defaultLibraryBytes(*library));
-}
+} // namespace
 
-int CliCommands::buildHints(const QString &source, const QString &target)
+int CliCommands::build(const QString &source, const QString &target, const FromJson &convert)
 {
-    QJsonObject object;
-    if (!readJsonObject(source, object))
-        return kFileError;
-    QString error;
-    const std::unique_ptr<HintCatalog> catalog = hintCatalogFromJson(object, error);
-    if (!catalog)
-        return fileError(source, error);
-    return writeOutput(target, hintCatalogBytes(*catalog));
+    const tl::expected<QByteArray, FileError> bytes = readFileWith(source, readJsonObject).and_then(convert);
+    return bytes ? writeOutput(target, *bytes) : fileError(source, bytes.error());
 }
 
 bool CliCommands::needsGui(const QStringList &arguments)
@@ -267,14 +224,9 @@ bool CliCommands::installLanguage(
 
 bool CliCommands::readProfile(const QString &path, Profile &profile)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        fileError(path, QStringLiteral("cannot open: ") + file.errorString());
-        return false;
-    }
-    const std::optional<Profile> read = readProfileFile(file);
+    const tl::expected<Profile, FileError> read = readProfileFile(path);
     if (!read) {
-        fileError(path, QStringLiteral("not a readable profile file (broken or truncated)"));
+        fileError(path, read.error());
         return false;
     }
     profile = *read;
@@ -299,13 +251,9 @@ int CliCommands::print(const QStringList &arguments)
         return kFileError;
 
     // The header names the factory library the program runs with.
-    const QString libraryPath = QStringLiteral("default.cds");
-    QFile libraryFile(locateDataFile(libraryPath));
-    if (!libraryFile.open(QIODevice::ReadOnly))
-        return fileError(libraryPath, QStringLiteral("cannot open: ") + libraryFile.errorString());
-    const std::unique_ptr<DefaultLibrary> library = loadDefaultLibrary(libraryFile, true);
+    const tl::expected<DefaultLibrary, FileError> library = loadInstalledLibrary();
     if (!library)
-        return fileError(libraryPath, QStringLiteral("not a readable profile library (broken or truncated)"));
+        return fileError(QLatin1String(kLibraryFileName), library.error());
 
     const QByteArray pdf = summarySheetPdf(
         profile, summarySheetHeaderLine(library->libraryValue(), QDateTime::currentDateTime()));
@@ -346,7 +294,7 @@ int CliCommands::graph(const QStringList &arguments)
         return kFileError;
 
     // As the editor shows it: editable colours, no point selected, axes fitted to the map.
-    MapPlotter plotter(width, height, 16);
+    MapPlotter plotter(width, height);
     plotter.drawSingle(profile, -1, true, true);
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);

@@ -1,9 +1,15 @@
 #pragma once
 
+#include "profile/fileerror.h"
+
 #include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QTextStream>
+
+#include <functional>
+
+class QJsonObject;
 
 // The verbs of sparkwright-cli. Exit codes: 0 done, 1 an input or output file failed (one line
 // on the error stream names the file and what failed), 2 wrong usage.
@@ -24,10 +30,12 @@ public:
     static constexpr int kUsageError = 2;
 
 private:
+    // Turns a JSON source into the bytes of the file it describes.
+    using FromJson = std::function<tl::expected<QByteArray, FileError>(const QJsonObject &)>;
+
     int dump(const QString &path);
-    int pack(const QString &source, const QString &target);
-    int buildLibrary(const QString &source, const QString &target);
-    int buildHints(const QString &source, const QString &target);
+    // pack, build-library and build-hints: the source converted and written to the target.
+    int build(const QString &source, const QString &target, const FromJson &convert);
     int print(const QStringList &arguments);
     int graph(const QStringList &arguments);
 
@@ -51,7 +59,7 @@ private:
 
     int usage(const QString &problem);
     int fileError(const QString &path, const QString &what);
-    bool readJsonObject(const QString &path, class QJsonObject &object);
+    int fileError(const QString &path, const FileError &error);
     int writeOutput(const QString &path, const QByteArray &bytes);
     void printHelp();
 

@@ -1,7 +1,7 @@
 // The device verbs of sparkwright-cli: the same transactions, bridge and texts as the program.
 #include "clicommands.h"
 
-#include "data/datafilelocation.h"
+#include "data/datafiles.h"
 #include "device/cbridgecomm.h"
 #include "device/ccalibrator.h"
 #include "device/cimporter.h"
@@ -112,19 +112,14 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
         return status;
 
     std::unique_ptr<CCommunicator> transaction;
-    std::unique_ptr<DefaultLibrary> library;
+    tl::expected<DefaultLibrary, FileError> library;
     CProfileKeeper keeper;
     if (verb == QLatin1String("ping")) {
         transaction = std::make_unique<CPinger>(*QRandomGenerator::global());
     } else if (verb == QLatin1String("import")) {
-        const QString libraryPath = QStringLiteral("default.cds");
-        QFile libraryFile(locateDataFile(libraryPath));
-        if (!libraryFile.open(QIODevice::ReadOnly))
-            return fileError(libraryPath, QStringLiteral("cannot open: ") + libraryFile.errorString());
-        library = loadDefaultLibrary(libraryFile, true);
+        library = loadInstalledLibrary();
         if (!library)
-            return fileError(
-                libraryPath, QStringLiteral("not a readable profile library (broken or truncated)"));
+            return fileError(QLatin1String(kLibraryFileName), library.error());
         transaction = std::make_unique<CImporter>(*library, keeper);
     } else {
         Profile profile;
@@ -214,12 +209,9 @@ int CliCommands::virtualCdi(const QStringList &arguments)
         cdi.setFault(*fault);
     }
     // Without a profile of its own the CDI holds the first factory template, when there is one.
-    QFile libraryFile(locateDataFile(QStringLiteral("default.cds")));
-    if (libraryFile.open(QIODevice::ReadOnly)) {
-        const std::unique_ptr<DefaultLibrary> library = loadDefaultLibrary(libraryFile, true);
-        if (library && library->profileAt(0))
-            cdi.setProfile(*library->profileAt(0));
-    }
+    const tl::expected<DefaultLibrary, FileError> library = loadInstalledLibrary();
+    if (library && library->profileAt(0))
+        cdi.setProfile(*library->profileAt(0));
     if (options.contains(QStringLiteral("--profile"))) {
         Profile profile;
         if (!readProfile(options.value(QStringLiteral("--profile")), profile))

@@ -1,16 +1,20 @@
 #include "data/cdataholder.h"
 
-#include "data/cfileerror.h"
-#include "data/datafilelocation.h"
-
-#include <QFile>
-
-const char CDataHolder::kLibraryFileName[] = "default.cds";
-const char CDataHolder::kHintsFileName[] = "hints.cdh";
+#include "data/datafiles.h"
 
 namespace {
 
 const DefaultLibrary *g_sharedLibrary = nullptr;
+
+// Keeps what loaded; the reason for a failure goes back to the caller.
+template<typename T>
+tl::expected<void, FileError> keep(tl::expected<T, FileError> loaded, std::optional<T> &into)
+{
+    if (!loaded)
+        return tl::make_unexpected(loaded.error());
+    into = std::move(*loaded);
+    return {};
+}
 
 } // namespace
 
@@ -18,31 +22,29 @@ CDataHolder::CDataHolder(const QString &programDirectory)
     : m_programDirectory(programDirectory.isEmpty() ? executableDirectory() : programDirectory)
 { }
 
-CDataHolder::~CDataHolder() = default;
+tl::expected<void, FileError> CDataHolder::loadLibrary(bool normalStart)
+{
+    return keep(loadInstalledLibrary(normalStart, m_programDirectory), m_library);
+}
+
+tl::expected<void, FileError> CDataHolder::loadHints()
+{
+    return keep(loadInstalledHints(m_programDirectory), m_hints);
+}
 
 // A failure names the bare file name, as the user knows it.
-std::unique_ptr<CFileError> CDataHolder::loadLibrary(bool normalStart)
+CFileError CDataHolder::libraryFailure()
 {
-    QFile file {locateDataFile(QLatin1String(kLibraryFileName), m_programDirectory)};
-    if (file.open(QIODevice::ReadOnly))
-        m_library = loadDefaultLibrary(file, normalStart);
-    if (m_library)
-        return nullptr;
-    return std::make_unique<CFileError>(
+    return CFileError(
         tr("The default CDI profiles could not be loaded. The source file is either missing or corrupted or "
            "was created for a newer version of Sparkwright."),
         QLatin1String(kLibraryFileName));
 }
 
-std::unique_ptr<CFileError> CDataHolder::loadHints()
+CFileError CDataHolder::hintsFailure()
 {
-    QFile file {locateDataFile(QLatin1String(kHintsFileName), m_programDirectory)};
-    if (file.open(QIODevice::ReadOnly))
-        m_hints = loadHintCatalog(file);
-    if (m_hints)
-        return nullptr;
-    return std::make_unique<CFileError>(tr("Hints could not be loaded. The source file is either missing or "
-                                           "corrupted or was created for a newer version of Sparkwright."),
+    return CFileError(tr("Hints could not be loaded. The source file is either missing or "
+                         "corrupted or was created for a newer version of Sparkwright."),
         QLatin1String(kHintsFileName));
 }
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QObject>
+#include <QCoreApplication>
 #include <QString>
 
 // Describes a data file that could not be loaded at start-up: the message for the user and the
 // rich text that the error window shows, naming the file as it was opened.
-class CFileError : public QObject
+class CFileError
 {
-    Q_OBJECT
+    Q_DECLARE_TR_FUNCTIONS(CFileError)
 
 public:
     CFileError(const QString &message, const QString &fileName);
@@ -16,6 +16,6 @@ public:
     QString displayText() const { return m_displayText; }
 
 private:
-    const QString m_message;
-    const QString m_displayText;
+    QString m_message;
+    QString m_displayText;
 };

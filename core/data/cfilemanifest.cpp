@@ -1,6 +1,7 @@
 #include "data/cfilemanifest.h"
 
 #include "data/cdataholder.h"
+#include "data/datafiles.h"
 
 #include <QStringList>
 
@@ -9,10 +10,10 @@ CFileManifest::CFileManifest(const CDataHolder &data)
     // The names are the updater's: it compares exactly these entries with those of a release.
     m_entries = {
         {QStringLiteral("Sparkwright.exe"), kProgramVersion},
-        {QLatin1String(CDataHolder::kLibraryFileName), data.library()->libraryValue()},
+        {QLatin1String(kLibraryFileName), data.library()->libraryValue()},
         {QStringLiteral("lang_de.qm"), kProgramVersion},
         {QStringLiteral("Qt5PrintSupport.dll"), 1},
-        {QLatin1String(CDataHolder::kHintsFileName), data.hints()->catalogValue()},
+        {QLatin1String(kHintsFileName), data.hints()->catalogValue()},
     };
 }
 

@@ -28,44 +28,40 @@ QByteArray containerBytes(const QList<QByteArray> &records)
     return out;
 }
 
-bool writeContainer(const QList<QByteArray> &records, QIODevice &out)
-{
-    const QByteArray bytes = containerBytes(records);
-    return out.write(bytes) == bytes.size();
-}
-
-std::optional<RecordCursor> readContainer(QIODevice &in)
+tl::expected<RecordCursor, FileError> readContainer(QIODevice &in)
 {
     const QByteArray header = in.read(kContainerHeaderSize);
     if (header.size() != kContainerHeaderSize || !header.startsWith(QByteArray(kMagic, 3)))
-        return std::nullopt;
+        return damagedFile();
     // Byte 3 is reserved and deliberately ignored.
     const int count = quint8(header.at(4)) | (quint8(header.at(5)) << 8);
+    if (count == 0)
+        return damagedFile();
 
     QList<QByteArray> records;
     records.reserve(count);
     for (int i = 0; i < count; ++i) {
         const QByteArray recordHeader = in.read(kRecordHeaderSize);
         if (recordHeader.size() != kRecordHeaderSize || recordHeader.at(0) != kRecordMarker)
-            return std::nullopt;
+            return damagedFile();
         const qint64 length = quint8(recordHeader.at(1)) | (quint8(recordHeader.at(2)) << 8)
             | (quint8(recordHeader.at(3)) << 16);
         // Never allocate more than the device can still deliver.
         if (!in.isSequential() && in.size() - in.pos() < length)
-            return std::nullopt;
+            return damagedFile();
         QByteArray record = in.read(length);
         if (record.size() != length)
-            return std::nullopt;
+            return damagedFile();
         records.append(record);
     }
     return RecordCursor(records);
 }
 
-std::optional<RecordCursor> readContainer(const QByteArray &bytes)
+tl::expected<RecordCursor, FileError> readContainer(const QByteArray &bytes)
 {
     QBuffer buffer;
     buffer.setData(bytes);
     if (!buffer.open(QIODevice::ReadOnly))
-        return std::nullopt;
+        return damagedFile();
     return readContainer(buffer);
 }

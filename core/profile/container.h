@@ -1,9 +1,9 @@
 #pragma once
 
+#include "profile/fileerror.h"
+
 #include <QByteArray>
 #include <QList>
-
-#include <optional>
 
 class QIODevice;
 
@@ -32,8 +32,7 @@ private:
 
 // The container's bytes for the given records.
 QByteArray containerBytes(const QList<QByteArray> &records);
-// Writes the container to an open device; false when the device took fewer bytes.
-bool writeContainer(const QList<QByteArray> &records, QIODevice &out);
-// Reads a whole container from an open device; nothing when the header or any record is broken.
-std::optional<RecordCursor> readContainer(QIODevice &in);
-std::optional<RecordCursor> readContainer(const QByteArray &bytes);
+// Reads a whole container from an open device; damaged when the header or any record is broken,
+// and when it holds no record at all: every file of the program starts with one it needs.
+tl::expected<RecordCursor, FileError> readContainer(QIODevice &in);
+tl::expected<RecordCursor, FileError> readContainer(const QByteArray &bytes);

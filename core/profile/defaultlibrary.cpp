@@ -22,12 +22,12 @@ const Profile *DefaultLibrary::profileForType(qint32 motorbikeType) const
     return nullptr;
 }
 
-std::unique_ptr<DefaultLibrary> loadDefaultLibrary(QIODevice &in, bool normalStart)
+tl::expected<DefaultLibrary, FileError> loadDefaultLibrary(QIODevice &in, bool normalStart)
 {
     Q_UNUSED(normalStart)
-    std::optional<RecordCursor> records = readContainer(in);
-    if (!records || !records->hasNext())
-        return nullptr;
+    tl::expected<RecordCursor, FileError> records = readContainer(in);
+    if (!records)
+        return tl::make_unexpected(records.error());
 
     const QByteArray header = records->next();
     TagReader reader(header);
@@ -36,15 +36,15 @@ std::unique_ptr<DefaultLibrary> loadDefaultLibrary(QIODevice &in, bool normalSta
     qint32 libraryValue = 0;
     if (!reader.readString(magic) || magic != QLatin1String(kLibraryMagic) || !reader.readInt(format)
         || !reader.readInt(libraryValue))
-        return nullptr;
+        return damagedFile();
 
-    auto library = std::make_unique<DefaultLibrary>();
-    library->setLibraryValue(libraryValue);
+    DefaultLibrary library;
+    library.setLibraryValue(libraryValue);
     while (records->hasNext()) {
-        std::optional<Profile> profile = readRecord(records->next());
+        tl::expected<Profile, FileError> profile = readRecord(records->next());
         if (!profile)
-            return nullptr;
-        library->append(*profile);
+            return tl::make_unexpected(profile.error());
+        library.append(*profile);
     }
     return library;
 }

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "profile/fileerror.h"
 #include "profile/profile.h"
 
 #include <QByteArray>
 
-#include <memory>
 #include <vector>
 
 class QIODevice;
@@ -35,7 +35,7 @@ extern const char kLibraryMagic[];
 // Written as the header's second value; readers do not check it.
 constexpr qint32 kLibraryFormat = 1;
 
-// Null when the container, the header or any profile record is broken. The normal-start flag
+// Damaged when the container, the header or any profile record is broken. The normal-start flag
 // is accepted for the start-up code's sake and does not change how the file is read.
-std::unique_ptr<DefaultLibrary> loadDefaultLibrary(QIODevice &in, bool normalStart = true);
+tl::expected<DefaultLibrary, FileError> loadDefaultLibrary(QIODevice &in, bool normalStart = true);
 QByteArray defaultLibraryBytes(const DefaultLibrary &library);

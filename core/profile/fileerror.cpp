@@ -38,3 +38,12 @@ QString fileErrorText(const FileError &error)
     }
     return QString();
 }
+
+tl::expected<void, FileError> openForReading(QFile &file)
+{
+    if (!file.exists())
+        return tl::make_unexpected(FileError {FileError::Kind::Missing, QString()});
+    if (!file.open(QIODevice::ReadOnly))
+        return tl::make_unexpected(FileError {FileError::Kind::Unreadable, file.errorString()});
+    return {};
+}

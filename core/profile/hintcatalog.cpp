@@ -10,11 +10,11 @@ HintText HintCatalog::hint(int index, int language) const
     return m_hints.at(index).at(size_t(language));
 }
 
-std::unique_ptr<HintCatalog> loadHintCatalog(QIODevice &in)
+tl::expected<HintCatalog, FileError> loadHintCatalog(QIODevice &in)
 {
-    std::optional<RecordCursor> records = readContainer(in);
-    if (!records || !records->hasNext())
-        return nullptr;
+    tl::expected<RecordCursor, FileError> records = readContainer(in);
+    if (!records)
+        return tl::make_unexpected(records.error());
 
     const QByteArray record = records->next();
     TagReader reader(record);
@@ -24,10 +24,10 @@ std::unique_ptr<HintCatalog> loadHintCatalog(QIODevice &in)
     qint32 languageCount = 0;
     if (!reader.readInt(catalogValue) || !reader.readInt(format) || !reader.readInt(hintCount)
         || !reader.readInt(languageCount))
-        return nullptr;
+        return damagedFile();
 
-    auto catalog = std::make_unique<HintCatalog>();
-    catalog->setCatalogValue(catalogValue);
+    HintCatalog catalog;
+    catalog.setCatalogValue(catalogValue);
     // A catalog without languages holds nothing to show; its hint count is not worth trusting.
     if (languageCount < 1)
         return catalog;
@@ -36,11 +36,11 @@ std::unique_ptr<HintCatalog> loadHintCatalog(QIODevice &in)
         for (qint32 language = 0; language < languageCount; ++language) {
             HintText text;
             if (!reader.readString(text.title) || !reader.readString(text.text))
-                return nullptr;
+                return damagedFile();
             if (language < HintCatalog::kLanguageCount)
                 hint.at(size_t(language)) = text;
         }
-        catalog->append(hint);
+        catalog.append(hint);
     }
     return catalog;
 }

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "profile/fileerror.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QVector>
 
 #include <array>
-#include <memory>
 
 class QIODevice;
 
@@ -41,6 +42,6 @@ private:
 
 constexpr qint32 kHintFormat = 1;
 
-// Null when the container or any value of the catalog record is broken.
-std::unique_ptr<HintCatalog> loadHintCatalog(QIODevice &in);
+// Damaged when the container or any value of the catalog record is broken.
+tl::expected<HintCatalog, FileError> loadHintCatalog(QIODevice &in);
 QByteArray hintCatalogBytes(const HintCatalog &catalog);

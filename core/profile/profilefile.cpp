@@ -3,8 +3,6 @@
 #include "profile/container.h"
 #include "profile/profilerecord.h"
 
-#include <QFile>
-
 QByteArray profileFileBytes(const Profile &profile)
 {
     QByteArray record;
@@ -12,20 +10,17 @@ QByteArray profileFileBytes(const Profile &profile)
     return containerBytes({record});
 }
 
-std::optional<Profile> readProfileFile(QIODevice &in)
+tl::expected<Profile, FileError> readProfileFile(QIODevice &in)
 {
-    std::optional<RecordCursor> records = readContainer(in);
-    if (!records || !records->hasNext())
-        return std::nullopt;
+    tl::expected<RecordCursor, FileError> records = readContainer(in);
+    if (!records)
+        return tl::make_unexpected(records.error());
     return readRecord(records->next());
 }
 
-std::optional<Profile> readProfileFile(const QString &path)
+tl::expected<Profile, FileError> readProfileFile(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return readProfileFile(file);
+    return readFileWith(path, [](QIODevice &in) { return readProfileFile(in); });
 }
 
 tl::expected<void, FileError> saveProfileFile(const Profile &profile, const QString &path)

@@ -6,15 +6,13 @@
 #include <QByteArray>
 #include <QString>
 
-#include <optional>
-
 class QIODevice;
 
 // A ".cdi" profile file: a container holding exactly one profile record.
 QByteArray profileFileBytes(const Profile &profile);
 
 // Reads the first record of a container as the profile; further records are ignored.
-std::optional<Profile> readProfileFile(QIODevice &in);
-std::optional<Profile> readProfileFile(const QString &path);
+tl::expected<Profile, FileError> readProfileFile(QIODevice &in);
+tl::expected<Profile, FileError> readProfileFile(const QString &path);
 
 tl::expected<void, FileError> saveProfileFile(const Profile &profile, const QString &path);

@@ -16,186 +16,161 @@ QJsonValue doubleToJson(double value)
     return value;
 }
 
-// Reads typed values out of JSON and remembers the first problem with the key's path.
+// A value with the path that leads to it in the document ("profiles[2].map[3]"), for the message.
+struct Located
+{
+    QJsonValue value;
+    QString path;
+};
+
+// Reads typed values out of JSON and keeps the first problem with the key's path; after it, every
+// read answers a default value, so a reader goes on to the end and looks at ok() once.
 class JsonReader
 {
 public:
-    explicit JsonReader(QString &error)
-        : m_error(error)
-    { }
-
     bool ok() const { return m_error.isEmpty(); }
+    const QString &error() const { return m_error; }
 
-    QJsonValue member(const QJsonObject &object, const QString &key, const QString &path)
+    Located member(const QJsonObject &object, const QString &prefix, const QString &key)
     {
-        if (!ok())
-            return {};
-        if (!object.contains(key)) {
+        const QString path = prefix.isEmpty() ? key : prefix + QLatin1Char('.') + key;
+        if (ok() && !object.contains(key))
             fail(path, QStringLiteral("missing"));
-            return {};
-        }
-        return object.value(key);
+        return {object.value(key), path};
     }
 
-    qint64 integer(const QJsonValue &value, const QString &path, qint64 min, qint64 max)
+    static Located element(const QJsonArray &array, const QString &path, int index)
     {
-        if (!ok())
+        return {array.at(index), path + QLatin1Char('[') + QString::number(index) + QLatin1Char(']')};
+    }
+
+    qint64 integer(const Located &at, qint64 min, qint64 max)
+    {
+        const double number = at.value.toDouble();
+        if (!expect(at, at.value.isDouble() && std::trunc(number) == number, "expected an integer"))
             return 0;
-        if (!value.isDouble() || std::trunc(value.toDouble()) != value.toDouble()) {
-            fail(path, QStringLiteral("expected an integer"));
-            return 0;
-        }
-        const double number = value.toDouble();
         if (number < double(min) || number > double(max)) {
-            fail(path, QStringLiteral("%1 is out of range %2..%3").arg(number, 0, 'f', 0).arg(min).arg(max));
+            fail(at.path,
+                QStringLiteral("%1 is out of range %2..%3").arg(number, 0, 'f', 0).arg(min).arg(max));
             return 0;
         }
         return qint64(number);
     }
 
-    qint32 int32(const QJsonValue &value, const QString &path)
+    qint32 int32(const Located &at)
     {
-        return qint32(
-            integer(value, path, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max()));
+        return qint32(integer(at, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max()));
     }
 
-    double real(const QJsonValue &value, const QString &path)
+    double real(const Located &at)
     {
-        if (!ok())
-            return 0.0;
-        if (value.isDouble())
-            return value.toDouble();
-        const QString text = value.toString();
-        if (value.isString() && text == QLatin1String("NaN"))
+        if (at.value.isDouble())
+            return at.value.toDouble();
+        const QString text = at.value.toString();
+        if (text == QLatin1String("NaN"))
             return std::numeric_limits<double>::quiet_NaN();
-        if (value.isString() && text == QLatin1String("Infinity"))
+        if (text == QLatin1String("Infinity"))
             return std::numeric_limits<double>::infinity();
-        if (value.isString() && text == QLatin1String("-Infinity"))
+        if (text == QLatin1String("-Infinity"))
             return -std::numeric_limits<double>::infinity();
-        fail(path, QStringLiteral("expected a number"));
+        expect(at, false, "expected a number");
         return 0.0;
     }
 
-    bool boolean(const QJsonValue &value, const QString &path)
+    bool boolean(const Located &at)
     {
-        if (!ok())
-            return false;
-        if (!value.isBool()) {
-            fail(path, QStringLiteral("expected true or false"));
-            return false;
-        }
-        return value.toBool();
+        return expect(at, at.value.isBool(), "expected true or false") && at.value.toBool();
     }
 
-    QString string(const QJsonValue &value, const QString &path)
+    QString string(const Located &at)
     {
-        if (!ok())
-            return {};
-        if (!value.isString()) {
-            fail(path, QStringLiteral("expected a string"));
-            return {};
-        }
-        return value.toString();
+        return expect(at, at.value.isString(), "expected a string") ? at.value.toString() : QString();
     }
 
-    QJsonArray array(const QJsonValue &value, const QString &path, int size = -1)
+    // With a size, an array of any other length is refused.
+    QJsonArray array(const Located &at, int size = -1)
     {
-        if (!ok())
+        if (!expect(at, at.value.isArray(), "expected an array"))
             return {};
-        if (!value.isArray()) {
-            fail(path, QStringLiteral("expected an array"));
-            return {};
-        }
-        const QJsonArray result = value.toArray();
+        const QJsonArray result = at.value.toArray();
         if (size >= 0 && result.size() != size) {
-            fail(path, QStringLiteral("expected %1 entries, found %2").arg(size).arg(result.size()));
+            fail(at.path, QStringLiteral("expected %1 entries, found %2").arg(size).arg(result.size()));
             return {};
         }
         return result;
     }
 
-    QJsonObject object(const QJsonValue &value, const QString &path)
+    QJsonObject object(const Located &at)
     {
-        if (!ok())
-            return {};
-        if (!value.isObject()) {
-            fail(path, QStringLiteral("expected an object"));
-            return {};
-        }
-        return value.toObject();
+        return expect(at, at.value.isObject(), "expected an object") ? at.value.toObject() : QJsonObject();
     }
 
 private:
+    bool expect(const Located &at, bool condition, const char *what)
+    {
+        if (!condition)
+            fail(at.path, QLatin1String(what));
+        return ok();
+    }
+
     void fail(const QString &path, const QString &what)
     {
         if (ok())
             m_error = path + QStringLiteral(": ") + what;
     }
 
-    QString &m_error;
+    QString m_error;
 };
 
-QString join(const QString &prefix, const QString &key)
+Profile readProfile(JsonReader &r, const QJsonObject &o, const QString &prefix)
 {
-    return prefix.isEmpty() ? key : prefix + QLatin1Char('.') + key;
-}
+    const auto field = [&](const char *key) { return r.member(o, prefix, QLatin1String(key)); };
 
-QString indexed(const QString &path, int index)
-{
-    return path + QLatin1Char('[') + QString::number(index) + QLatin1Char(']');
-}
+    const qint32 motorbikeType = r.int32(field("motorbikeType"));
+    const qint32 templateType = r.int32(field("templateType"));
+    const bool isCustom = r.boolean(field("isCustom"));
+    const bool auxFlag = r.boolean(field("auxFlag"));
+    const QString name = r.string(field("name"));
+    const QString notes = r.string(field("notes"));
 
-std::optional<Profile> readProfile(const QJsonObject &o, const QString &prefix, QString &error)
-{
-    JsonReader r(error);
-    auto field
-        = [&](const char *key) { return r.member(o, QLatin1String(key), join(prefix, QLatin1String(key))); };
-    auto path = [&](const char *key) { return join(prefix, QLatin1String(key)); };
-
-    Profile p;
-    const qint32 motorbikeType = r.int32(field("motorbikeType"), path("motorbikeType"));
-    const qint32 templateType = r.int32(field("templateType"), path("templateType"));
-    const bool isCustom = r.boolean(field("isCustom"), path("isCustom"));
-    const bool auxFlag = r.boolean(field("auxFlag"), path("auxFlag"));
-    const QString name = r.string(field("name"), path("name"));
-    const QString notes = r.string(field("notes"), path("notes"));
-
-    const QJsonArray extra = r.array(field("extraText"), path("extraText"), 2);
+    const Located extraField = field("extraText");
+    const QJsonArray extra = r.array(extraField, 2);
     QString extraText[2];
     for (int i = 0; i < extra.size(); ++i)
-        extraText[i] = r.string(extra.at(i), indexed(path("extraText"), i));
+        extraText[i] = r.string(JsonReader::element(extra, extraField.path, i));
 
-    const QJsonArray points = r.array(field("map"), path("map"), kMapPointCount);
+    const Located mapField = field("map");
+    const QJsonArray points = r.array(mapField, kMapPointCount);
     IgnitionMap map;
     for (int i = 0; i < points.size(); ++i) {
-        const QString pointPath = indexed(path("map"), i);
-        const QJsonArray pair = r.array(points.at(i), pointPath, 2);
+        const Located point = JsonReader::element(points, mapField.path, i);
+        const QJsonArray pair = r.array(point, 2);
         if (pair.size() == 2)
-            map.setPoint(
-                i, r.int32(pair.at(0), indexed(pointPath, 0)), r.int32(pair.at(1), indexed(pointPath, 1)));
+            map.setPoint(i, r.int32(JsonReader::element(pair, point.path, 0)),
+                r.int32(JsonReader::element(pair, point.path, 1)));
     }
 
-    const QJsonArray k = r.array(field("sensorCoefficients"), path("sensorCoefficients"), 3);
+    const Located kField = field("sensorCoefficients");
+    const QJsonArray k = r.array(kField, 3);
     SensorCoefficients coefficients;
     if (k.size() == 3) {
-        coefficients.k0 = r.real(k.at(0), indexed(path("sensorCoefficients"), 0));
-        coefficients.k1 = r.real(k.at(1), indexed(path("sensorCoefficients"), 1));
-        coefficients.k2 = r.real(k.at(2), indexed(path("sensorCoefficients"), 2));
+        coefficients.k0 = r.real(JsonReader::element(k, kField.path, 0));
+        coefficients.k1 = r.real(JsonReader::element(k, kField.path, 1));
+        coefficients.k2 = r.real(JsonReader::element(k, kField.path, 2));
     }
 
     ProfileFlags flags;
-    flags.sideStandMonitoring = r.boolean(field("sideStandMonitoring"), path("sideStandMonitoring"));
-    flags.groundEnablesIgnition = r.boolean(field("groundEnablesIgnition"), path("groundEnablesIgnition"));
-    flags.pickUpRisingEdge = r.boolean(field("pickUpRisingEdge"), path("pickUpRisingEdge"));
+    flags.sideStandMonitoring = r.boolean(field("sideStandMonitoring"));
+    flags.groundEnablesIgnition = r.boolean(field("groundEnablesIgnition"));
+    flags.pickUpRisingEdge = r.boolean(field("pickUpRisingEdge"));
     // Only modes 0, 1 and 2 survive the flag byte.
-    flags.sensorMode = quint32(r.integer(field("sensorMode"), path("sensorMode"), 0, 2));
-    const qint32 voltage = r.int32(field("voltage"), path("voltage"));
-    const bool edgeSelectable = r.boolean(field("pickUpEdgeSelectable"), path("pickUpEdgeSelectable"));
-    const double k1Rising = r.real(field("k1Rising"), path("k1Rising"));
-    const double k1Falling = r.real(field("k1Falling"), path("k1Falling"));
-    if (!r.ok())
-        return std::nullopt;
+    flags.sensorMode = quint32(r.integer(field("sensorMode"), 0, 2));
+    const qint32 voltage = r.int32(field("voltage"));
+    const bool edgeSelectable = r.boolean(field("pickUpEdgeSelectable"));
+    const double k1Rising = r.real(field("k1Rising"));
+    const double k1Falling = r.real(field("k1Falling"));
 
+    Profile p;
     p.setMotorbikeType(motorbikeType, isCustom);
     p.setTemplateType(templateType);
     p.setAuxFlag(auxFlag);
@@ -212,6 +187,28 @@ std::optional<Profile> readProfile(const QJsonObject &o, const QString &prefix, 
     p.setModified(false);
     return p;
 }
+
+// Both data files are a number and a list of objects, {"libraryValue": 3, "profiles": [...]}:
+// reads the number into the collection and hands each object with its path to readEntry.
+template<typename Collection, typename ReadEntry>
+tl::expected<Collection, FileError> readNumberedList(const QJsonObject &object, const char *valueKey,
+    void (Collection::*setValue)(qint32), const char *listKey, ReadEntry readEntry)
+{
+    JsonReader r;
+    Collection collection;
+    (collection.*setValue)(r.int32(r.member(object, QString(), QLatin1String(valueKey))));
+    const Located list = r.member(object, QString(), QLatin1String(listKey));
+    const QJsonArray entries = r.array(list);
+    for (int i = 0; r.ok() && i < entries.size(); ++i) {
+        const Located entry = JsonReader::element(entries, list.path, i);
+        readEntry(r, r.object(entry), entry.path, collection);
+    }
+    if (!r.ok())
+        return damagedFile(r.error());
+    return collection;
+}
+
+const char *const kLanguageKeys[HintCatalog::kLanguageCount] = {"en", "de"};
 
 } // namespace
 
@@ -257,7 +254,6 @@ QJsonObject libraryToJson(const DefaultLibrary &library)
 
 QJsonObject hintCatalogToJson(const HintCatalog &catalog)
 {
-    static const char *const kLanguageKeys[HintCatalog::kLanguageCount] = {"en", "de"};
     QJsonArray hints;
     for (int h = 0; h < catalog.count(); ++h) {
         QJsonObject hint;
@@ -274,65 +270,36 @@ QJsonObject hintCatalogToJson(const HintCatalog &catalog)
     return o;
 }
 
-std::optional<Profile> profileFromJson(const QJsonObject &object, QString &error)
+tl::expected<Profile, FileError> profileFromJson(const QJsonObject &object)
 {
-    error.clear();
-    return readProfile(object, QString(), error);
+    JsonReader r;
+    const Profile profile = readProfile(r, object, QString());
+    if (!r.ok())
+        return damagedFile(r.error());
+    return profile;
 }
 
-std::unique_ptr<DefaultLibrary> libraryFromJson(const QJsonObject &object, QString &error)
+tl::expected<DefaultLibrary, FileError> libraryFromJson(const QJsonObject &object)
 {
-    error.clear();
-    JsonReader r(error);
-    auto library = std::make_unique<DefaultLibrary>();
-    library->setLibraryValue(
-        r.int32(r.member(object, QStringLiteral("libraryValue"), QStringLiteral("libraryValue")),
-            QStringLiteral("libraryValue")));
-    const QJsonArray profiles = r.array(
-        r.member(object, QStringLiteral("profiles"), QStringLiteral("profiles")), QStringLiteral("profiles"));
-    for (int i = 0; r.ok() && i < profiles.size(); ++i) {
-        const QString path = indexed(QStringLiteral("profiles"), i);
-        const QJsonObject entry = r.object(profiles.at(i), path);
-        if (!r.ok())
-            break;
-        std::optional<Profile> profile = readProfile(entry, path, error);
-        if (profile)
-            library->append(*profile);
-    }
-    if (!r.ok())
-        return nullptr;
-    return library;
+    return readNumberedList(object, "libraryValue", &DefaultLibrary::setLibraryValue, "profiles",
+        [](JsonReader &r, const QJsonObject &entry, const QString &path, DefaultLibrary &library) {
+            library.append(readProfile(r, entry, path));
+        });
 }
 
-std::unique_ptr<HintCatalog> hintCatalogFromJson(const QJsonObject &object, QString &error)
+tl::expected<HintCatalog, FileError> hintCatalogFromJson(const QJsonObject &object)
 {
-    static const char *const kLanguageKeys[HintCatalog::kLanguageCount] = {"en", "de"};
-    error.clear();
-    JsonReader r(error);
-    auto catalog = std::make_unique<HintCatalog>();
-    catalog->setCatalogValue(
-        r.int32(r.member(object, QStringLiteral("catalogValue"), QStringLiteral("catalogValue")),
-            QStringLiteral("catalogValue")));
-    const QJsonArray hints = r.array(
-        r.member(object, QStringLiteral("hints"), QStringLiteral("hints")), QStringLiteral("hints"));
-    for (int h = 0; r.ok() && h < hints.size(); ++h) {
-        const QString hintPath = indexed(QStringLiteral("hints"), h);
-        const QJsonObject entry = r.object(hints.at(h), hintPath);
-        HintCatalog::Hint hint;
-        for (int language = 0; r.ok() && language < HintCatalog::kLanguageCount; ++language) {
-            const QString key = QLatin1String(kLanguageKeys[language]);
-            const QString languagePath = join(hintPath, key);
-            const QJsonObject texts = r.object(r.member(entry, key, languagePath), languagePath);
-            hint.at(size_t(language)).title = r.string(
-                r.member(texts, QStringLiteral("title"), join(languagePath, QStringLiteral("title"))),
-                join(languagePath, QStringLiteral("title")));
-            hint.at(size_t(language)).text = r.string(
-                r.member(texts, QStringLiteral("text"), join(languagePath, QStringLiteral("text"))),
-                join(languagePath, QStringLiteral("text")));
-        }
-        catalog->append(hint);
-    }
-    if (!r.ok())
-        return nullptr;
-    return catalog;
+    return readNumberedList(object, "catalogValue", &HintCatalog::setCatalogValue, "hints",
+        [](JsonReader &r, const QJsonObject &entry, const QString &path, HintCatalog &catalog) {
+            HintCatalog::Hint hint;
+            for (int language = 0; language < HintCatalog::kLanguageCount; ++language) {
+                const Located texts = r.member(entry, path, QLatin1String(kLanguageKeys[language]));
+                const QJsonObject textObject = r.object(texts);
+                hint.at(size_t(language)).title
+                    = r.string(r.member(textObject, texts.path, QStringLiteral("title")));
+                hint.at(size_t(language)).text
+                    = r.string(r.member(textObject, texts.path, QStringLiteral("text")));
+            }
+            catalog.append(hint);
+        });
 }

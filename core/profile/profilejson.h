@@ -4,11 +4,9 @@
 #include "profile/hintcatalog.h"
 #include "profile/profile.h"
 
-#include <QJsonObject>
-#include <QString>
+#include "profile/fileerror.h"
 
-#include <memory>
-#include <optional>
+#include <QJsonObject>
 
 // The readable JSON form of profiles, libraries and hint catalogs that the command-line tool
 // prints and builds from. Keys are the profile's field names; doubles keep every bit, and the
@@ -18,7 +16,7 @@ QJsonObject libraryToJson(const DefaultLibrary &library);
 QJsonObject hintCatalogToJson(const HintCatalog &catalog);
 
 // Each refuses input with a missing key, a value of the wrong type or one out of its type's
-// range; error then names the key ("profiles[2].map[3][1]: ...").
-std::optional<Profile> profileFromJson(const QJsonObject &object, QString &error);
-std::unique_ptr<DefaultLibrary> libraryFromJson(const QJsonObject &object, QString &error);
-std::unique_ptr<HintCatalog> hintCatalogFromJson(const QJsonObject &object, QString &error);
+// range as damaged, the detail naming the key ("profiles[2].map[3][1]: expected an integer").
+tl::expected<Profile, FileError> profileFromJson(const QJsonObject &object);
+tl::expected<DefaultLibrary, FileError> libraryFromJson(const QJsonObject &object);
+tl::expected<HintCatalog, FileError> hintCatalogFromJson(const QJsonObject &object);

@@ -36,7 +36,7 @@ void writeRecord(const Profile &profile, QByteArray &out)
     w.writeString(profile.extraText(1));
 }
 
-std::optional<Profile> readRecord(const QByteArray &record)
+tl::expected<Profile, FileError> readRecord(const QByteArray &record)
 {
     TagReader r(record);
     Profile profile;
@@ -44,10 +44,10 @@ std::optional<Profile> readRecord(const QByteArray &record)
     qint32 version = 0;
     qint32 motorbikeType = 0;
     if (!r.readInt(version) || !r.readInt(motorbikeType))
-        return std::nullopt;
+        return damagedFile();
     qint32 templateType = motorbikeType;
     if (version > 0 && !r.readInt(templateType))
-        return std::nullopt;
+        return damagedFile();
 
     bool isCustom = true;
     bool auxFlag = false;
@@ -62,28 +62,28 @@ std::optional<Profile> readRecord(const QByteArray &record)
     if (!r.readBool(isCustom) || !r.readBool(auxFlag) || !r.readString(name) || !r.readString(notes)
         || !r.readInt(flagByte) || !r.readInt(voltage) || !r.readBool(edgeSelectable)
         || !r.readBool(sensorModeOne) || !r.readDouble(k1Rising) || !r.readDouble(k1Falling))
-        return std::nullopt;
+        return damagedFile();
 
     IgnitionMap map;
     for (int i = 0; i < kMapPointCount; ++i) {
         qint32 rpm = 0;
         qint32 angle = 0;
         if (!r.readInt(rpm) || !r.readInt(angle))
-            return std::nullopt;
+            return damagedFile();
         map.setPoint(i, rpm, angle);
     }
 
     SensorCoefficients coefficients;
     if (!r.readDouble(coefficients.k0) || !r.readDouble(coefficients.k1) || !r.readDouble(coefficients.k2))
-        return std::nullopt;
+        return damagedFile();
 
     qint32 stringCount = 0;
     if (!r.readInt(stringCount))
-        return std::nullopt;
+        return damagedFile();
     for (qint32 i = 0; i < stringCount; ++i) {
         QString text;
         if (!r.readString(text))
-            return std::nullopt;
+            return damagedFile();
         if (i < 2)
             profile.setExtraText(i, text);
     }

@@ -1,10 +1,9 @@
 #pragma once
 
+#include "profile/fileerror.h"
 #include "profile/profile.h"
 
 #include <QByteArray>
-
-#include <optional>
 
 // The record format version this program writes; readers take any version above 0 with this layout.
 constexpr qint32 kRecordVersion = 1;
@@ -12,5 +11,5 @@ constexpr qint32 kRecordVersion = 1;
 // Appends the profile as one tagged record.
 void writeRecord(const Profile &profile, QByteArray &out);
 
-// Reads one record into a fresh profile; nothing when any item fails. The result is not modified.
-std::optional<Profile> readRecord(const QByteArray &record);
+// Reads one record into a fresh profile; damaged when any item fails. The result is not modified.
+tl::expected<Profile, FileError> readRecord(const QByteArray &record);

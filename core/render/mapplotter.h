@@ -22,8 +22,11 @@ class QPainter;
 class MapPlotter
 {
 public:
-    // margin is the width of the left and bottom axis strips.
-    MapPlotter(int width, int height, int margin);
+    // The width of the left and bottom axis strips wherever a map is drawn: the angle labels fit
+    // the room left of the axis, and a comparison's legend stays clear of the speed labels.
+    static constexpr int kAxisMargin = 16;
+
+    MapPlotter(int width, int height, int margin = kAxisMargin);
 
     // Replaces the image by a new width x height one; it is drawn at the next draw.
     // The size in logical pixels; the image holds as many device pixels as the screen shows there,

@@ -26,7 +26,6 @@ namespace {
 // Screen resolution: the fonts and the graph come out as they look on screen.
 constexpr int kResolution = 96;
 constexpr qreal kPageMarginMm = 18.0;
-constexpr int kGraphMargin = 16;
 // The graph is drawn as on screen and enlarged, so that its labels read well on paper.
 constexpr qreal kGraphScale = 1.25;
 
@@ -392,8 +391,7 @@ QStringList paintSummarySheet(
 
     const int graphLeft = layout.tableWidth + layout.unit / 2;
     const QRect graphBox(graphLeft, mainTop, layout.width - graphLeft, layout.height - mainTop);
-    MapPlotter plotter(
-        int(graphBox.width() / kGraphScale), int(graphBox.height() / kGraphScale), kGraphMargin);
+    MapPlotter plotter(int(graphBox.width() / kGraphScale), int(graphBox.height() / kGraphScale));
     painter.save();
     painter.setClipRect(graphBox);
     painter.translate(graphBox.topLeft());

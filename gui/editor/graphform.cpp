@@ -10,17 +10,11 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-namespace {
-
-constexpr int kMargin = 16;
-
-} // namespace
-
 GraphForm::GraphForm(IProfileEditorMain *editor, QWidget *parent)
     : QWidget(parent)
     , m_ui(std::make_unique<Ui::GraphForm>())
     , m_editor(editor)
-    , m_plotter(std::make_unique<MapPlotter>(0, 0, kMargin))
+    , m_plotter(std::make_unique<MapPlotter>(0, 0))
 {
     m_ui->setupUi(this);
     installEventFilter(this);

@@ -8,20 +8,13 @@
 
 #include <QEvent>
 
-namespace {
-
-// Width of the axis strips, as in the editor's graph.
-constexpr int kMargin = 16;
-
-} // namespace
-
 DefaultProfilesGui::DefaultProfilesGui(
     CLanguageSwitcher &switcher, const DefaultLibrary *library, QWidget *parent)
     : QWidget(parent)
     , m_ui(std::make_unique<Ui::DefaultProfilesGui>())
     , m_switcher(switcher)
     , m_library(library)
-    , m_plotter(std::make_unique<MapPlotter>(1, 1, kMargin))
+    , m_plotter(std::make_unique<MapPlotter>(1, 1))
 {
     m_ui->setupUi(this);
     m_ui->previewLabel->installEventFilter(this);

@@ -13,8 +13,6 @@
 
 namespace {
 
-// Width of the axis strips, as in the editor's graph; it keeps the legend clear of the speed labels.
-constexpr int kMargin = 16;
 constexpr int kLabelColumn = 0;
 constexpr int kQuantityColumn = 1;
 constexpr int kFirstSlotColumn = 2;
@@ -54,7 +52,7 @@ MultiGraphForm::MultiGraphForm(QWidget *parent)
     , m_ui(std::make_unique<Ui::MultiGraphForm>())
 {
     m_ui->setupUi(this);
-    m_plotter = std::make_unique<MapPlotter>(m_ui->graphArea->width(), m_ui->graphArea->height(), kMargin);
+    m_plotter = std::make_unique<MapPlotter>(m_ui->graphArea->width(), m_ui->graphArea->height());
     m_ui->graphArea->installEventFilter(this);
     m_ui->valueTable->verticalHeader()->setVisible(false);
     m_ui->valueTable->setTextElideMode(Qt::ElideMiddle);

@@ -14,7 +14,7 @@ SummaryForm::SummaryForm(int mode, QWidget *parent)
     , m_mode(mode)
 {
     m_ui->setupUi(this);
-    m_plotter = std::make_unique<MapPlotter>(m_ui->graphLabel->width(), m_ui->graphLabel->height(), 16);
+    m_plotter = std::make_unique<MapPlotter>(m_ui->graphLabel->width(), m_ui->graphLabel->height());
     m_ui->textEdit->viewport()->setCursor(Qt::ArrowCursor);
     m_ui->notesEdit->viewport()->setCursor(Qt::ArrowCursor);
     m_ui->notesEdit->setVisible(m_mode != kMapOnly);

@@ -214,7 +214,7 @@ void TestDevicePages::quittingWaitsForTheExchange()
     }
     QCOMPARE(kept.size(), 1);
     QVERIFY2(kept.first().endsWith(QLatin1String(" Track (2).cdi")), qPrintable(kept.first()));
-    const std::optional<Profile> copy = readProfileFile(copies.filePath(kept.first()));
+    const tl::expected<Profile, FileError> copy = readProfileFile(copies.filePath(kept.first()));
     QVERIFY(copy && copy->map() == mine.map() && copy->name() == mine.name());
 }
 

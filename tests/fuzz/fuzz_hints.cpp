@@ -4,19 +4,11 @@
 
 #include "profile/hintcatalog.h"
 
-namespace {
-
-std::unique_ptr<HintCatalog> reload(const QByteArray &bytes)
-{
-    return readBytes(bytes, [](QIODevice &device) { return loadHintCatalog(device); });
-}
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const std::unique_ptr<HintCatalog> catalog = reload(fuzzBytes(data, size));
-    if (!catalog)
+    const auto reload = [](const QByteArray &bytes) { return readBytes(bytes, loadHintCatalog); };
+    const tl::expected<HintCatalog, FileError> catalog = reload(fuzzBytes(data, size));
+    if (!wasRead(catalog))
         return 0;
     bool cut = false;
     for (int index = -1; index <= catalog->count(); ++index) {
@@ -26,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         }
     }
     checkSavesBack(
-        *catalog, [](const HintCatalog &hints) { return hintCatalogBytes(hints); }, reload,
+        *catalog, hintCatalogBytes, reload,
         [](const HintCatalog &a, const HintCatalog &b) { return a.count() == b.count(); }, cut);
     return 0;
 }

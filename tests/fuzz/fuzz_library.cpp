@@ -5,24 +5,16 @@
 
 #include "profile/defaultlibrary.h"
 
-namespace {
-
-std::unique_ptr<DefaultLibrary> reload(const QByteArray &bytes)
-{
-    return readBytes(bytes, [](QIODevice &device) { return loadDefaultLibrary(device); });
-}
-
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    QByteArray bytes = fuzzBytes(data, size);
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
+    const QByteArray bytes = fuzzBytes(data, size);
     for (const bool normalStart : {true, false}) {
-        buffer.seek(0);
-        const std::unique_ptr<DefaultLibrary> library = loadDefaultLibrary(buffer, normalStart);
-        if (!library)
+        const auto reload = [normalStart](const QByteArray &saved) {
+            return readBytes(
+                saved, [normalStart](QIODevice &device) { return loadDefaultLibrary(device, normalStart); });
+        };
+        const tl::expected<DefaultLibrary, FileError> library = reload(bytes);
+        if (!wasRead(library))
             continue;
         if (library->count() > 0)
             FUZZ_CHECK(library->profileForType(library->profileAt(0)->motorbikeType()) != nullptr);
@@ -32,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
                 || hasZeroCharacter(
                     {profile.name(), profile.notes(), profile.extraText(0), profile.extraText(1)});
         checkSavesBack(
-            *library, [](const DefaultLibrary &saved) { return defaultLibraryBytes(saved); }, reload,
+            *library, defaultLibraryBytes, reload,
             [](const DefaultLibrary &a, const DefaultLibrary &b) {
                 return a.count() == b.count() && a.libraryValue() == b.libraryValue();
             },

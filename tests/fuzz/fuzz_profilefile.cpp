@@ -10,14 +10,14 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray bytes = fuzzBytes(data, size);
-    const std::optional<Profile> file
-        = readBytes(bytes, [](QIODevice &device) { return readProfileFile(device); });
+    const bool fileRead
+        = wasRead(readBytes(bytes, [](QIODevice &device) { return readProfileFile(device); }));
 
-    std::optional<RecordCursor> records = readContainer(bytes);
-    FUZZ_CHECK(file.has_value() <= (records.has_value() && records->count() > 0));
+    tl::expected<RecordCursor, FileError> records = readContainer(bytes);
+    FUZZ_CHECK(wasRead(records) >= fileRead);
     while (records && records->hasNext()) {
-        const std::optional<Profile> profile = readRecord(records->next());
-        if (!profile)
+        const tl::expected<Profile, FileError> profile = readRecord(records->next());
+        if (!wasRead(profile))
             continue;
         const auto save = [](const Profile &record) {
             QByteArray written;
@@ -25,8 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             return written;
         };
         checkSavesBack(
-            *profile, save, [](const QByteArray &written) { return readRecord(written); },
-            [](const Profile &, const Profile &) { return true; },
+            *profile, save, readRecord, [](const Profile &, const Profile &) { return true; },
             hasZeroCharacter(
                 {profile->name(), profile->notes(), profile->extraText(0), profile->extraText(1)}));
     }

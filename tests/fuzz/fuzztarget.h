@@ -1,5 +1,7 @@
 #pragma once
 
+#include "profile/fileerror.h"
+
 #include <QBuffer>
 #include <QByteArray>
 #include <QString>
@@ -34,6 +36,13 @@ inline bool hasZeroCharacter(std::initializer_list<QString> texts)
         if (text.contains(QChar(0)))
             return true;
     return false;
+}
+
+// Bytes from outside never make a reader fail other than as damaged: true when they were read.
+template<typename T> bool wasRead(const tl::expected<T, FileError> &result)
+{
+    FUZZ_CHECK(result || result.error().kind == FileError::Kind::Damaged);
+    return result.has_value();
 }
 
 // Reads from memory through a reader that takes a device.

@@ -27,8 +27,8 @@ public:
     Program()
     {
         setUserPrompts(&prompts);
-        QVERIFY2(!data.loadLibrary(true), "default.cds missing in the build folder");
-        QVERIFY2(!data.loadHints(), "hints.cdh missing in the build folder");
+        QVERIFY2(data.loadLibrary(true), "default.cds missing in the build folder");
+        QVERIFY2(data.loadHints(), "hints.cdh missing in the build folder");
         menu = std::make_unique<CLanguageMenu>(switcher);
         windows = std::make_unique<CProgramWindows>(data, switcher, *menu);
         QVERIFY(QTest::qWaitForWindowExposed(&window()));
