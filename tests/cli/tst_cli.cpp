@@ -165,6 +165,7 @@ void TestCli::exitCodes_data()
     QTest::addColumn<QString>("message"); // on the output for 0, else the one line of the errors
 
     QTest::newRow("help") << "--help" << false << 0 << "build-hints";
+    QTest::newRow("version") << "--version" << false << 0 << "sparkwright-cli 0.";
     QTest::newRow("unknown language")
         << "graph road.cdi g.png --language fr" << false << 2 << "unknown language 'fr'";
     QTest::newRow("no library for the sheet's header, the old sheet kept")
