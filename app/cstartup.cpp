@@ -221,37 +221,32 @@ int CStartup::runNormalStart(int &argc, char **argv, CDataHolder &data)
     return exitCode;
 }
 
-// The order matters: later objects are given earlier ones, and the switcher calls its listeners
-// in the order they were registered in.
+// Every language switch reaches the main window first, then the start page, then the pages and
+// dialogs in the order they were made; a page made after a switch comes up in the language
+// chosen.
 CProgramWindows::CProgramWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu)
+    : m_data(data)
+    , m_switcher(switcher)
 {
-    // The shared pages and dialogs, each once.
-    m_hintDialog = std::make_unique<HintDialog>(data.hints(), switcher);
-    auto editor = std::make_unique<EditorForm>(data.library(), switcher, *m_hintDialog);
-    EditorForm *editorPage = editor.get();
     // The start page builds its template chooser, comparison list and graph when they are first
-    // shown: the first window comes up sooner without them.
+    // shown, as the main window does with the editor and the confirmation page.
     auto wizard = std::make_unique<WizardForm>(switcher, data.library());
     WizardForm *startPage = wizard.get();
-    // The port selection and progress pages (DevicesForm, WaitForm) take their place here once
-    // the program talks to the CDI.
-    auto confirmation = std::make_unique<CustomForm>(switcher);
+    MainWindow::LaterPages laterPages;
+    laterPages.editor = [this] {
+        auto editor = std::make_unique<EditorForm>(m_data.library(), m_switcher, hintDialog());
+        m_switcher.registerListener(editor.get());
+        return editor;
+    };
+    laterPages.confirmation = [this] { return std::make_unique<CustomForm>(m_switcher); };
+    laterPages.about = [this]() -> AboutDialog & { return aboutDialog(); };
+    // The port selection and progress pages (DevicesForm, WaitForm) and the write confirmation
+    // dialog take their place in the main window once the program talks to the CDI.
+    m_mainWindow = std::make_unique<MainWindow>(data, std::move(wizard), std::move(laterPages), languageMenu);
 
-    // The main window takes the pages over.
-    m_mainWindow = std::make_unique<MainWindow>(
-        data, std::move(wizard), std::move(editor), std::move(confirmation), languageMenu);
-
-    m_aboutDialog = std::make_unique<AboutDialog>(data.library(), m_mainWindow.get());
-    // The write confirmation dialog (WriteConfirmationDialog) is built here, with the main window
-    // as its parent, once the program talks to the CDI.
-
-    // Every language switch reaches these, in this order.
     switcher.registerListener(m_mainWindow.get());
     switcher.registerListener(startPage);
-    switcher.registerListener(m_aboutDialog.get());
-    switcher.registerListener(editorPage);
 
-    m_mainWindow->setAboutDialog(m_aboutDialog.get());
     m_mainWindow->start();
     new CDeferredWindowIcon(m_mainWindow.get()); // owned by the window
     m_mainWindow->show();
@@ -259,6 +254,22 @@ CProgramWindows::CProgramWindows(CDataHolder &data, CLanguageSwitcher &switcher,
     // The links that need the finished main window. The progress page and the device
     // transactions are linked to it here as well, once they exist.
     setSharedDefaultLibrary(data.library());
+}
+
+HintDialog &CProgramWindows::hintDialog()
+{
+    if (!m_hintDialog)
+        m_hintDialog = std::make_unique<HintDialog>(m_data.hints(), m_switcher);
+    return *m_hintDialog;
+}
+
+AboutDialog &CProgramWindows::aboutDialog()
+{
+    if (!m_aboutDialog) {
+        m_aboutDialog = std::make_unique<AboutDialog>(m_data.library(), m_mainWindow.get());
+        m_switcher.registerListener(m_aboutDialog.get());
+    }
+    return *m_aboutDialog;
 }
 
 CProgramWindows::~CProgramWindows()

@@ -37,9 +37,10 @@ public:
     int runMainWindow(MainWindow &window) override;
 };
 
-// Every page and dialog of a normal start, built once, in a fixed order, and wired together;
-// the main window is shown at the end. They live until this object goes, and the main window
-// owns its pages.
+// Every page and dialog of a normal start, each built once and wired together; the main window
+// is shown at once with its start page, and the pages and dialogs it does not show come when
+// first needed: that is most of what the first window would otherwise wait for. They live until
+// this object goes, and the main window owns its pages.
 class CProgramWindows
 {
 public:
@@ -47,10 +48,13 @@ public:
     ~CProgramWindows();
 
     MainWindow &mainWindow() const { return *m_mainWindow; }
-    AboutDialog &aboutDialog() const { return *m_aboutDialog; }
-    HintDialog &hintDialog() const { return *m_hintDialog; }
+    // Made on first use.
+    AboutDialog &aboutDialog();
+    HintDialog &hintDialog();
 
 private:
+    CDataHolder &m_data;
+    CLanguageSwitcher &m_switcher;
     std::unique_ptr<HintDialog> m_hintDialog;
     std::unique_ptr<MainWindow> m_mainWindow;
     std::unique_ptr<AboutDialog> m_aboutDialog;

@@ -43,15 +43,13 @@ const char kOrganizationFallback[] = "sparkwright.example";
 
 } // namespace
 
-MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
-    std::unique_ptr<EditorForm> editor, std::unique_ptr<CustomForm> confirmation, CLanguageMenu &languageMenu,
-    QWidget *parent)
+MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, LaterPages laterPages,
+    CLanguageMenu &languageMenu, QWidget *parent)
     : QMainWindow(parent)
     , m_ui(std::make_unique<Ui::MainWindow>())
     , m_data(data)
     , m_wizard(wizard.get())
-    , m_editor(editor.get())
-    , m_confirmation(confirmation.get())
+    , m_laterPages(std::move(laterPages))
 {
     m_ui->setupUi(this);
     m_ui->menuLanguage->addActions(languageMenu.actions());
@@ -64,11 +62,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
 
     // The content area owns the pages from here on; only the page shown is visible.
     m_ui->contentLayout->addWidget(wizard.release());
-    m_ui->contentLayout->addWidget(editor.release());
-    m_ui->contentLayout->addWidget(confirmation.release());
     m_wizard->setBrowserMain(this);
-    m_editor->setBrowserMain(this);
-    m_confirmation->setBrowserMain(this);
     m_portLister = std::make_unique<CSystemPortLister>();
     m_waitForm = new WaitForm();
     m_devicesForm = new DevicesForm(*m_portLister);
@@ -97,9 +91,6 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
     m_ui->actionUndo->setShortcut(QKeySequence::Undo);
     m_ui->actionRedo->setShortcuts(
         {QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
-    connect(m_ui->actionUndo, &QAction::triggered, &m_editor->history(), &QUndoStack::undo);
-    connect(m_ui->actionRedo, &QAction::triggered, &m_editor->history(), &QUndoStack::redo);
-    connect(&m_editor->history(), &QUndoStack::indexChanged, this, &MainWindow::updateUndoActions);
     connect(m_ui->actionUpdate, &QAction::triggered, this, &MainWindow::onUpdateMenu);
     connect(m_ui->actionAbout, &QAction::triggered, this, &MainWindow::onAboutMenu);
     connect(m_ui->actionImport, &QAction::triggered, this, &MainWindow::onImportMenu);
@@ -113,8 +104,6 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
     connect(m_ui->actionFAQ, &QAction::triggered, this, &MainWindow::onFAQ);
     connect(m_ui->actionVisitUs, &QAction::triggered, this, &MainWindow::onVisitUs);
     connect(m_ui->actionContactUs, &QAction::triggered, this, &MainWindow::onContactUs);
-    connect(m_confirmation, &CustomForm::backRequested, this, &MainWindow::onConfirmationBack);
-    connect(m_confirmation, &CustomForm::nextRequested, this, &MainWindow::onConfirmationNext);
 
     setFixedTexts();
     paintBanner();
@@ -125,12 +114,37 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard,
 // stopped being a MainWindow; its history must no longer report here.
 MainWindow::~MainWindow()
 {
-    disconnect(&m_editor->history(), nullptr, this, nullptr);
+    if (m_editor)
+        disconnect(&m_editor->history(), nullptr, this, nullptr);
 }
 
-void MainWindow::setAboutDialog(AboutDialog *about)
+// A page made while the window shows would show itself at once; it stays hidden until it is the
+// page shown.
+EditorForm &MainWindow::editor()
 {
-    m_about = about;
+    if (!m_editor) {
+        m_editor = m_laterPages.editor().release(); // owned by the content area
+        m_ui->contentLayout->addWidget(m_editor);
+        m_editor->setActive(false);
+        m_editor->setBrowserMain(this);
+        connect(m_ui->actionUndo, &QAction::triggered, &m_editor->history(), &QUndoStack::undo);
+        connect(m_ui->actionRedo, &QAction::triggered, &m_editor->history(), &QUndoStack::redo);
+        connect(&m_editor->history(), &QUndoStack::indexChanged, this, &MainWindow::updateUndoActions);
+    }
+    return *m_editor;
+}
+
+CustomForm &MainWindow::confirmation()
+{
+    if (!m_confirmation) {
+        m_confirmation = m_laterPages.confirmation().release(); // owned by the content area
+        m_ui->contentLayout->addWidget(m_confirmation);
+        m_confirmation->setActive(false);
+        m_confirmation->setBrowserMain(this);
+        connect(m_confirmation, &CustomForm::backRequested, this, &MainWindow::onConfirmationBack);
+        connect(m_confirmation, &CustomForm::nextRequested, this, &MainWindow::onConfirmationNext);
+    }
+    return *m_confirmation;
 }
 
 // The window opens at its designed size where the screen has room for it, centred in the free
@@ -215,12 +229,14 @@ void MainWindow::setFixedTexts()
 // Undo and Redo name their step and work on the editor only.
 void MainWindow::updateUndoActions()
 {
-    const QUndoStack &history = m_editor->history();
-    const bool editing = m_editor->isVisible();
-    m_ui->actionUndo->setEnabled(editing && history.canUndo());
-    m_ui->actionRedo->setEnabled(editing && history.canRedo());
-    m_ui->actionUndo->setText(history.canUndo() ? tr("&Undo %1").arg(history.undoText()) : tr("&Undo"));
-    m_ui->actionRedo->setText(history.canRedo() ? tr("Re&do %1").arg(history.redoText()) : tr("Re&do"));
+    const QUndoStack *history = m_editor ? &m_editor->history() : nullptr;
+    const bool canUndo = history && history->canUndo();
+    const bool canRedo = history && history->canRedo();
+    const bool editing = m_editor && m_editor->isVisible();
+    m_ui->actionUndo->setEnabled(editing && canUndo);
+    m_ui->actionRedo->setEnabled(editing && canRedo);
+    m_ui->actionUndo->setText(canUndo ? tr("&Undo %1").arg(history->undoText()) : tr("&Undo"));
+    m_ui->actionRedo->setText(canRedo ? tr("Re&do %1").arg(history->redoText()) : tr("Re&do"));
 }
 
 // ---- page changes ----
@@ -234,8 +250,10 @@ void MainWindow::switchTo(QWidget *target)
     for (QAction *action : {m_ui->actionSaveAs, m_ui->actionReset, m_ui->actionExport, m_ui->actionPrint})
         action->setEnabled(editing);
     m_wizard->setActive(target == m_wizard);
-    m_editor->setActive(target == m_editor);
-    m_confirmation->setActive(target == m_confirmation);
+    if (m_editor)
+        m_editor->setActive(target == m_editor);
+    if (m_confirmation)
+        m_confirmation->setActive(target == m_confirmation);
     m_waitForm->setActive(target == m_waitForm);
     m_devicesForm->setActive(target == m_devicesForm);
     updateUndoActions();
@@ -281,22 +299,23 @@ void MainWindow::prepareEditorFrame()
 
 void MainWindow::showEditor(const Profile &profile)
 {
-    showPage(m_editor, m_editor, [this, &profile] {
-        m_editor->setProfile(profile);
+    EditorForm &page = editor();
+    showPage(&page, &page, [this, &page, &profile] {
+        page.setProfile(profile);
         prepareEditorFrame();
     });
 }
 
 void MainWindow::continueEditing()
 {
-    if (!m_editor->hasProfile())
+    if (!m_editor || !m_editor->hasProfile())
         return;
     showPage(m_editor, m_editor, [this] { prepareEditorFrame(); });
 }
 
 void MainWindow::prepareConfirmationFrame()
 {
-    m_confirmation->setStatusTip(tr("Please confirm programming the CDI with this profile."));
+    confirmation().setStatusTip(tr("Please confirm programming the CDI with this profile."));
     setButtonState(true, true, true, true, tr("Program the &CDI"), QString());
 }
 
@@ -304,16 +323,17 @@ void MainWindow::showProgrammingConfirmation(const Profile &profile)
 {
     // A copy: the profile may be the editor's own, which must stay as it is.
     const Profile shown = profile;
-    m_confirmationFromEditor = m_currentWidget == m_editor;
-    showPage(m_confirmation, m_confirmation, [this, &shown] {
-        m_confirmation->setProfile(shown);
+    m_confirmationFromEditor = isShown(m_editor);
+    CustomForm &page = confirmation();
+    showPage(&page, &page, [this, &page, &shown] {
+        page.setProfile(shown);
         prepareConfirmationFrame();
     });
 }
 
 void MainWindow::onConfirmationBack()
 {
-    if (m_confirmationFromEditor && m_editor->hasProfile())
+    if (m_confirmationFromEditor && m_editor && m_editor->hasProfile())
         continueEditing();
     else
         showStartPage([this] { m_wizard->showProgrammingChoices(); });
@@ -347,12 +367,12 @@ void MainWindow::refreshPrompt()
 
 bool MainWindow::mayLeaveEditor()
 {
-    return m_editor->confirmDiscard();
+    return !m_editor || m_editor->confirmDiscard();
 }
 
 const Profile *MainWindow::editedProfile() const
 {
-    return m_editor->hasProfile() ? &m_editor->profile() : nullptr;
+    return m_editor && m_editor->hasProfile() ? &m_editor->profile() : nullptr;
 }
 
 void MainWindow::onBackButton()
@@ -391,9 +411,9 @@ void MainWindow::rememberDeviceWayBack()
 // Back to the page shown now as it is now, once the user is done with what replaces it.
 std::function<void()> MainWindow::wayBackToCurrentPage()
 {
-    if (m_currentWidget == m_editor)
+    if (isShown(m_editor))
         return [this] { continueEditing(); };
-    if (m_currentWidget == m_confirmation) {
+    if (isShown(m_confirmation)) {
         const Profile shown = m_confirmation->profile();
         const bool fromEditor = m_confirmationFromEditor;
         return [this, shown, fromEditor] {
@@ -590,7 +610,7 @@ void MainWindow::onOpenProfileMenu()
 // changes before it would only repeat it.
 void MainWindow::onResetMenu()
 {
-    if (m_currentWidget == m_editor)
+    if (isShown(m_editor))
         m_editor->resetProfile();
 }
 
@@ -601,15 +621,14 @@ void MainWindow::onImportMenu()
 
 void MainWindow::onExportMenu()
 {
-    if (m_currentWidget == m_editor)
+    if (isShown(m_editor))
         showProgrammingConfirmation(m_editor->profile());
 }
 
 void MainWindow::onAboutMenu()
 {
     // Modal, yet it returns at once: the dialog's Close button ends it.
-    if (m_about)
-        m_about->open();
+    m_laterPages.about().open();
 }
 
 void MainWindow::onUpdateMenu()
@@ -759,9 +778,9 @@ void MainWindow::retranslate(int language)
     setFixedTexts();
     paintBanner();
     // The start page sets its own texts when it is told; the others are prepared here.
-    if (m_currentWidget == m_editor)
+    if (isShown(m_editor))
         prepareEditorFrame();
-    else if (m_currentWidget == m_confirmation)
+    else if (isShown(m_confirmation))
         prepareConfirmationFrame();
     else if (m_currentWidget == m_waitForm)
         setWaitPrompt();

@@ -32,12 +32,22 @@ class MainWindow : public QMainWindow, public IBrowserMain, public IBrowserSub, 
     Q_OBJECT
 
 public:
-    // The pages become the window's own.
-    MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, std::unique_ptr<EditorForm> editor,
-        std::unique_ptr<CustomForm> confirmation, CLanguageMenu &languageMenu, QWidget *parent = nullptr);
+    // The pages and the about box the first window does not show, each made when it is first
+    // needed; the start page is there at once. The pages become the window's own.
+    struct LaterPages
+    {
+        std::function<std::unique_ptr<EditorForm>()> editor;
+        std::function<std::unique_ptr<CustomForm>()> confirmation;
+        std::function<AboutDialog &()> about;
+    };
+
+    MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, LaterPages laterPages,
+        CLanguageMenu &languageMenu, QWidget *parent = nullptr);
     ~MainWindow() override;
 
-    void setAboutDialog(AboutDialog *about);
+    // Made on first use.
+    EditorForm &editor();
+    CustomForm &confirmation();
     // The device actions: finding the port, the exchange, what follows it.
     CDeviceFlow &deviceFlow() { return *m_device; }
 
@@ -96,6 +106,8 @@ private slots:
 
 private:
     bool deferQuitWhileBusy();
+    // True while the page, if it was made, is the one shown.
+    bool isShown(const QWidget *page) const { return page && m_currentWidget == page; }
     void showPage(QWidget *target, CBrowserWidget *page, const std::function<void()> &prepare);
     void switchTo(QWidget *target);
     void resetFrame();
@@ -121,9 +133,10 @@ private:
     std::unique_ptr<Ui::MainWindow> m_ui;
     CDataHolder &m_data;
     WizardForm *m_wizard;
-    EditorForm *m_editor;
-    CustomForm *m_confirmation;
-    AboutDialog *m_about = nullptr;
+    LaterPages m_laterPages;
+    // Null until first needed.
+    EditorForm *m_editor = nullptr;
+    CustomForm *m_confirmation = nullptr;
     // The page shown, null during a page change.
     QWidget *m_currentWidget = nullptr;
     CBrowserWidget *m_current = nullptr;

@@ -10,6 +10,8 @@
 #include <QEvent>
 #include <QLocale>
 
+#include <tuple>
+
 FlagsForm::FlagsForm(IProfileEditorMain *editor, HintDialog *hintDialog, QWidget *parent)
     : QWidget(parent)
     , m_ui(std::make_unique<Ui::FlagsForm>())
@@ -26,15 +28,30 @@ FlagsForm::FlagsForm(IProfileEditorMain *editor, HintDialog *hintDialog, QWidget
     connect(m_ui->doubleSpinBoxHall, qOverload<double>(&QDoubleSpinBox::valueChanged), this,
         &FlagsForm::onSensorAdvanceEdited);
     connect(m_ui->checkBoxSideStand, &QCheckBox::stateChanged, this, &FlagsForm::onSideStandBlockingEdited);
-    connect(
-        m_ui->radioButtonGroundDisables, &QRadioButton::clicked, this, &FlagsForm::onGroundDisablesEdited);
-    connect(m_ui->radioButtonGroundEnables, &QRadioButton::clicked, this, &FlagsForm::onGroundEnablesEdited);
-    connect(m_ui->radioButtonPickUpNeg, &QRadioButton::clicked, this, &FlagsForm::onPickUpNegEdited);
-    connect(m_ui->radioButtonPickUpPos, &QRadioButton::clicked, this, &FlagsForm::onPickUpPosEdited);
-    connect(m_ui->hintButtonPickUp, &QToolButton::clicked, this, &FlagsForm::onPickupHint);
-    connect(m_ui->hintButtonSideStand, &QToolButton::clicked, this, &FlagsForm::onSideStandHint);
-    connect(m_ui->hintButtonSensorAdvance, &QToolButton::clicked, this, &FlagsForm::onSensorAdvanceHint);
-    connect(m_ui->hintButtonVoltage, &QToolButton::clicked, this, &FlagsForm::onVoltageHint);
+    // Each radio button stands for one value of its flag. With a sensor mode the pick-up edge
+    // chooses K1, and so the map's ceiling.
+    const std::tuple<QRadioButton *, bool ProfileFlags::*, bool> choices[] = {
+        {m_ui->radioButtonGroundDisables, &ProfileFlags::groundEnablesIgnition, false},
+        {m_ui->radioButtonGroundEnables, &ProfileFlags::groundEnablesIgnition, true},
+        {m_ui->radioButtonPickUpNeg, &ProfileFlags::pickUpRisingEdge, false},
+        {m_ui->radioButtonPickUpPos, &ProfileFlags::pickUpRisingEdge, true},
+    };
+    for (const auto &[button, flag, value] : choices) {
+        connect(button, &QRadioButton::clicked, this, [this, flag = flag, value = value](bool checked) {
+            if (checked && changeFlags([=](ProfileFlags &flags) { flags.*flag = value; })
+                && flag == &ProfileFlags::pickUpRisingEdge)
+                m_editor->updateGraph();
+        });
+    }
+    const std::pair<QToolButton *, int> hints[]
+        = {{m_ui->hintButtonVoltage, kVoltageHint}, {m_ui->hintButtonSideStand, kSideStandHint},
+            {m_ui->hintButtonPickUp, kPickUpHint}, {m_ui->hintButtonSensorAdvance, kSensorAdvanceHint}};
+    for (const auto &[button, hint] : hints) {
+        connect(button, &QToolButton::clicked, this, [this, hint = hint] {
+            if (m_hintDialog)
+                m_hintDialog->showHint(hint);
+        });
+    }
 }
 
 FlagsForm::~FlagsForm() = default;
@@ -75,8 +92,12 @@ void FlagsForm::applySideStandRule()
         m_ui->radioButtonGroundEnables->setChecked(true);
 }
 
-bool FlagsForm::writeFlags(const ProfileFlags &flags)
+bool FlagsForm::changeFlags(const std::function<void(ProfileFlags &)> &change)
 {
+    if (!isUserEdit())
+        return false;
+    ProfileFlags flags = m_profile->flags();
+    change(flags);
     if (flags == m_profile->flags())
         return false;
     m_profile->setFlags(flags);
@@ -86,7 +107,7 @@ bool FlagsForm::writeFlags(const ProfileFlags &flags)
 
 void FlagsForm::onVoltageEdited(int volts)
 {
-    if (m_loading || !m_profile)
+    if (!isUserEdit())
         return;
     m_profile->setVoltage(volts);
     m_editor->onEdited(IProfileEditorMain::Edit::Setting, -1);
@@ -94,7 +115,7 @@ void FlagsForm::onVoltageEdited(int volts)
 
 void FlagsForm::onSensorAdvanceEdited(double degrees)
 {
-    if (m_loading || !m_profile)
+    if (!isUserEdit())
         return;
     SensorCoefficients coefficients = m_profile->sensorCoefficients();
     coefficients.k0 = degrees;
@@ -105,79 +126,12 @@ void FlagsForm::onSensorAdvanceEdited(double degrees)
 
 void FlagsForm::onSideStandBlockingEdited(int state)
 {
-    if (m_loading || !m_profile)
-        return;
-    ProfileFlags flags = m_profile->flags();
-    flags.sideStandMonitoring = state > 0;
-    applySideStandRule();
-    if (flags.sideStandMonitoring)
-        flags.groundEnablesIgnition = m_ui->radioButtonGroundEnables->isChecked();
-    writeFlags(flags);
-}
-
-void FlagsForm::onGroundDisablesEdited(bool checked)
-{
-    if (m_loading || !m_profile || !checked)
-        return;
-    ProfileFlags flags = m_profile->flags();
-    flags.groundEnablesIgnition = false;
-    writeFlags(flags);
-}
-
-void FlagsForm::onGroundEnablesEdited(bool checked)
-{
-    if (m_loading || !m_profile || !checked)
-        return;
-    ProfileFlags flags = m_profile->flags();
-    flags.groundEnablesIgnition = true;
-    writeFlags(flags);
-}
-
-void FlagsForm::onPickUpNegEdited(bool checked)
-{
-    if (m_loading || !m_profile || !checked)
-        return;
-    ProfileFlags flags = m_profile->flags();
-    flags.pickUpRisingEdge = false;
-    // With a sensor mode the edge chooses K1, and so the ceiling.
-    if (writeFlags(flags))
-        m_editor->updateGraph();
-}
-
-void FlagsForm::onPickUpPosEdited(bool checked)
-{
-    if (m_loading || !m_profile || !checked)
-        return;
-    ProfileFlags flags = m_profile->flags();
-    flags.pickUpRisingEdge = true;
-    if (writeFlags(flags))
-        m_editor->updateGraph();
-}
-
-void FlagsForm::showHint(int number)
-{
-    if (m_hintDialog)
-        m_hintDialog->showHint(number);
-}
-
-void FlagsForm::onPickupHint()
-{
-    showHint(kPickUpHint);
-}
-
-void FlagsForm::onSideStandHint()
-{
-    showHint(kSideStandHint);
-}
-
-void FlagsForm::onSensorAdvanceHint()
-{
-    showHint(kSensorAdvanceHint);
-}
-
-void FlagsForm::onVoltageHint()
-{
-    showHint(kVoltageHint);
+    changeFlags([this, state](ProfileFlags &flags) {
+        flags.sideStandMonitoring = state > 0;
+        applySideStandRule();
+        if (flags.sideStandMonitoring)
+            flags.groundEnablesIgnition = m_ui->radioButtonGroundEnables->isChecked();
+    });
 }
 
 void FlagsForm::changeEvent(QEvent *event)

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 
 class HintDialog;
@@ -41,20 +42,13 @@ private slots:
     void onVoltageEdited(int volts);
     void onSensorAdvanceEdited(double degrees);
     void onSideStandBlockingEdited(int state);
-    void onGroundDisablesEdited(bool checked);
-    void onGroundEnablesEdited(bool checked);
-    void onPickUpNegEdited(bool checked);
-    void onPickUpPosEdited(bool checked);
-    void onPickupHint();
-    void onSideStandHint();
-    void onSensorAdvanceHint();
-    void onVoltageHint();
 
 private:
+    // True for a change the user made, false while the form fills its own controls.
+    bool isUserEdit() const { return !m_loading && m_profile; }
+    // A user's change of the flags, written when it changes them; true when it did.
+    bool changeFlags(const std::function<void(ProfileFlags &)> &change);
     void applySideStandRule();
-    // Writes the flags when they differ from the profile's; true when something changed.
-    bool writeFlags(const ProfileFlags &flags);
-    void showHint(int number);
 
     std::unique_ptr<Ui::FlagsForm> m_ui;
     IProfileEditorMain *m_editor;

@@ -4,23 +4,20 @@
 
 #include "ui_nameform.h"
 
-#include <QKeyEvent>
+#include <QEvent>
 
 NameForm::NameForm(IProfileEditorMain *editor, QWidget *parent)
-    : QWidget(parent)
+    : CInPlaceForm(editor, &IProfileEditorMain::setProfileName, parent)
     , m_ui(std::make_unique<Ui::NameForm>())
-    , m_editor(editor)
 {
     m_ui->setupUi(this);
     QFont nameFont = m_ui->lineEditName->font();
     nameFont.setBold(true);
     m_ui->lineEditName->setFont(nameFont);
-    m_ui->lineEditName->installEventFilter(this);
-    setEditing(false);
+    setParts({m_ui->lineEditName, m_ui->lineEditName, m_ui->pushButtonRename, m_ui->pushButtonApply, false});
 
-    connect(m_ui->pushButtonRename, &QPushButton::clicked, this, &NameForm::onRenameClicked);
-    connect(m_ui->pushButtonApply, &QPushButton::clicked, this, &NameForm::onApplyClicked);
-    connect(m_ui->lineEditName, &QLineEdit::returnPressed, this, &NameForm::onReturnPressed);
+    connect(m_ui->pushButtonRename, &QPushButton::clicked, this, [this] { setEditing(true); });
+    connect(m_ui->lineEditName, &QLineEdit::returnPressed, this, &NameForm::confirm);
 }
 
 NameForm::~NameForm() = default;
@@ -32,9 +29,8 @@ void NameForm::showName(const QString &name)
     m_ui->lineEditName->setCursorPosition(0);
 }
 
-void NameForm::setEditing(bool editing)
+void NameForm::showMode(bool editing)
 {
-    m_editing = editing;
     QLineEdit *edit = m_ui->lineEditName;
     edit->setReadOnly(!editing);
     // Read-only, the name reads like a heading; editable, it looks like the field it is.
@@ -44,56 +40,15 @@ void NameForm::setEditing(bool editing)
         colours.setColor(QPalette::Base, colours.color(QPalette::Window));
     edit->setPalette(colours);
     edit->setCursor(editing ? Qt::IBeamCursor : Qt::PointingHandCursor);
-    m_ui->pushButtonRename->setVisible(!editing);
-    m_ui->pushButtonApply->setVisible(editing);
-    if (editing) {
-        edit->setFocus(Qt::OtherFocusReason);
+    if (editing)
         edit->selectAll();
-    } else {
+    else
         edit->deselect();
-    }
 }
 
-void NameForm::confirm()
+QString NameForm::fieldText() const
 {
-    if (!m_editing)
-        return;
-    const QString name = m_ui->lineEditName->text();
-    setEditing(false);
-    m_editor->setProfileName(name);
-}
-
-void NameForm::onRenameClicked()
-{
-    setEditing(true);
-}
-
-void NameForm::onApplyClicked()
-{
-    confirm();
-}
-
-void NameForm::onReturnPressed()
-{
-    confirm();
-}
-
-bool NameForm::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_ui->lineEditName) {
-        if (event->type() == QEvent::MouseButtonPress && !m_editing) {
-            setEditing(true);
-            return true;
-        }
-        // Escape confirms as well: users press it to leave the field and expect to keep what
-        // they typed, and a name that silently reverts is the worse surprise.
-        if (event->type() == QEvent::KeyPress && m_editing
-            && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
-            confirm();
-            return true;
-        }
-    }
-    return QWidget::eventFilter(watched, event);
+    return m_ui->lineEditName->text();
 }
 
 void NameForm::changeEvent(QEvent *event)

@@ -1,19 +1,17 @@
 #pragma once
 
-#include <QWidget>
+#include "editor/cinplaceform.h"
 
 #include <memory>
-
-class IProfileEditorMain;
 
 namespace Ui {
 class NameForm;
 }
 
 // The profile's name above the editor. It shows the name read-only with a "Rename" button; a
-// click on "Rename" or into the name makes it editable, and Apply, Enter or Escape hand the new
-// name to the editor.
-class NameForm : public QWidget
+// click on "Rename" or into the name makes it editable with all of it selected, and Apply, Enter
+// or Escape hand the new name to the editor.
+class NameForm : public CInPlaceForm
 {
     Q_OBJECT
 
@@ -23,22 +21,12 @@ public:
 
     // Shows the name and returns to display mode; an unconfirmed edit is dropped.
     void showName(const QString &name);
-    bool isEditing() const { return m_editing; }
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
     void changeEvent(QEvent *event) override;
-
-private slots:
-    void onRenameClicked();
-    void onApplyClicked();
-    void onReturnPressed();
+    void showMode(bool editing) override;
+    QString fieldText() const override;
 
 private:
-    void setEditing(bool editing);
-    void confirm();
-
     std::unique_ptr<Ui::NameForm> m_ui;
-    IProfileEditorMain *m_editor;
-    bool m_editing = false;
 };

@@ -1,18 +1,17 @@
 #pragma once
 
-#include <QWidget>
+#include "editor/cinplaceform.h"
 
 #include <memory>
-
-class IProfileEditorMain;
 
 namespace Ui {
 class NotesForm;
 }
 
 // The user's own notes on the profile. They are shown read-only; "Edit" or a click into the
-// text makes them editable, and "Apply [Esc]" or Escape hand the text to the editor.
-class NotesForm : public QWidget
+// text makes them editable, and "Apply [Esc]" or Escape hand the text to the editor. Return is a
+// line break here.
+class NotesForm : public CInPlaceForm
 {
     Q_OBJECT
 
@@ -22,21 +21,12 @@ public:
 
     // Shows the notes and returns to display mode; an unconfirmed edit is dropped.
     void showNotes(const QString &notes);
-    bool isEditing() const { return m_editing; }
     void retranslate();
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
-private slots:
-    void onEditClicked();
-    void onApplyClicked();
+    void showMode(bool editing) override;
+    QString fieldText() const override;
 
 private:
-    void setEditing(bool editing);
-    void confirm();
-
     std::unique_ptr<Ui::NotesForm> m_ui;
-    IProfileEditorMain *m_editor;
-    bool m_editing = false;
 };

@@ -52,7 +52,7 @@ QStringList entries(const QListWidget *list)
 
 EditorForm *editorOf(const Program &program)
 {
-    return program.window().findChild<EditorForm *>();
+    return &program.window().editor();
 }
 
 void clickEntry(QListWidget *list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)

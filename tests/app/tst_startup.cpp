@@ -1,19 +1,24 @@
 // The program's start: data files, version query, single copy, start language, the disclaimer
-// gate with the places its acceptance is kept, and main window. The steps up to the main window run
-// in-process on the offscreen platform, with the user's answers given through the modal-step seam; exit codes
-// and the single-copy guard are checked on the built program.
+// gate with the places its acceptance is kept, the main window and the pages it makes later. The
+// steps up to the main window run in-process on the offscreen platform, with the user's answers
+// given through the modal-step seam; exit codes and the single-copy guard are checked on the
+// built program.
 #include "cstartup.h"
+#include "dialogs/aboutdialog.h"
 #include "dialogs/disclaimerdialog.h"
+#include "editor/chintlabel.h"
 #include "errorgui.h"
 #include "mainwindow.h"
 #include "support/layoutencoder.h"
 #include "support/widgettestmain.h"
 
 #include <QDir>
+#include <QMenu>
 #include <QProcess>
 #include <QPushButton>
 #include <QTextEdit>
 
+#include <functional>
 #include <vector>
 
 namespace {
@@ -38,6 +43,7 @@ class ScriptedSteps : public IModalSteps
 public:
     QString answer = QStringLiteral("decline"); // to the disclaimer; else "once" or "for good"
     QStringList seen; // each window the user met, with its title
+    std::function<void(MainWindow &)> inMainWindow = [](MainWindow &) {};
 
     void waitForErrorWindow(ErrorGui &window) override
     {
@@ -61,6 +67,7 @@ public:
     int runMainWindow(MainWindow &window) override
     {
         seen << window.windowTitle() + QLatin1String(window.isVisible() ? "" : " (hidden)");
+        inMainWindow(window);
         return 7; // the main window's own exit code
     }
 };
@@ -109,10 +116,9 @@ private slots:
     void init();
     void cleanup();
 
-    void firstWindow_data();
-    void firstWindow();
-    void disclaimerAnswers_data();
-    void disclaimerAnswers();
+    void windowsMet_data();
+    void windowsMet();
+    void laterPagesFollowTheLanguage();
     void oneCopyAtATime();
     void terminalAnswers_data();
     void terminalAnswers();
@@ -168,25 +174,31 @@ int TestStartup::runStartup(ScriptedSteps &steps, QByteArrayList arguments, cons
     return CStartup(steps, {m_programFolder, locale, path(QStringLiteral("lock"))}).run(argc, argv.data());
 }
 
-// What the user meets first: a data file's error, then the disclaimer (in the start language)
-// unless its acceptance is found in the user's folder (one beside the program never counts: it
-// would answer for every user), then the main window; nothing for the version query, which is the exact "-v"
-// alone. German surroundings start in German, all others in English.
-void TestStartup::firstWindow_data()
+// What the user meets: a data file's error, then the disclaimer (in the start language) unless
+// its acceptance is found in the user's folder (one beside the program never counts: it would
+// answer for every user), then the main window; nothing for the version query, which is the exact
+// "-v" alone. German surroundings start in German, all others in English. Accepted for good, the
+// acceptance is written into the user's own folder, never beside the program, else nowhere: then
+// the disclaimer is simply shown again at the next start.
+void TestStartup::windowsMet_data()
 {
-    QTest::addColumn<QByteArray>("besideProgram"); // a null array: no file; it never counts
-    QTest::addColumn<QByteArray>("inUserFolder");
+    // The library, the hints, the acceptance beside the program and in the user's folder; a null
+    // array: no file.
+    QTest::addColumn<QByteArrayList>("files");
     QTest::addColumn<QByteArrayList>("arguments");
     QTest::addColumn<QString>("locale");
-    QTest::addColumn<QByteArrayList>("dataFiles"); // the library and the hints; a null array: no file
-    QTest::addColumn<QString>("shown"); // the first window's title, none for the version query
+    QTest::addColumn<QString>("answer"); // to the disclaimer; "blocked": the user's folder cannot be made
+    QTest::addColumn<QStringList>("seen"); // the windows' titles
 
     const QByteArray none;
-    const auto row = [](const char *name, const QByteArray &besideProgram, const QByteArray &inUserFolder,
-                         const QString &shown, const QByteArrayList &arguments = {},
-                         const char *locale = "en_US", const QByteArrayList &dataFiles = {kLibrary, kHints}) {
-        QTest::newRow(name) << besideProgram << inUserFolder << arguments << QString::fromLatin1(locale)
-                            << dataFiles << shown;
+    const auto row = [](const char *name, const QByteArrayList &files, const QStringList &seen,
+                         const QByteArrayList &arguments = {}, const char *locale = "en_US",
+                         const char *answer = "decline") {
+        QTest::newRow(name) << files << arguments << QString::fromLatin1(locale)
+                            << QString::fromLatin1(answer) << seen;
+    };
+    const auto found = [none](const QByteArray &inUserFolder) {
+        return QByteArrayList {kLibrary, kHints, none, inUserFolder};
     };
     // The data files beside the program are reported even when the disclaimer was accepted
     // long ago, and in German surroundings in English: no translation is loaded yet. Which part of
@@ -195,83 +207,72 @@ void TestStartup::firstWindow_data()
         = QStringLiteral("Sparkwright - Error Message: %1 could not be loaded. The source file is "
                          "either missing or corrupted or was created for a newer version of "
                          "Sparkwright.\n\nSource file: %2");
-    const QString hints = error.arg("Hints", "hints.cdh");
-    const QString library = error.arg("The default CDI profiles", "default.cds");
-    row("hints refused", none, kAccepted, hints, {}, "de_DE", {kLibrary, "garbage"});
-    row("both missing, only the library named", none, kAccepted, library, {}, "de_DE", {none, none});
-    row("version query, hints missing", none, none, hints, {"-v"}, "en_US", {kLibrary, none});
+    const QStringList hints {error.arg("Hints", "hints.cdh")},
+        library {error.arg("The default CDI profiles", "default.cds")};
+    const QStringList disclaimer {"Disclaimer"}, both {"Disclaimer", "Sparkwright"};
+    row("hints refused", {kLibrary, "garbage", none, kAccepted}, hints, {}, "de_DE");
+    row("both missing, only the library named", {none, none, none, kAccepted}, library, {}, "de_DE");
+    row("version query, hints missing", {kLibrary, none, none, none}, hints, {"-v"});
 
-    row("no acceptance file", none, none, "Disclaimer");
-    row("foreign file", none, QByteArray("cdi\0\0\0", 6), "Disclaimer");
-    row("integer 0", none, framed(tInt(0)), "Disclaimer");
-    row("negative integer", none, framed(tInt(-1)), "Disclaimer");
-    row("frame longer than the file", none, QByteArray::fromHex("550900006901000000"), "Disclaimer");
-    row("accepted, more bytes after the frame", none, kAccepted + QByteArray(100, 'x'), "Sparkwright");
-    row("accepted beside the program only", kAccepted, none, "Disclaimer");
-    row("version query", none, none, "", {"-v"});
-    row("-v twice", none, none, "Disclaimer", {"-v", "-v"});
-    row("-vx", none, none, "Disclaimer", {"-vx"});
-    row("-V", none, none, "Disclaimer", {"-V"});
-    row("--v", none, none, "Disclaimer", {"--v"});
-    row("de_AT", none, none, "Haftungsausschluss", {}, "de_AT");
+    row("no acceptance file", found(none), disclaimer);
+    row("foreign file", found(QByteArray("cdi\0\0\0", 6)), disclaimer);
+    row("integer 0", found(framed(tInt(0))), disclaimer);
+    row("negative integer", found(framed(tInt(-1))), disclaimer);
+    row("frame longer than the file", found(QByteArray::fromHex("550900006901000000")), disclaimer);
+    row("accepted, more bytes after the frame", found(kAccepted + QByteArray(100, 'x')), {"Sparkwright"});
+    row("accepted beside the program only", {kLibrary, kHints, kAccepted, none}, disclaimer);
+    row("version query", found(none), {}, {"-v"});
+    row("-v twice", found(none), disclaimer, {"-v", "-v"});
+    row("-vx", found(none), disclaimer, {"-vx"});
+    row("de_AT", found(none), {"Haftungsausschluss"}, {}, "de_AT");
+    row("accepted this once", found(none), both, {}, "en_US", "once");
+    row("accepted for good", found(none), both, {}, "en_US", "for good");
+    row("for good, the user's folder cannot be made", found(none), both, {}, "en_US", "blocked");
 }
 
-void TestStartup::firstWindow()
+void TestStartup::windowsMet()
 {
-    QFETCH(QByteArray, besideProgram);
-    QFETCH(QByteArray, inUserFolder);
+    QFETCH(QByteArrayList, files);
     QFETCH(QByteArrayList, arguments);
     QFETCH(QString, locale);
-    QFETCH(QByteArrayList, dataFiles);
-    QFETCH(QString, shown);
-    QVERIFY(writeFile(path(QStringLiteral("program/default.cds")), dataFiles[0])
-        && writeFile(path(QStringLiteral("program/hints.cdh")), dataFiles[1]));
-    QVERIFY(writeFile(path(QStringLiteral("program/disclaimer.a")), besideProgram)
-        && QDir().mkpath(userFolder()));
-    QVERIFY(writeFile(userFolder() + QLatin1String("/disclaimer.a"), inUserFolder));
+    QFETCH(QString, answer);
+    QFETCH(QStringList, seen);
+    // Blocked: a file where the user folder's parent should be.
+    QVERIFY(answer == QLatin1String("blocked")
+            ? writeFile(path(QStringLiteral("data/sparkwright.example")), "in the way")
+            : QDir().mkpath(userFolder()));
+    const QString places[] {path(QStringLiteral("program/default.cds")),
+        path(QStringLiteral("program/hints.cdh")), path(QStringLiteral("program/disclaimer.a")),
+        userFolder() + QLatin1String("/disclaimer.a")};
+    for (int i = 0; i < 4; ++i)
+        QVERIFY(writeFile(places[i], files[i]));
 
     ScriptedSteps steps;
+    steps.answer = answer == QLatin1String("blocked") ? QStringLiteral("for good") : answer;
     // The version query ends well, an error or a declined disclaimer badly, else the main window's
     // code counts.
-    QCOMPARE(runStartup(steps, arguments, locale), shown.isEmpty() ? 0 : shown == "Sparkwright" ? 7 : 1);
-    QCOMPARE(steps.seen, shown.isEmpty() ? QStringList() : QStringList {shown});
-    // Declining never touches the files.
-    QCOMPARE(readFile(path(QStringLiteral("program/disclaimer.a"))), besideProgram);
+    QCOMPARE(runStartup(steps, arguments, locale), seen.isEmpty() ? 0 : seen.last() == "Sparkwright" ? 7 : 1);
+    QCOMPARE(steps.seen, seen);
+    QCOMPARE(readFile(places[2]), files[2]);
+    QCOMPARE(readFile(places[3]), answer == QLatin1String("for good") ? kAccepted : files[3]);
 }
 
-void TestStartup::disclaimerAnswers_data()
+// The editor and the about box are made when first needed and follow the language chosen after.
+void TestStartup::laterPagesFollowTheLanguage()
 {
-    QTest::addColumn<QString>("answer");
-    QTest::addColumn<QString>("places"); // "free", "read-only foreign file", "no folder" or "neither"
-    QTest::addColumn<QString>("writtenTo"); // "program", "user" or "nowhere"
-
-    const auto row = [](const char *name, const char *answer, const char *places, const char *writtenTo) {
-        QTest::newRow(name) << answer << places << writtenTo;
-    };
-    row("accepted this once", "once", "free", "nowhere");
-    row("accepted for good", "for good", "free", "user");
-    row("for good, the user's folder cannot be made", "for good", "blocked", "nowhere");
-}
-
-// Accepted for good, the acceptance is written into the user's own folder, never beside the
-// program, else nowhere: then the disclaimer is simply shown again at the next start. Where a
-// start finds it shows in firstWindow().
-void TestStartup::disclaimerAnswers()
-{
-    QFETCH(QString, answer);
-    QFETCH(QString, places);
-    QFETCH(QString, writtenTo);
-
-    if (places == QLatin1String("blocked")) // a file where the user folder's parent should be
-        QVERIFY(writeFile(path(QStringLiteral("data/sparkwright.example")), "in the way"));
-
+    QVERIFY(
+        QDir().mkpath(userFolder()) && writeFile(userFolder() + QLatin1String("/disclaimer.a"), kAccepted));
     ScriptedSteps steps;
-    steps.answer = answer;
+    steps.inMainWindow = [&steps](MainWindow &window) {
+        window.showEditor(Profile());
+        window.findChild<QAction *>(QStringLiteral("actionAbout"))->trigger();
+        window.findChild<QMenu *>(QStringLiteral("menuLanguage"))->actions().at(1)->trigger();
+        steps.seen << window.findChild<CHintLabel *>()->text()
+                   << window.findChild<QLabel *>(QStringLiteral("labelNotes"))->text()
+                   << window.findChild<AboutDialog *>()->windowTitle();
+    };
     QCOMPARE(runStartup(steps), 7);
-    QCOMPARE(steps.seen, (QStringList {"Disclaimer", "Sparkwright"}));
-    QVERIFY(!QFile::exists(m_programFolder + QLatin1String("/disclaimer.a")));
-    QCOMPARE(readFile(userFolder() + QLatin1String("/disclaimer.a")),
-        writtenTo == QLatin1String("user") ? kAccepted : QByteArray());
+    QCOMPARE(steps.seen, (QStringList {"Sparkwright", "Zum Ändern klicken", "Eigene Notizen", "Über"}));
 }
 
 // Of copies started together one runs and the other ends at once and silently, while the version
@@ -308,21 +309,18 @@ void TestStartup::terminalAnswers_data()
 {
     QTest::addColumn<QString>("argument");
     QTest::addColumn<bool>("toFullDisk");
-    QTest::addColumn<int>("exitCode");
     QTest::addColumn<QByteArray>("output"); // the start of it
-    QTest::newRow("help") << "--help" << false << 0
+    QTest::newRow("help") << "--help" << false
                           << QByteArray("Usage: sparkwright [-v | --help | --version]\n");
-    QTest::newRow("version") << "--version" << false << 0 << QByteArray("sparkwright 0.95.1\n");
-    QTest::newRow("manifest") << "-v" << false << 0 << kManifest;
-    QTest::newRow("help into a full disk") << "--help" << true << 1 << QByteArray();
-    QTest::newRow("manifest into a full disk") << "-v" << true << 1 << QByteArray();
+    QTest::newRow("version") << "--version" << false << QByteArray("sparkwright 0.95.1\n");
+    QTest::newRow("manifest") << "-v" << false << kManifest;
+    QTest::newRow("manifest into a full disk") << "-v" << true << QByteArray();
 }
 
 void TestStartup::terminalAnswers()
 {
     QFETCH(QString, argument);
     QFETCH(bool, toFullDisk);
-    QFETCH(int, exitCode);
     QFETCH(QByteArray, output);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char *display : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
@@ -334,7 +332,7 @@ void TestStartup::terminalAnswers()
     process.start(kBuildDir + QLatin1String("/sparkwright"), {argument});
     QVERIFY(process.waitForFinished(60000));
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), exitCode);
+    QCOMPARE(process.exitCode(), toFullDisk ? 1 : 0);
     QVERIFY(process.readAllStandardOutput().startsWith(output));
     QCOMPARE(process.readAllStandardError().contains("No space left on device"), toFullDisk);
 }

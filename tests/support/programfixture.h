@@ -1,7 +1,7 @@
 #pragma once
 
 // The whole program as a user meets it after the disclaimer: the data files from the build
-// folder, every page and dialog built and wired the way a normal start does it, the main window
+// folder, the pages and dialogs built and wired the way a normal start does it, the main window
 // shown. Every dialog is answered by ScriptedPrompts, which also notes what the user was shown.
 #include "cstartup.h"
 #include "data/cdataholder.h"
@@ -54,8 +54,8 @@ public:
     QString prompt() const
     {
         const QString text = child<QLabel>("promptLabel")->text();
-        const EditorForm *editor = window().findChild<EditorForm *>();
-        if (editor->isVisible() && !text.isEmpty() && text == editor->statusTip())
+        const EditorForm *editor = window().findChild<EditorForm *>(); // null until first shown
+        if (editor && editor->isVisible() && !text.isEmpty() && text == editor->statusTip())
             return QLatin1String(kEditorPrompt);
         return text;
     }
