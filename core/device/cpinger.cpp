@@ -9,11 +9,6 @@
 
 namespace {
 
-constexpr int kFirmwareOffset = 4;
-constexpr int kFirmwareEnd = 13;
-constexpr int kSerialOffset = 13;
-constexpr int kSerialEnd = 16;
-
 QByteArray pingRequest(quint8 nonce)
 {
     QByteArray frame = DeviceFrame::build(DeviceFrame::Ping);
@@ -22,10 +17,12 @@ QByteArray pingRequest(quint8 nonce)
     return frame;
 }
 
+// Up to nine characters, ended early by a zero byte.
 QString firmwareOf(const QByteArray &frame)
 {
     QByteArray text;
-    for (int i = kFirmwareOffset; i < kFirmwareEnd && i < frame.size() && frame.at(i) != '\0'; ++i)
+    const int end = DeviceFrame::kFirmwareOffset + DeviceFrame::kFirmwareLength;
+    for (int i = DeviceFrame::kFirmwareOffset; i < end && i < frame.size() && frame.at(i) != '\0'; ++i)
         text.append(frame.at(i));
     return QString::fromUtf8(text);
 }
@@ -35,7 +32,8 @@ QString firmwareOf(const QByteArray &frame)
 quint32 serialOf(const QByteArray &frame)
 {
     quint32 serial = 0;
-    for (int i = kSerialOffset; i < kSerialEnd && i < frame.size(); ++i)
+    const int end = DeviceFrame::kSerialOffset + DeviceFrame::kSerialLength;
+    for (int i = DeviceFrame::kSerialOffset; i < end && i < frame.size(); ++i)
         serial = (serial << 8) | quint8(frame.at(i));
     return serial;
 }

@@ -38,10 +38,6 @@ const FaultName kFaultNames[] = {
     {CVirtualCdi::Fault::BadValue, "bad-value"},
 };
 
-constexpr int kFirmwareOffset = 4;
-constexpr int kSerialOffset = 13;
-constexpr quint8 kReimportBit = 0x20;
-
 QString hex(const QByteArray &bytes)
 {
     return QString::fromLatin1(bytes.toHex(' '));
@@ -93,7 +89,7 @@ void CVirtualCdi::setDelays(int slowMs, int tooSlowMs)
 bool CVirtualCdi::reimportAllowed() const
 {
     const int flags = DeviceImage::kFlagsOffset - DeviceImage::kTypeOffset;
-    return quint8(m_image.at(flags)) & kReimportBit;
+    return quint8(m_image.at(flags)) & DeviceFrame::kReimportBit;
 }
 
 QString CVirtualCdi::open()
@@ -179,10 +175,9 @@ void CVirtualCdi::handleFrame(const QByteArray &frame)
         answer[DeviceFrame::kNonceOffset] = frame.at(DeviceFrame::kNonceOffset);
         if (m_fault == Fault::WrongNonce)
             answer[DeviceFrame::kNonceOffset] = char(quint8(frame.at(DeviceFrame::kNonceOffset)) + 1);
-        answer.replace(kFirmwareOffset, m_firmware.size(), m_firmware);
-        answer[kSerialOffset] = char((m_serial >> 16) & 0xFF);
-        answer[kSerialOffset + 1] = char((m_serial >> 8) & 0xFF);
-        answer[kSerialOffset + 2] = char(m_serial & 0xFF);
+        answer.replace(DeviceFrame::kFirmwareOffset, m_firmware.size(), m_firmware);
+        for (int i = 0, shift = 8 * (DeviceFrame::kSerialLength - 1); shift >= 0; ++i, shift -= 8)
+            answer[DeviceFrame::kSerialOffset + i] = char((m_serial >> shift) & 0xFF);
         DeviceFrame::sealChecksum(answer);
         send(answer, QStringLiteral("ping, nonce %1").arg(quint8(frame.at(DeviceFrame::kNonceOffset))));
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "device/deviceframe.h"
 #include "profile/profile.h"
 
 #include <QByteArray>
@@ -45,7 +46,7 @@ public:
     // The path a serial port opens, such as /dev/pts/4.
     QString portName() const { return m_portName; }
 
-    void setFirmware(const QByteArray &firmware) { m_firmware = firmware.left(9); }
+    void setFirmware(const QByteArray &firmware) { m_firmware = firmware.left(DeviceFrame::kFirmwareLength); }
     void setSerialNumber(quint32 serial) { m_serial = serial & 0xFFFFFF; }
     void setProfile(const Profile &profile, bool allowReimport = true);
     void setFault(Fault fault) { m_fault = fault; }

@@ -15,6 +15,17 @@ constexpr int kCommandOffset = 48;
 constexpr int kScramblingOffset = 49;
 constexpr int kChecksumOffset = 50;
 
+// A ping's answer: the header, the nonce echoed, the firmware in up to nine characters padded
+// with zeros, the serial number in three bytes (most significant first), zeros, the checksum.
+constexpr int kFirmwareOffset = 4;
+constexpr int kFirmwareLength = 9;
+constexpr int kSerialOffset = 13;
+constexpr int kSerialLength = 3;
+
+// Set in a profile's flag byte (DeviceImage::kFlagsOffset): the CDI answers a read request with
+// the profile, else it stays silent.
+constexpr quint8 kReimportBit = 0x20;
+
 enum Command : quint8
 {
     Program = 0,
