@@ -2,8 +2,8 @@
 
 #include "data/cdataholder.h"
 #include "data/cfilemanifest.h"
+#include "device/cdeviceflow.h"
 #include "device/serialports.h"
-#include "devicepages/cdeviceflow.h"
 #include "devicepages/devicesform.h"
 #include "devicepages/waitform.h"
 #include "devicepages/writeconfirmationdialog.h"
@@ -68,9 +68,19 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     m_devicesForm = new DevicesForm(*m_portLister);
     m_ui->contentLayout->addWidget(m_waitForm);
     m_ui->contentLayout->addWidget(m_devicesForm);
-    m_device = std::make_unique<CDeviceFlow>(data.library(), *m_portLister, *m_waitForm, *m_devicesForm);
+    m_device = std::make_unique<CDeviceFlow>(data.library(), *m_portLister);
     m_writeConfirmation = new WriteConfirmationDialog(this);
-    connect(m_device.get(), &CDeviceFlow::progressShown, this, &MainWindow::showProgress);
+    // The flow tells the pages what to show; the pages tell the flow what the user did.
+    connect(m_device.get(), &CDeviceFlow::exchangeStarted, m_waitForm, &WaitForm::showActivity);
+    connect(m_device.get(), &CDeviceFlow::waiting, m_waitForm, &WaitForm::showWaiting);
+    connect(m_device.get(), &CDeviceFlow::finished, m_waitForm, &WaitForm::showResult);
+    connect(m_device.get(), &CDeviceFlow::copyNotKept, m_waitForm, &WaitForm::showCopyNotKept);
+    connect(m_device.get(), &CDeviceFlow::refused, m_waitForm, &WaitForm::showRefusal);
+    connect(m_waitForm, &WaitForm::backRequested, m_device.get(), &CDeviceFlow::back);
+    connect(m_waitForm, &WaitForm::nextRequested, m_device.get(), &CDeviceFlow::next);
+    connect(m_devicesForm, &DevicesForm::backRequested, m_device.get(), &CDeviceFlow::leavePortSelection);
+    connect(m_devicesForm, &DevicesForm::portChosen, m_device.get(), &CDeviceFlow::portChosen);
+    connect(m_device.get(), &CDeviceFlow::exchangeStarted, this, &MainWindow::showProgress);
     connect(m_device.get(), &CDeviceFlow::portSelectionShown, this, &MainWindow::showPortSelection);
     connect(m_device.get(), &CDeviceFlow::leaveRequested, this, &MainWindow::leaveDevicePages);
     connect(m_device.get(), &CDeviceFlow::importedProfileReady, this, &MainWindow::openImportedProfile);

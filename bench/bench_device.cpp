@@ -4,7 +4,6 @@
 #include "device/ccalibrator.h"
 #include "device/cpinger.h"
 #include "device/cvirtualcdi.h"
-#include "device/cwaitrecord.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -31,12 +30,15 @@ Profile sampleProfile()
 // One whole exchange with the program's own pacing, from opening the port to the result.
 template<typename Make> void exchange(CBridgeComm &bridge, const QString &port, Make make)
 {
-    CWaitRecord record;
+    ExchangeResult result;
     QEventLoop loop;
     const QMetaObject::Connection done
-        = QObject::connect(&bridge, &CBridgeComm::finished, &loop, &QEventLoop::quit);
-    if (!bridge.runTransaction(make(), port, record).accepted() || (loop.exec(), !record.success)) {
-        std::fprintf(stderr, "exchange failed: %s\n", qPrintable(record.resultText));
+        = QObject::connect(&bridge, &CBridgeComm::finished, &loop, [&](const ExchangeResult &ended) {
+              result = ended;
+              loop.quit();
+          });
+    if (!bridge.runTransaction(make(), port) || (loop.exec(), !result.succeeded())) {
+        std::fprintf(stderr, "exchange failed: kind %d\n", int(result.kind));
         std::exit(1);
     }
     QObject::disconnect(done);

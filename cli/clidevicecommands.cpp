@@ -1,4 +1,4 @@
-// The device verbs of sparkwright-cli: the same transactions, bridge and texts as the program.
+// The device verbs of sparkwright-cli: the same transactions, bridge and wording as the program.
 #include "clicommands.h"
 
 #include "data/datafiles.h"
@@ -7,8 +7,7 @@
 #include "device/cimporter.h"
 #include "device/cpinger.h"
 #include "device/cvirtualcdi.h"
-#include "device/cwaitrecord.h"
-#include "device/iimportreceiver.h"
+#include "device/exchangewording.h"
 #include "device/serialports.h"
 #include "profile/defaultlibrary.h"
 #include "profile/profilefile.h"
@@ -27,13 +26,6 @@
 #include <unistd.h>
 
 namespace {
-
-class CProfileKeeper : public IImportReceiver
-{
-public:
-    void acceptImportedProfile(const Profile &profile) override { imported = profile; }
-    std::optional<Profile> imported;
-};
 
 // SIGINT and SIGTERM end the event loop through a pipe, the one thing a handler may safely do.
 int g_signalPipe[2] = {-1, -1};
@@ -113,21 +105,21 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
 
     std::unique_ptr<CCommunicator> transaction;
     tl::expected<DefaultLibrary, FileError> library;
-    CProfileKeeper keeper;
     if (verb == QLatin1String("ping")) {
         transaction = std::make_unique<CPinger>(*QRandomGenerator::global());
     } else if (verb == QLatin1String("import")) {
         library = loadInstalledLibrary();
         if (!library)
             return fileError(QLatin1String(kLibraryFileName), library.error());
-        transaction = std::make_unique<CImporter>(*library, keeper);
+        transaction
+            = std::make_unique<CImporter>(std::make_shared<const DefaultLibrary>(std::move(*library)));
     } else {
         Profile profile;
         if (!readProfile(positional.at(0), profile))
             return kFileError;
-        const QString refusal = CCalibrator::refusal(profile);
-        if (!refusal.isEmpty()) {
-            m_err << positional.at(0) << ": " << refusal << "\n";
+        if (!CCalibrator::isProgrammable(profile)) {
+            m_err << positional.at(0) << ": " << refusalWords({DeviceRefusal::Kind::InvalidMap, {}, {}, {}})
+                  << "\n";
             m_err.flush();
             return kUsageError;
         }
@@ -147,27 +139,31 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
     }
 
     CBridgeComm bridge;
-    CWaitRecord record;
+    ExchangeResult result;
     QEventLoop loop;
-    QObject::connect(&bridge, &CBridgeComm::finished, &loop, &QEventLoop::quit);
-    const CBridgeComm::Start start = bridge.runTransaction(std::move(transaction), port, record);
-    if (!start.accepted()) {
-        m_err << "sparkwright-cli: " << start.reason << "\n";
+    QObject::connect(&bridge, &CBridgeComm::finished, &loop, [&](const ExchangeResult &ended) {
+        result = ended;
+        loop.quit();
+    });
+    const tl::expected<void, DeviceRefusal> started = bridge.runTransaction(std::move(transaction), port);
+    if (!started) {
+        m_err << "sparkwright-cli: " << refusalWords(started.error()) << "\n";
         m_err.flush();
         return kUsageError;
     }
     loop.exec();
 
-    if (!record.resultTitle.isEmpty())
-        m_out << withoutMarkup(record.resultTitle) << "\n";
-    m_out << withoutMarkup(record.resultText) << "\n";
+    const ExchangeWords words = resultWords(result);
+    if (!words.title.isEmpty())
+        m_out << withoutMarkup(words.title) << "\n";
+    m_out << withoutMarkup(words.text) << "\n";
     m_out.flush();
-    if (!record.success)
+    if (!result.succeeded())
         return kFileError;
-    if (keeper.imported) {
+    if (result.exchange == DeviceExchange::Import && result.profile) {
         // As the editor takes it over: the user's own profile from now on.
-        keeper.imported->setKind(ProfileKind::Custom);
-        return writeOutput(positional.at(0), profileFileBytes(*keeper.imported));
+        result.profile->setKind(ProfileKind::Custom);
+        return writeOutput(positional.at(0), profileFileBytes(*result.profile));
     }
     return kOk;
 }

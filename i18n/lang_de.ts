@@ -40,21 +40,6 @@
     </message>
 </context>
 <context>
-    <name>CDeviceFlow</name>
-    <message>
-        <source>Program CDI</source>
-        <translation>CDI programmieren</translation>
-    </message>
-    <message>
-        <source>OK</source>
-        <translation>OK</translation>
-    </message>
-    <message>
-        <source>Connection to the CDI</source>
-        <translation>Verbindung zur CDI</translation>
-    </message>
-</context>
-<context>
     <name>CFileError</name>
     <message>
         <source>Source file</source>
@@ -410,6 +395,109 @@
     <message>
         <source>&amp;Close</source>
         <translation>&amp;Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>ExchangeWording</name>
+    <message>
+        <source>Cannot open %1: %2</source>
+        <translation>%1 kann nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>Your user account needs to be a member of the group &quot;dialout&quot; to use serial ports (for example: sudo usermod -aG dialout $USER). Log out and in again afterwards.</source>
+        <translation>Für den Zugriff auf serielle Schnittstellen muss Ihr Benutzerkonto Mitglied der Gruppe „dialout“ sein (zum Beispiel: sudo usermod -aG dialout $USER). Melden Sie sich danach ab und wieder an.</translation>
+    </message>
+    <message>
+        <source>The ignition map of this profile is not valid. Correct it before programming the CDI.</source>
+        <translation>Die Zündkurve dieses Profils ist ungültig. Korrigieren Sie sie, bevor Sie die CDI programmieren.</translation>
+    </message>
+    <message>
+        <source>Programming</source>
+        <translation>Programmierung</translation>
+    </message>
+    <message>
+        <source>Sending profile data to the CDI</source>
+        <translation>Profildaten werden an die CDI gesendet</translation>
+    </message>
+    <message>
+        <source>Your CDI is now programmed with the profile &lt;b&gt;%&lt;/b&gt;.</source>
+        <translation>Ihre CDI ist jetzt mit dem Profil &lt;b&gt;%&lt;/b&gt; programmiert.</translation>
+    </message>
+    <message>
+        <source>Programming successful</source>
+        <translation>Programmierung erfolgreich</translation>
+    </message>
+    <message>
+        <source>Programming failed</source>
+        <translation>Programmierung fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>An error occurred during data transmission. The CDI may be programmed improperly and should not be used in its current state.</source>
+        <translation>Bei der Datenübertragung ist ein Fehler aufgetreten. Die CDI ist möglicherweise fehlerhaft programmiert und sollte in diesem Zustand nicht verwendet werden.</translation>
+    </message>
+    <message>
+        <source>Waiting for response</source>
+        <translation>Warte auf Antwort</translation>
+    </message>
+    <message>
+        <source>CDI sent an invalid response</source>
+        <translation>Die CDI hat eine ungültige Antwort gesendet</translation>
+    </message>
+    <message>
+        <source>CDI did not respond</source>
+        <translation>Die CDI hat nicht geantwortet</translation>
+    </message>
+    <message>
+        <source>Importing</source>
+        <translation>Import</translation>
+    </message>
+    <message>
+        <source>Requesting data from CDI</source>
+        <translation>Daten werden von der CDI angefordert</translation>
+    </message>
+    <message>
+        <source>Import failed</source>
+        <translation>Import fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Imported profile data corresponds to an invalid or unknown motorbike type</source>
+        <translation>Die importierten Profildaten gehören zu einem ungültigen oder unbekannten Motorradtyp</translation>
+    </message>
+    <message>
+        <source>Received invalid profile data </source>
+        <translation>Ungültige Profildaten empfangen </translation>
+    </message>
+    <message>
+        <source>Import OK</source>
+        <translation>Import erfolgreich</translation>
+    </message>
+    <message>
+        <source>Imported profile data will be sent to editor shortly.</source>
+        <translation>Die importierten Profildaten werden gleich an den Editor übergeben.</translation>
+    </message>
+    <message>
+        <source>Testing</source>
+        <translation>Verbindungstest</translation>
+    </message>
+    <message>
+        <source>Sending ping to CDI</source>
+        <translation>Ping wird an die CDI gesendet</translation>
+    </message>
+    <message>
+        <source>Test failed</source>
+        <translation>Test fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Your CDI responded but an error occurred during data transmission.</source>
+        <translation>Ihre CDI hat geantwortet, aber bei der Datenübertragung ist ein Fehler aufgetreten.</translation>
+    </message>
+    <message>
+        <source>Your CDI responded as expected. Firmware %1 and serial number %2 were reported.</source>
+        <translation>Ihre CDI hat wie erwartet geantwortet. Gemeldet wurden die Firmware %1 und die Seriennummer %2.</translation>
+    </message>
+    <message>
+        <source>Test successful</source>
+        <translation>Test erfolgreich</translation>
     </message>
 </context>
 <context>
@@ -861,110 +949,6 @@
 <context>
     <name>QWidget</name>
     <message>
-        <source>Cannot open %1: %2</source>
-        <translation>%1 kann nicht geöffnet werden: %2</translation>
-    </message>
-    <message>
-        <source>Your user account needs to be a member of the group &quot;dialout&quot; to use serial ports (for example: sudo usermod -aG dialout $USER). Log out and in again afterwards.</source>
-        <translation>Für den Zugriff auf serielle Schnittstellen muss Ihr Benutzerkonto Mitglied der Gruppe „dialout“ sein (zum Beispiel: sudo usermod -aG dialout $USER). Melden Sie sich danach ab und wieder an.</translation>
-    </message>
-    <message>
-        <source>The ignition map of this profile is not valid. Correct it before programming the CDI.</source>
-        <translation>Die Zündkurve dieses Profils ist ungültig. Korrigieren Sie sie, bevor Sie die CDI programmieren.</translation>
-    </message>
-    <message>
-        <source>Programming</source>
-        <translation>Programmierung</translation>
-    </message>
-    <message>
-        <source>Sending profile data to the CDI</source>
-        <translation>Profildaten werden an die CDI gesendet</translation>
-    </message>
-    <message>
-        <source>Your CDI is now programmed with the profile &lt;b&gt;%&lt;/b&gt;.</source>
-        <translation>Ihre CDI ist jetzt mit dem Profil &lt;b&gt;%&lt;/b&gt; programmiert.</translation>
-    </message>
-    <message>
-        <source>Programming successful</source>
-        <translation>Programmierung erfolgreich</translation>
-    </message>
-    <message>
-        <source>Programming failed</source>
-        <translation>Programmierung fehlgeschlagen</translation>
-    </message>
-    <message>
-        <source>An error occurred during data transmission. The CDI may be programmed improperly and should not be used in its current state.</source>
-        <translation>Bei der Datenübertragung ist ein Fehler aufgetreten. Die CDI ist möglicherweise fehlerhaft programmiert und sollte in diesem Zustand nicht verwendet werden.</translation>
-    </message>
-    <message>
-        <source>Waiting for response</source>
-        <translation>Warte auf Antwort</translation>
-    </message>
-    <message>
-        <source>CDI sent an invalid response</source>
-        <translation>Die CDI hat eine ungültige Antwort gesendet</translation>
-    </message>
-    <message>
-        <source>CDI did not respond</source>
-        <translation>Die CDI hat nicht geantwortet</translation>
-    </message>
-    <message>
-        <source>Importing</source>
-        <translation>Import</translation>
-    </message>
-    <message>
-        <source>Requesting data from CDI</source>
-        <translation>Daten werden von der CDI angefordert</translation>
-    </message>
-    <message>
-        <source>Import failed</source>
-        <translation>Import fehlgeschlagen</translation>
-    </message>
-    <message>
-        <source>Received an invalid response buffer</source>
-        <translation>Ungültiger Antwortpuffer empfangen</translation>
-    </message>
-    <message>
-        <source>Imported profile data corresponds to an invalid or unknown motorbike type</source>
-        <translation>Die importierten Profildaten gehören zu einem ungültigen oder unbekannten Motorradtyp</translation>
-    </message>
-    <message>
-        <source>Received invalid profile data </source>
-        <translation>Ungültige Profildaten empfangen </translation>
-    </message>
-    <message>
-        <source>Import OK</source>
-        <translation>Import erfolgreich</translation>
-    </message>
-    <message>
-        <source>Imported profile data will be sent to editor shortly.</source>
-        <translation>Die importierten Profildaten werden gleich an den Editor übergeben.</translation>
-    </message>
-    <message>
-        <source>Testing</source>
-        <translation>Verbindungstest</translation>
-    </message>
-    <message>
-        <source>Sending ping to CDI</source>
-        <translation>Ping wird an die CDI gesendet</translation>
-    </message>
-    <message>
-        <source>Test failed</source>
-        <translation>Test fehlgeschlagen</translation>
-    </message>
-    <message>
-        <source>Your CDI responded but an error occurred during data transmission.</source>
-        <translation>Ihre CDI hat geantwortet, aber bei der Datenübertragung ist ein Fehler aufgetreten.</translation>
-    </message>
-    <message>
-        <source>Your CDI responded as expected. Firmware %1 and serial number %2 were reported.</source>
-        <translation>Ihre CDI hat wie erwartet geantwortet. Gemeldet wurden die Firmware %1 und die Seriennummer %2.</translation>
-    </message>
-    <message>
-        <source>Test successful</source>
-        <translation>Test erfolgreich</translation>
-    </message>
-    <message>
         <source>Virtual CDI</source>
         <translation>Virtuelle CDI</translation>
     </message>
@@ -1111,6 +1095,22 @@
     <message>
         <source>Result of the exchange with the CDI</source>
         <translation>Ergebnis des Datenaustauschs mit der CDI</translation>
+    </message>
+    <message>
+        <source>Program CDI</source>
+        <translation>CDI programmieren</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Connection to the CDI</source>
+        <translation>Verbindung zur CDI</translation>
+    </message>
+    <message>
+        <source>A copy of this profile could not be kept among the programmed profiles: %1</source>
+        <translation>Eine Kopie dieses Profils konnte nicht bei den programmierten Profilen abgelegt werden: %1</translation>
     </message>
 </context>
 <context>

@@ -1,38 +1,11 @@
 #include "device/cbridgecomm.h"
 
 #include "device/devicelog.h"
-#include "device/iwaitform.h"
-
-#include <QCoreApplication>
 
 namespace {
 
 // The budget is counted in the device's own 700 ms steps (see BridgePacing).
 constexpr int kNominalTickMs = 700;
-
-QString openFailure(const QString &portName, const QSerialPort &port)
-{
-    QString reason
-        = QCoreApplication::translate("QWidget", "Cannot open %1: %2").arg(portName, port.errorString());
-#ifdef Q_OS_LINUX
-    if (port.error() == QSerialPort::PermissionError) {
-        reason += QLatin1Char('\n')
-            + QCoreApplication::translate("QWidget",
-                "Your user account needs to be a member of the group \"dialout\" to use serial ports "
-                "(for example: sudo usermod -aG dialout $USER). Log out and in again afterwards.");
-    }
-#endif
-    return reason;
-}
-
-// Takes the reports of an exchange whose wait form went away.
-class CNoWaitForm : public IWaitForm
-{
-public:
-    void showActivity(const QString &, const QString &) override { }
-    void showStatus(const QString &) override { }
-    void showResult(const QString &, const QString &, bool) override { }
-};
 
 } // namespace
 
@@ -51,11 +24,11 @@ CBridgeComm::CBridgeComm(QObject *parent)
 
 CBridgeComm::~CBridgeComm() = default;
 
-CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> transaction,
-    const QString &portName, IWaitForm &wait, const BridgePacing &pacing)
+tl::expected<void, DeviceRefusal> CBridgeComm::runTransaction(
+    std::unique_ptr<CCommunicator> transaction, const QString &portName, const BridgePacing &pacing)
 {
     if (isBusy())
-        return {Refusal::Busy, {}};
+        return tl::make_unexpected(DeviceRefusal {DeviceRefusal::Kind::Busy, {}, {}, QSerialPort::NoError});
 
     auto port = std::make_unique<QSerialPort>(portName);
     port->setBaudRate(QSerialPort::Baud9600);
@@ -65,16 +38,14 @@ CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> tr
     port->setFlowControl(QSerialPort::NoFlowControl);
     if (!port->open(QIODevice::ReadWrite)) {
         qCDebug(lcDevice) << "cannot open" << portName << port->errorString();
-        return {Refusal::CannotOpen, openFailure(portName, *port)};
+        return tl::make_unexpected(
+            DeviceRefusal {DeviceRefusal::Kind::CannotOpen, portName, port->errorString(), port->error()});
     }
 
     port->setParent(this);
     m_port = port.release();
     m_portName = portName;
     m_transaction = std::move(transaction);
-    m_wait = &wait;
-    m_waitObject = dynamic_cast<QObject *>(&wait);
-    m_waitIsObject = !m_waitObject.isNull();
     m_pacing = pacing;
     m_budgetMs = m_transaction->timeoutMs();
     m_received.clear();
@@ -86,15 +57,8 @@ CBridgeComm::Start CBridgeComm::runTransaction(std::unique_ptr<CCommunicator> tr
     connect(m_port, &QSerialPort::errorOccurred, this, &CBridgeComm::onPortError);
     qCDebug(lcDevice) << "opened" << portName;
 
-    m_transaction->start(this->wait());
     m_tick.start(m_pacing.tickMs);
     return {};
-}
-
-IWaitForm &CBridgeComm::wait()
-{
-    static CNoWaitForm nowhere;
-    return m_wait && (!m_waitIsObject || m_waitObject) ? *m_wait : nowhere;
 }
 
 void CBridgeComm::onTimerTick()
@@ -110,9 +74,9 @@ void CBridgeComm::onTimerTick()
         send();
         return;
     case State::Sent:
-        m_transaction->showWaiting(wait());
         m_state = State::Waiting;
         m_tick.start(m_pacing.tickMs);
+        emit waiting();
         return;
     case State::Waiting:
     case State::Collecting:
@@ -146,7 +110,7 @@ void CBridgeComm::send()
     m_received.clear();
     const QByteArray request = m_transaction->requestBytes();
     qCDebug(lcDevice) << "sent" << request.toHex(' ');
-    m_port->write(request);
+    (void)m_port->write(request);
     m_state = State::Sent;
     m_tick.start(m_pacing.tickMs);
 }
@@ -178,12 +142,16 @@ void CBridgeComm::onPortError(QSerialPort::SerialPortError error)
     // on the next turn of the event loop rather than inside the port's signal, so that whoever
     // hears finished may do anything with the bridge.
     if (error == QSerialPort::ReadError || error == QSerialPort::ResourceError
-        || error == QSerialPort::WriteError) {
-        m_broken = true;
-        m_port->close();
-        m_quiet.stop();
-        m_tick.start(0);
-    }
+        || error == QSerialPort::WriteError)
+        breakOff();
+}
+
+void CBridgeComm::breakOff()
+{
+    m_broken = true;
+    m_port->close();
+    m_quiet.stop();
+    m_tick.start(0);
 }
 
 void CBridgeComm::end(bool broken)
@@ -207,15 +175,7 @@ void CBridgeComm::end(bool broken)
         m_port = nullptr;
     }
     const std::unique_ptr<CCommunicator> transaction = std::move(m_transaction);
-    IWaitForm &wait = this->wait();
-    m_wait = nullptr;
-    m_waitObject = nullptr;
-    bool success = false;
-    if (broken) {
-        transaction->fail(wait);
-    } else {
+    if (!broken)
         qCDebug(lcDevice) << "exchange ended with" << m_received.size() << "bytes";
-        success = transaction->conclude(m_received, wait);
-    }
-    emit finished(success);
+    emit finished(broken ? transaction->brokenOff() : transaction->conclude(m_received));
 }

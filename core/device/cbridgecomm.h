@@ -11,10 +11,10 @@
 
 #include <memory>
 
-class IWaitForm;
+#include <tl/expected.hpp>
 
-// The pace of an exchange. The request leaves at the first tick and "Waiting for response"
-// shows at the second; after that the transaction's budget is spent at 700 ms a tick whatever
+// The pace of an exchange. The request leaves at the first tick and waiting() comes at the
+// second; after that the transaction's budget is spent at 700 ms a tick whatever
 // the real tick, so a test may shorten the tick and keep the same sequence. The latest end is
 // about 3.5 s after the start.
 struct BridgePacing
@@ -35,19 +35,6 @@ class CBridgeComm : public QObject
 {
     Q_OBJECT
 public:
-    enum class Refusal
-    {
-        None,
-        Busy,
-        CannotOpen
-    };
-    struct Start
-    {
-        Refusal refusal = Refusal::None;
-        // For CannotOpen: the port, the port's own error text and, where it helps, what to do.
-        QString reason;
-        bool accepted() const { return refusal == Refusal::None; }
-    };
     enum class State
     {
         Idle,
@@ -60,36 +47,34 @@ public:
     explicit CBridgeComm(QObject *parent = nullptr);
     ~CBridgeComm() override;
 
-    // Takes the transaction only when the exchange starts; a refused one is deleted here, since
-    // the caller has nothing left to do with it. A wait form that is a QObject may go away during
-    // the exchange, which then reports nowhere; any other must outlive the exchange.
-    Start runTransaction(std::unique_ptr<CCommunicator> transaction, const QString &portName, IWaitForm &wait,
-        const BridgePacing &pacing = BridgePacing());
+    // Takes the transaction only when the exchange starts; a refused one (busy, or the port cannot
+    // be opened) is deleted here, since the caller has nothing left to do with it.
+    tl::expected<void, DeviceRefusal> runTransaction(std::unique_ptr<CCommunicator> transaction,
+        const QString &portName, const BridgePacing &pacing = BridgePacing());
     bool isBusy() const { return m_state != State::Idle; }
 
     static constexpr int kReceiveCapacity = 200;
 
 signals:
+    // The request has gone out and the answer is due.
+    void waiting();
     // Never from within one of the port's signals: the bridge may be deleted in answer to it.
-    void finished(bool success);
+    void finished(const ExchangeResult &result);
 
 private:
     void onTimerTick();
     void onDataAvailable();
     void onPortError(QSerialPort::SerialPortError error);
     void send();
+    // The port failed: the exchange ends at the next tick.
+    void breakOff();
     void end(bool broken);
-    IWaitForm &wait();
 
     std::unique_ptr<CCommunicator> m_transaction;
     // The open port. Ports are children of the bridge, so none outlives it; a closed one goes with
     // deleteLater(), after whatever it still has on its way.
     QPointer<QSerialPort> m_port;
     QString m_portName;
-    IWaitForm *m_wait = nullptr;
-    // Set when the wait form is a QObject, so that its going away shows.
-    QPointer<QObject> m_waitObject;
-    bool m_waitIsObject = false;
     QByteArray m_received;
     BridgePacing m_pacing;
     int m_budgetMs = 0;

@@ -1,36 +1,24 @@
 #include "device/ccommunicator.h"
 
 #include "device/deviceframe.h"
-#include "device/iwaitform.h"
 
-#include <QCoreApplication>
-
-// The texts of all transactions are translated in the context "QWidget".
-
-void CCommunicator::showWaiting(IWaitForm &wait)
+ExchangeResult CCommunicator::conclude(const QByteArray &received) const
 {
-    wait.showStatus(QCoreApplication::translate("QWidget", "Waiting for response"));
+    if (received.isEmpty())
+        return result(ExchangeResult::Kind::NoResponse);
+    if (received.size() != m_expectedLength)
+        return result(ExchangeResult::Kind::WrongLength);
+    if (!DeviceFrame::hasHeader(received))
+        return result(ExchangeResult::Kind::BadHeader);
+    if (quint8(received.back()) != DeviceFrame::checksum(received))
+        return result(ExchangeResult::Kind::BadChecksum);
+    return handleResponse(received);
 }
 
-bool CCommunicator::conclude(const QByteArray &received, IWaitForm &wait)
+ExchangeResult CCommunicator::result(ExchangeResult::Kind kind) const
 {
-    if (received.isEmpty()) {
-        reportNoResponse(wait);
-        return false;
-    }
-    if (!DeviceFrame::isValidResponse(received, m_expectedLength)) {
-        fail(wait);
-        return false;
-    }
-    return handleResponse(received, wait);
-}
-
-void CCommunicator::fail(IWaitForm &wait)
-{
-    wait.showResult(QString(), QCoreApplication::translate("QWidget", "CDI sent an invalid response"), false);
-}
-
-void CCommunicator::reportNoResponse(IWaitForm &wait)
-{
-    wait.showResult(QString(), QCoreApplication::translate("QWidget", "CDI did not respond"), false);
+    ExchangeResult made;
+    made.exchange = m_exchange;
+    made.kind = kind;
+    return made;
 }

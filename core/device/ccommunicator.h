@@ -1,40 +1,39 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "device/exchangeresult.h"
 
-class IWaitForm;
+#include <QByteArray>
 
 // One request/response exchange with the CDI. The bridge writes requestBytes(), collects the
 // answer and hands it to conclude(), which decides the outcome from the bytes alone.
 class CCommunicator
 {
 public:
-    CCommunicator(int timeoutMs, int expectedLength)
-        : m_timeoutMs(timeoutMs)
+    CCommunicator(DeviceExchange exchange, int expectedLength, int timeoutMs = 1000)
+        : m_exchange(exchange)
         , m_expectedLength(expectedLength)
+        , m_timeoutMs(timeoutMs)
     { }
     virtual ~CCommunicator() = default;
 
-    int timeoutMs() const { return m_timeoutMs; }
+    DeviceExchange exchange() const { return m_exchange; }
     int expectedLength() const { return m_expectedLength; }
+    int timeoutMs() const { return m_timeoutMs; }
 
-    virtual void start(IWaitForm &wait) = 0;
     virtual QByteArray requestBytes() const = 0;
 
-    void showWaiting(IWaitForm &wait);
-    // Everything that arrived, checked and reported; true when the exchange succeeded.
-    bool conclude(const QByteArray &received, IWaitForm &wait);
-    // The exchange broke off (the bridge was pulled out): reported as a failed answer.
-    virtual void fail(IWaitForm &wait);
+    // Everything that arrived, judged.
+    ExchangeResult conclude(const QByteArray &received) const;
+    // The exchange broke off: the bridge was pulled out or took no request.
+    ExchangeResult brokenOff() const { return result(ExchangeResult::Kind::PortLost); }
 
 protected:
     // Receives an answer that passed the length, header and checksum test.
-    virtual bool handleResponse(const QByteArray &frame, IWaitForm &wait) = 0;
-    // Nothing at all arrived.
-    virtual void reportNoResponse(IWaitForm &wait);
+    virtual ExchangeResult handleResponse(const QByteArray &frame) const = 0;
+    ExchangeResult result(ExchangeResult::Kind kind) const;
 
 private:
-    const int m_timeoutMs;
+    const DeviceExchange m_exchange;
     const int m_expectedLength;
+    const int m_timeoutMs;
 };

@@ -2,24 +2,23 @@
 
 #include "device/ccommunicator.h"
 
+#include <memory>
+
 class DefaultLibrary;
-class IImportReceiver;
 
 // Reads back the profile the CDI holds; the template of its motorbike type supplies everything
 // the device image does not carry.
 class CImporter : public CCommunicator
 {
 public:
-    CImporter(const DefaultLibrary &library, IImportReceiver &receiver);
+    explicit CImporter(std::shared_ptr<const DefaultLibrary> library);
 
-    void start(IWaitForm &wait) override;
     QByteArray requestBytes() const override { return m_request; }
 
 protected:
-    bool handleResponse(const QByteArray &frame, IWaitForm &wait) override;
+    ExchangeResult handleResponse(const QByteArray &frame) const override;
 
 private:
     const QByteArray m_request;
-    const DefaultLibrary &m_library;
-    IImportReceiver &m_receiver;
+    const std::shared_ptr<const DefaultLibrary> m_library;
 };

@@ -1,10 +1,7 @@
 #include "device/cpinger.h"
 
 #include "device/deviceframe.h"
-#include "device/iwaitform.h"
-#include "render/bracemarkup.h"
 
-#include <QCoreApplication>
 #include <QRandomGenerator>
 
 namespace {
@@ -38,11 +35,6 @@ quint32 serialOf(const QByteArray &frame)
     return serial;
 }
 
-QString highlighted(const QString &value)
-{
-    return withBraceMarkup(QLatin1Char('{') + value.toHtmlEscaped() + QLatin1Char('}'));
-}
-
 } // namespace
 
 CPinger::CPinger(QRandomGenerator &random)
@@ -50,29 +42,16 @@ CPinger::CPinger(QRandomGenerator &random)
 { }
 
 CPinger::CPinger(quint8 nonce)
-    : CCommunicator(1000, DeviceFrame::kPingResponseLength)
+    : CCommunicator(DeviceExchange::Ping, DeviceFrame::kPingResponseLength)
     , m_request(pingRequest(nonce))
 { }
 
-void CPinger::start(IWaitForm &wait)
+ExchangeResult CPinger::handleResponse(const QByteArray &frame) const
 {
-    wait.showActivity(QCoreApplication::translate("QWidget", "Testing"),
-        QCoreApplication::translate("QWidget", "Sending ping to CDI"));
-}
-
-bool CPinger::handleResponse(const QByteArray &frame, IWaitForm &wait)
-{
-    if (frame.at(DeviceFrame::kNonceOffset) != m_request.at(DeviceFrame::kNonceOffset)) {
-        wait.showResult(QCoreApplication::translate("QWidget", "Test failed"),
-            QCoreApplication::translate(
-                "QWidget", "Your CDI responded but an error occurred during data transmission."),
-            false);
-        return false;
-    }
-    const QString text
-        = QCoreApplication::translate(
-            "QWidget", "Your CDI responded as expected. Firmware %1 and serial number %2 were reported.")
-              .arg(highlighted(firmwareOf(frame)), highlighted(QString::number(serialOf(frame))));
-    wait.showResult(QCoreApplication::translate("QWidget", "Test successful"), text, true);
-    return true;
+    if (frame.at(DeviceFrame::kNonceOffset) != m_request.at(DeviceFrame::kNonceOffset))
+        return result(ExchangeResult::Kind::WrongNonce);
+    ExchangeResult answered = result(ExchangeResult::Kind::Succeeded);
+    answered.firmware = firmwareOf(frame);
+    answered.serialNumber = serialOf(frame);
+    return answered;
 }

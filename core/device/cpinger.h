@@ -11,11 +11,10 @@ public:
     explicit CPinger(QRandomGenerator &random);
     explicit CPinger(quint8 nonce);
 
-    void start(IWaitForm &wait) override;
     QByteArray requestBytes() const override { return m_request; }
 
 protected:
-    bool handleResponse(const QByteArray &frame, IWaitForm &wait) override;
+    ExchangeResult handleResponse(const QByteArray &frame) const override;
 
 private:
     const QByteArray m_request;

@@ -60,12 +60,6 @@ QByteArray build(Command command)
     return frame;
 }
 
-bool isValidResponse(const QByteArray &frame, int expectedLength)
-{
-    return frame.size() == expectedLength && frame.size() > 2 && hasHeader(frame)
-        && quint8(frame.back()) == checksum(frame);
-}
-
 quint8 scramblingValue(quint32 random)
 {
     const quint8 low = quint8(random & 0xFF);

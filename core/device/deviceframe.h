@@ -40,9 +40,6 @@ void sealChecksum(QByteArray &frame);
 bool hasHeader(const QByteArray &frame);
 // A fresh 51-byte frame: header, zero payload, the command and its checksum.
 QByteArray build(Command command);
-// The test every answer passes before a transaction sees it: the expected length (more than
-// two bytes), the header and the checksum.
-bool isValidResponse(const QByteArray &frame, int expectedLength);
 
 // The low byte of a random number, raised to 3: the scrambling divides by it.
 quint8 scramblingValue(quint32 random);

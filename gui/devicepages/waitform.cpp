@@ -1,5 +1,8 @@
 #include "devicepages/waitform.h"
 
+#include "device/exchangewording.h"
+#include "profile/fileerror.h"
+#include "shell/iuserprompts.h"
 #include "ui_waitform.h"
 
 #include <QMovie>
@@ -39,30 +42,56 @@ void WaitForm::onNext()
     emit nextRequested();
 }
 
-void WaitForm::showActivity(const QString &title, const QString &text)
+void WaitForm::showActivity(DeviceExchange exchange)
 {
-    m_ui->titleLabel->setText(title);
-    m_ui->textEdit->setHtml(text);
+    const ExchangeWords words = activityWords(exchange);
+    m_ui->titleLabel->setText(words.title);
+    m_ui->textEdit->setHtml(words.text);
     showLook(Look::Busy);
     m_movie->start();
 }
 
-void WaitForm::showStatus(const QString &text)
+void WaitForm::showWaiting()
 {
-    m_ui->textEdit->setHtml(text);
+    m_ui->textEdit->setHtml(waitingWords());
 }
 
 // A failure without a title of its own keeps the activity's title.
-void WaitForm::showResult(const QString &title, const QString &text, bool success)
+void WaitForm::showResult(const ExchangeResult &result)
 {
-    if (!title.isEmpty())
-        m_ui->titleLabel->setText(title);
-    m_ui->textEdit->setHtml(text);
+    const ExchangeWords words = resultWords(result);
+    if (!words.title.isEmpty())
+        m_ui->titleLabel->setText(words.title);
+    m_ui->textEdit->setHtml(words.text);
     m_movie->stop();
-    showLook(success ? Look::Success : Look::Failure);
-    if (success) {
+    showLook(result.succeeded() ? Look::Success : Look::Failure);
+    if (result.succeeded()) {
         m_frame = 0;
         m_timer.start();
+    }
+}
+
+void WaitForm::showCopyNotKept(const FileError &error)
+{
+    const QString note = tr("A copy of this profile could not be kept among the programmed profiles: %1")
+                             .arg(fileErrorText(error));
+    m_ui->textEdit->append(QStringLiteral("<p>") + note.toHtmlEscaped() + QStringLiteral("</p>"));
+}
+
+void WaitForm::showRefusal(const DeviceRefusal &refusal)
+{
+    switch (refusal.kind) {
+    case DeviceRefusal::Kind::InvalidMap:
+        userPrompts().warn(this, tr("Program CDI"), refusalWords(refusal), tr("OK"));
+        return;
+    case DeviceRefusal::Kind::Busy:
+        // Deliberately untranslated, like the rest of this last guard.
+        userPrompts().warn(this, QStringLiteral("Error"), refusalWords(refusal), QStringLiteral("OK"));
+        return;
+    case DeviceRefusal::Kind::CannotOpen:
+        userPrompts().warn(
+            this, tr("Connection to the CDI"), refusalWords(refusal).toHtmlEscaped(), tr("OK"));
+        return;
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "device/iwaitform.h"
+#include "device/exchangeresult.h"
 #include "shell/cbrowserwidget.h"
 
 #include <QTimer>
@@ -8,14 +8,16 @@
 
 #include <memory>
 
+struct FileError;
 class QMovie;
 namespace Ui {
 class WaitForm;
 }
 
-// The progress page: what the exchange with the CDI is doing, then how it ended. The result
-// stays until the user moves on; where Back and Next lead is the device flow's decision.
-class WaitForm : public QWidget, public CBrowserWidget, public IWaitForm
+// The progress page: what the exchange with the CDI is doing, then how it ended, in the words
+// the command-line tool uses too. The result stays until the user moves on; where Back and Next
+// lead is the device flow's decision.
+class WaitForm : public QWidget, public CBrowserWidget
 {
     Q_OBJECT
 
@@ -27,9 +29,13 @@ public:
     void onBack() override;
     void onNext() override;
 
-    void showActivity(const QString &title, const QString &text) override;
-    void showStatus(const QString &text) override;
-    void showResult(const QString &title, const QString &text, bool success) override;
+    void showActivity(DeviceExchange exchange);
+    void showWaiting();
+    void showResult(const ExchangeResult &result);
+    // A note below the result of a programming.
+    void showCopyNotKept(const FileError &error);
+    // A message box: the action did not start.
+    void showRefusal(const DeviceRefusal &refusal);
 
     QString title() const;
     QString text() const;

@@ -17,7 +17,8 @@ private slots:
     void session();
 
 private:
-    int run(const QStringList &arguments, QString *out = nullptr, QString *err = nullptr);
+    // The exit code, and what the tool wrote to its output and error streams.
+    int run(const QStringList &arguments, QString &out, QString &err);
     QString path(const QString &name) const { return m_dir.filePath(name); }
 
     QString m_cli;
@@ -44,7 +45,7 @@ void TestDeviceCli::initTestCase()
     QVERIFY(saveProfileFile(profile, path(QStringLiteral("bad.cdi"))));
 }
 
-int TestDeviceCli::run(const QStringList &arguments, QString *out, QString *err)
+int TestDeviceCli::run(const QStringList &arguments, QString &out, QString &err)
 {
     QProcess process;
     process.setWorkingDirectory(m_buildDir);
@@ -52,10 +53,8 @@ int TestDeviceCli::run(const QStringList &arguments, QString *out, QString *err)
     process.start(m_cli, arguments);
     if (!process.waitForFinished(30000))
         return -1;
-    if (out)
-        *out = QString::fromUtf8(process.readAllStandardOutput());
-    if (err)
-        *err = QString::fromUtf8(process.readAllStandardError());
+    out = QString::fromUtf8(process.readAllStandardOutput());
+    err = QString::fromUtf8(process.readAllStandardError());
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
 }
 
@@ -69,31 +68,32 @@ void TestDeviceCli::session()
     const QString port = QString::fromUtf8(cdi.readLine()).trimmed(); // the pseudo-terminal
     QVERIFY2(port.startsWith(QLatin1String("/dev/")), qPrintable(port));
 
-    QString out;
-    QString err;
-    QCOMPARE(run({"ports"}, &out), 0);
+    QString out, err;
+    QCOMPARE(run({"ports"}, out, err), 0);
     QVERIFY2(out.contains(port + QStringLiteral("\tVirtual CDI\tSparkwright\t-\tbridge\tvirtual\n")),
         qPrintable(out));
 
-    QCOMPARE(run({"ping"}, &out), 0);
+    QCOMPARE(run({"ping"}, out, err), 0);
     QCOMPARE(out,
         QStringLiteral(
             "Test successful\nYour CDI responded as expected. Firmware 3.1 and serial number 42 were "
             "reported.\n"));
-    QCOMPARE(run({"ping", "--port", port, "--language", "de"}, &out), 0);
-    QVERIFY2(out.startsWith(QStringLiteral("Test erfolgreich\n")), qPrintable(out));
+    QCOMPARE(run({"ping", "--port", port, "--language", "de"}, out, err), 0);
+    QCOMPARE(out,
+        QStringLiteral(
+            "Test erfolgreich\nIhre CDI hat wie erwartet geantwortet. Gemeldet wurden die Firmware 3.1 "
+            "und die Seriennummer 42.\n"));
 
-    QCOMPARE(run({"import", path("held.cdi")}, &out), 0);
+    QCOMPARE(run({"import", path("held.cdi")}, out, err), 0);
     QVERIFY(out.startsWith(QStringLiteral("Import OK\n")));
-    QCOMPARE(run({"program", path("held.cdi"), "--no-reimport"}, &out, &err), 0);
+    QCOMPARE(run({"program", path("held.cdi"), "--no-reimport"}, out, err), 0);
     QVERIFY2(out.startsWith(QStringLiteral("Programming successful\n")), qPrintable(out + err));
-    QCOMPARE(run({"import", path("refused.cdi")}, &out), 1);
+    QCOMPARE(run({"import", path("refused.cdi")}, out, err), 1);
     QCOMPARE(out, QStringLiteral("CDI did not respond\n"));
     QVERIFY(!QFile::exists(path("refused.cdi")));
 
     cdi.terminate();
-    QVERIFY(cdi.waitForFinished(10000));
-    QCOMPARE(cdi.exitCode(), 0);
+    QVERIFY(cdi.waitForFinished(10000) && cdi.exitCode() == 0);
     const QString served = QString::fromUtf8(cdi.readAllStandardOutput());
     QVERIFY2(served.contains(QStringLiteral("read refused")), qPrintable(served));
     QCOMPARE(QDir(m_runtimeDir.path()).entryList(QDir::Files), QStringList());
@@ -103,7 +103,7 @@ void TestDeviceCli::session()
             {{"program", path("bad.cdi")}, "The ignition map of this profile is not valid."},
             {{"virtual-cdi", "--fault", "loud"}, "unknown fault 'loud'"}};
     for (const auto &[arguments, shown] : refusals) {
-        QCOMPARE(run(arguments, &out, &err), 2);
+        QCOMPARE(run(arguments, out, err), 2);
         QVERIFY2(out.isEmpty() && err.count(QLatin1Char('\n')) == 1 && err.contains(shown), qPrintable(err));
     }
 }

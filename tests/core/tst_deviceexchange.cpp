@@ -5,26 +5,21 @@
 #include "device/cimporter.h"
 #include "device/cpinger.h"
 #include "device/cvirtualcdi.h"
-#include "device/cwaitrecord.h"
-#include "device/iimportreceiver.h"
 #include "device/serialports.h"
 #include "profile/defaultlibrary.h"
 #include "support/layoutencoder.h"
 
 #include <QScopeGuard>
-#include <QSerialPort>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <optional>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-// Request at 100 ms, "Waiting for response" at 200 ms, latest end at 500 ms; after an exchange
+// Request at 100 ms, waiting() at 200 ms, latest end at 500 ms; after an exchange
 // without its answer, the next on that port sends no earlier than 600 ms after its end.
 const BridgePacing kPacing {100, 30, 600};
 constexpr int kSlowMs = 200;
@@ -32,9 +27,6 @@ constexpr int kTooSlowMs = 800;
 constexpr uid_t kOtherUser = 65534;
 
 const char kRegistryFolder[] = "sparkwright-virtual-cdi";
-
-// A ping answer to nonce 5A from a CDI with the virtual CDI's own firmware and serial number.
-const char kPingAnswer5A[] = "4df6685a312e3030000000000001e240000000000000000035";
 
 QByteArray readAll(const QString &path)
 {
@@ -48,11 +40,6 @@ bool write(const QString &path, const QByteArray &content)
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
 
-// A wait form that is also a QObject, as the progress page is.
-class CObjectWaitRecord : public QObject, public CWaitRecord
-{
-};
-
 Profile sampleProfile()
 {
     Profile profile;
@@ -65,13 +52,6 @@ Profile sampleProfile()
     return profile;
 }
 
-class CProfileKeeper : public IImportReceiver
-{
-public:
-    void acceptImportedProfile(const Profile &profile) override { imported = profile; }
-    std::optional<Profile> imported;
-};
-
 } // namespace
 
 class TestDeviceExchange : public QObject
@@ -82,11 +62,9 @@ private slots:
     void initTestCase();
     void faults_data();
     void faults();
-    void programmedProfileComesBack();
     void secondExchangeIsRefused();
     void lateAnswer_data();
     void lateAnswer();
-    void lateAnswerStaysOnItsTerminal();
     void detection_data();
     void detection();
     void registryEntries_data();
@@ -96,11 +74,9 @@ private slots:
 
 private:
     std::unique_ptr<CCommunicator> transaction(const QString &kind);
-    bool run(CBridgeComm &bridge, const QString &port, const QString &kind, CWaitRecord &record);
 
     QTemporaryDir m_runtime;
-    DefaultLibrary m_library;
-    CProfileKeeper m_keeper;
+    std::shared_ptr<DefaultLibrary> m_library = std::make_shared<DefaultLibrary>();
     QRandomGenerator m_random {20260424};
 };
 
@@ -109,8 +85,9 @@ void TestDeviceExchange::initTestCase()
     // Virtual CDIs announce themselves here, out of sight of anything else running.
     qputenv("XDG_RUNTIME_DIR", m_runtime.path().toLocal8Bit());
     Profile template1; // an import builds on the template of the profile's type
+    template1.setName(QStringLiteral("Template 1"));
     template1.setMotorbikeType(1, false);
-    m_library.append(template1);
+    m_library->append(template1);
 }
 
 std::unique_ptr<CCommunicator> TestDeviceExchange::transaction(const QString &kind)
@@ -118,141 +95,73 @@ std::unique_ptr<CCommunicator> TestDeviceExchange::transaction(const QString &ki
     if (kind == QLatin1String("ping"))
         return std::make_unique<CPinger>(m_random);
     if (kind == QLatin1String("import"))
-        return std::make_unique<CImporter>(m_library, m_keeper);
-    return std::make_unique<CCalibrator>(
-        sampleProfile(), kind != QLatin1String("program, no reimport"), m_random);
+        return std::make_unique<CImporter>(m_library);
+    return std::make_unique<CCalibrator>(sampleProfile(), true, m_random);
 }
 
-// Runs one exchange to its end: false when it was refused, never ended or ended twice.
-bool TestDeviceExchange::run(
-    CBridgeComm &bridge, const QString &port, const QString &kind, CWaitRecord &record)
-{
-    QSignalSpy finished(&bridge, &CBridgeComm::finished);
-    m_keeper.imported.reset();
-    const CBridgeComm::Start start = bridge.runTransaction(transaction(kind), port, record, kPacing);
-    return start.accepted() && finished.wait(5000) && finished.count() == 1
-        && finished.at(0).at(0).toBool() == record.success;
-}
-
+// Each way a CDI may answer, and the kind of result it makes; the words for each kind are tested
+// in tst_deviceframe.
 void TestDeviceExchange::faults_data()
 {
     QTest::addColumn<QString>("kind");
     QTest::addColumn<QString>("fault");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("success");
-    const auto row
-        = [](const char *kind, const char *fault, const char *title, const QString &text, bool success) {
-              QTest::addRow("%s, %s", kind, fault)
-                  << QString(kind) << QString(fault) << QString(title) << text << success;
-          };
-    const QString pinged = QStringLiteral(
-        "Your CDI responded as expected. Firmware <font color=#3E6C82>2.05b</font> and serial number "
-        "<font color=#3E6C82>654321</font> were reported.");
-    const QString invalid = QStringLiteral("CDI sent an invalid response");
-    const QString silent = QStringLiteral("CDI did not respond");
-    const QString programmed = QStringLiteral("Your CDI is now programmed with the profile <b>Track</b>.");
-    const QString programFailed = QStringLiteral(
-        "An error occurred during data transmission. The CDI may be programmed improperly and should not be "
-        "used in its current state.");
-    const QString imported = QStringLiteral("Imported profile data will be sent to editor shortly.");
-
-    row("ping", "none", "Test successful", pinged, true);
-    row("ping", "slow", "Test successful", pinged, true);
-    row("ping", "silent", "", silent, false);
-    row("ping", "too-slow", "", silent, false);
-    row("ping", "short", "", invalid, false);
-    row("ping", "long", "", invalid, false);
-    row("ping", "bad-header", "", invalid, false);
-    row("ping", "bad-checksum", "", invalid, false);
-    row("ping", "hangup", "", invalid, false);
-    row("ping", "wrong-nonce", "Test failed",
-        "Your CDI responded but an error occurred during data transmission.", false);
-    row("import", "none", "Import OK", imported, true);
-    row("import", "slow", "Import OK", imported, true);
-    row("import", "silent", "", silent, false);
-    row("import", "long", "", invalid, false);
-    row("import", "bad-checksum", "", invalid, false);
-    row("import", "unknown-type", "Import failed",
-        "Imported profile data corresponds to an invalid or unknown motorbike type (index=-1).", false);
-    row("import", "bad-value", "Import failed", "Received invalid profile data  (invalid voltage: 99).",
-        false);
-    row("program", "none", "Programming successful", programmed, true);
-    row("program", "slow", "Programming successful", programmed, true);
-    row("program", "wrong-echo", "Programming failed", programFailed, false);
-    row("program", "silent", "Programming failed", programFailed, false);
-    row("program", "short", "Programming failed", programFailed, false);
-    row("program", "bad-header", "Programming failed", programFailed, false);
-    row("program", "hangup", "Programming failed", programFailed, false);
+    QTest::addColumn<int>("result");
+    using K = ExchangeResult::Kind;
+    const auto row = [](const char *kind, const char *fault, K result) {
+        QTest::addRow("%s, %s", kind, fault) << QString(kind) << QString(fault) << int(result);
+    };
+    row("ping", "none", K::Succeeded);
+    row("ping", "slow", K::Succeeded);
+    row("ping", "silent", K::NoResponse);
+    row("ping", "too-slow", K::NoResponse);
+    row("ping", "short", K::WrongLength);
+    row("ping", "long", K::WrongLength);
+    row("ping", "hangup", K::PortLost);
+    row("import", "none", K::Succeeded);
+    row("import", "unknown-type", K::UnknownType);
+    row("import", "bad-value", K::BadValue);
+    row("program", "none", K::Succeeded);
+    row("program", "wrong-echo", K::WrongEcho);
+    row("program", "silent", K::NoResponse);
+    row("program", "bad-header", K::BadHeader);
+    row("program", "hangup", K::PortLost);
 }
 
 void TestDeviceExchange::faults()
 {
     QFETCH(QString, kind);
     QFETCH(QString, fault);
-    QFETCH(QString, title);
-    QFETCH(QString, text);
-    QFETCH(bool, success);
+    QFETCH(int, result);
 
     CVirtualCdi cdi;
-    cdi.setFirmware("2.05b");
-    cdi.setSerialNumber(654321);
     cdi.setProfile(sampleProfile());
     cdi.setDelays(kSlowMs, kTooSlowMs);
     cdi.setFault(CVirtualCdi::faultFromName(fault).value());
     QCOMPARE(cdi.open(), QString());
     auto bridge = std::make_unique<CBridgeComm>();
     QSignalSpy finished(bridge.get(), &CBridgeComm::finished);
+    QSignalSpy waiting(bridge.get(), &CBridgeComm::waiting);
     // Whoever hears the end may drop the bridge there and then, however the exchange ended.
     connect(bridge.get(), &CBridgeComm::finished, bridge.get(), [&bridge] { bridge.reset(); });
-    CWaitRecord record;
-    QVERIFY(bridge->runTransaction(transaction(kind), cdi.portName(), record, kPacing).accepted());
+    QVERIFY(bridge->runTransaction(transaction(kind), cdi.portName(), kPacing));
     QVERIFY(finished.wait(5000) && !bridge);
-    QCOMPARE(finished.at(0).at(0).toBool(), record.success);
-    QCOMPARE(record.resultTitle, title);
-    QCOMPARE(record.resultText, text);
-    QCOMPARE(record.success, success);
+    const auto ended = finished.at(0).at(0).value<ExchangeResult>();
+    QCOMPARE(int(ended.kind), result);
     if (fault == QLatin1String("silent"))
-        QCOMPARE(record.statuses, QStringList {QStringLiteral("Waiting for response")});
+        QCOMPARE(waiting.count(), 1);
 }
 
-// With reimport allowed the profile comes back as programmed; without, the CDI stays silent.
-void TestDeviceExchange::programmedProfileComesBack()
-{
-    for (const bool reimport : {true, false}) {
-        CVirtualCdi cdi;
-        QCOMPARE(cdi.open(), QString());
-        CBridgeComm bridge;
-        CWaitRecord programming, import;
-        QVERIFY(run(bridge, cdi.portName(), reimport ? "program" : "program, no reimport", programming));
-        QVERIFY(programming.success && run(bridge, cdi.portName(), QStringLiteral("import"), import));
-        QCOMPARE(import.resultText == QStringLiteral("CDI did not respond"), !reimport);
-        if (!reimport)
-            continue;
-        // The name is the template's; the coefficients survive the device's single precision.
-        Profile sent = sampleProfile();
-        sent.setName(m_keeper.imported->name());
-        QCOMPARE(fieldsOf(*m_keeper.imported), fieldsOf(sent));
-    }
-}
-
-// While an exchange runs a second is refused; the first runs to its end even when its progress
-// page goes away meanwhile.
+// While an exchange runs a second is refused, and the first runs to its end alone.
 void TestDeviceExchange::secondExchangeIsRefused()
 {
     CVirtualCdi cdi;
     QCOMPARE(cdi.open(), QString());
     CBridgeComm bridge;
     QSignalSpy finished(&bridge, &CBridgeComm::finished);
-    auto first = std::make_unique<CObjectWaitRecord>();
-    CWaitRecord second;
-    QVERIFY(bridge.runTransaction(transaction("ping"), cdi.portName(), *first, kPacing).accepted());
-    QCOMPARE(int(bridge.runTransaction(transaction("ping"), cdi.portName(), second, kPacing).refusal),
-        int(CBridgeComm::Refusal::Busy));
-    QVERIFY(first->activityTitle == QStringLiteral("Testing"));
-    first.reset();
-    QVERIFY(finished.wait(5000) && finished.count() == 1);
-    QVERIFY(!second.hasResult && second.activityTitle.isEmpty());
+    QVERIFY(bridge.runTransaction(transaction("ping"), cdi.portName(), kPacing));
+    const auto second = bridge.runTransaction(transaction("ping"), cdi.portName(), kPacing);
+    QVERIFY(!second && second.error().kind == DeviceRefusal::Kind::Busy);
+    QVERIFY(finished.wait(5000) && !finished.wait(300));
 }
 
 // A CDI too slow for one ping answers while the next ping, to a CDI in time again, is under way:
@@ -275,48 +184,19 @@ void TestDeviceExchange::lateAnswer()
     cdi.setFault(CVirtualCdi::Fault::TooSlow);
     QCOMPARE(cdi.open(), QString());
     CBridgeComm bridge;
-    CWaitRecord late, record;
-    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("ping"), late));
-    QCOMPARE(late.resultText, QStringLiteral("CDI did not respond"));
-    cdi.setFault(CVirtualCdi::faultFromName(next).value());
-    QVERIFY(run(bridge, cdi.portName(), QStringLiteral("ping"), record));
-    QCOMPARE(record.resultTitle, QStringLiteral("Test successful"));
-    QCOMPARE(record.resultText,
-        QStringLiteral("Your CDI responded as expected. Firmware <font color=#3E6C82>1.00</font> and serial "
-                       "number <font color=#3E6C82>123456</font> were reported."));
+    QSignalSpy finished(&bridge, &CBridgeComm::finished);
+    for (const auto expected : {ExchangeResult::Kind::NoResponse, ExchangeResult::Kind::Succeeded}) {
+        QVERIFY(bridge.runTransaction(transaction("ping"), cdi.portName(), kPacing) && finished.wait(5000));
+        QCOMPARE(int(finished.takeFirst().at(0).value<ExchangeResult>().kind), int(expected));
+        cdi.setFault(CVirtualCdi::faultFromName(next).value());
+    }
 }
 
-// A late answer goes to the terminal its request came on, not to the one the CDI came back on after
-// a hang-up, though that one may have the same descriptor.
-void TestDeviceExchange::lateAnswerStaysOnItsTerminal()
-{
-    CVirtualCdi cdi;
-    cdi.setDelays(kSlowMs, 300);
-    cdi.setFault(CVirtualCdi::Fault::TooSlow);
-    QCOMPARE(cdi.open(), QString());
-    QSignalSpy handled(&cdi, &CVirtualCdi::requestHandled);
-    QSignalSpy moved(&cdi, &CVirtualCdi::portChanged);
-    QSerialPort first(cdi.portName());
-    QVERIFY(first.open(QIODevice::ReadWrite));
-    first.write(CPinger(0x11).requestBytes());
-    QVERIFY(handled.wait(5000));
-    cdi.setFault(CVirtualCdi::Fault::Hangup);
-    first.write(CPinger(0x22).requestBytes());
-    QVERIFY(moved.wait(5000));
-    first.close();
-    cdi.setFault(CVirtualCdi::Fault::None);
-    QSerialPort second(moved.at(0).at(0).toString());
-    QVERIFY2(second.open(QIODevice::ReadWrite), qPrintable(second.errorString()));
-    QTest::qWait(400); // past the late answer's time
-    second.write(CPinger(0x5A).requestBytes());
-    QTRY_VERIFY_WITH_TIMEOUT(second.bytesAvailable() >= 25, 5000);
-    QCOMPARE(second.readAll(), QByteArray::fromHex(kPingAnswer5A));
-}
-
+// The bridge by its description or its IDs; the first in list order wins.
 void TestDeviceExchange::detection_data()
 {
     QTest::addColumn<QString>("description");
-    QTest::addColumn<int>("vendor");
+    QTest::addColumn<int>("vendor"); // -1: no IDs
     QTest::addColumn<int>("product");
     QTest::addColumn<bool>("bridge");
     QTest::newRow("vendor's name, any case")
@@ -332,14 +212,12 @@ void TestDeviceExchange::detection()
     QFETCH(int, vendor);
     QFETCH(int, product);
     QFETCH(bool, bridge);
-    const SerialPortEntry entry {QStringLiteral("ttyUSB1"), description, QString(), quint16(qMax(vendor, 0)),
-        quint16(product), vendor >= 0, false};
+    const SerialPortEntry entry {
+        "ttyUSB1", description, {}, quint16(qMax(vendor, 0)), quint16(product), vendor >= 0, false};
     QCOMPARE(isBridgePort(entry), bridge);
-    // The first match in list order wins.
-    const SerialPortEntry plain {QStringLiteral("ttyS0"), QString(), QString(), 0, 0, false, false};
-    const SerialPortEntry otherBridge {QStringLiteral("ttyUSB9"),
-        QStringLiteral("Silicon Labs CP210x USB to UART Bridge"), QString(), 0, 0, false, false};
-    QCOMPARE(findBridgePort({plain, entry, otherBridge}), bridge ? 1 : 2);
+    const SerialPortEntry plain {"ttyS0", {}, {}, 0, 0, false, false};
+    const SerialPortEntry other {"ttyUSB9", "Silicon Labs CP210x USB to UART Bridge", {}, 0, 0, false, false};
+    QCOMPARE(findBridgePort({plain, entry, other}), bridge ? 1 : 2);
 }
 
 // An entry planted in the registry, for a running process at the name its first announcement

@@ -1,17 +1,15 @@
-// The bytes of every request and the verdict on every kind of answer, against frames written
-// out from the layout, without a port.
+// The bytes of every request, the verdict on every kind of answer and the words each verdict is
+// shown in, in English and German, against frames and texts written out by hand, without a port.
 #include "device/ccalibrator.h"
 #include "device/cimporter.h"
 #include "device/cpinger.h"
-#include "device/cwaitrecord.h"
 #include "device/deviceframe.h"
-#include "device/iimportreceiver.h"
+#include "device/exchangewording.h"
 #include "profile/defaultlibrary.h"
 #include "support/layoutencoder.h"
 
+#include <QTranslator>
 #include <QtTest>
-
-#include <optional>
 
 namespace {
 
@@ -23,11 +21,14 @@ const char kProgramEcho[]
 const char kProgramRequest[]
     = "4df668833a30603a8644ac4ed248e87f3b5c34665a70807a8597a9bbcdcfe1203217dd597960596aba"
       "8c9dae7fc0d10f0010f4";
+// Nonce 5A, firmware "1.23", serial number 123456; the checksum byte follows.
+const char kPingAnswer[] = "4df6685a312e3233000000000001e2400000000000000000";
+const QByteArray kPortLost("<port lost>");
 
-Profile sampleProfile()
+Profile sampleProfile(const QString &name = QStringLiteral("Template 2")) // an import's name
 {
     Profile profile;
-    profile.setName(QStringLiteral("Template 2")); // as an import names it, after its template
+    profile.setName(name);
     profile.setMotorbikeType(2, true);
     profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
         {10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
@@ -37,28 +38,23 @@ Profile sampleProfile()
 }
 
 // The checksum itself shows in the requests.
-QByteArray sealed(QByteArray frame)
+QByteArray sealed(QByteArray frame, int at = -1, const char *hex = "")
 {
+    if (at >= 0)
+        frame.replace(at, int(qstrlen(hex)) / 2, QByteArray::fromHex(hex));
     DeviceFrame::sealChecksum(frame);
     return frame;
 }
 
-class CProfileKeeper : public IImportReceiver
+// Two templates of type 2, none of type 3: an import takes the first of its type.
+std::shared_ptr<const DefaultLibrary> templates()
 {
-public:
-    void acceptImportedProfile(const Profile &profile) override { imported = profile; }
-    std::optional<Profile> imported;
-};
-
-// Two templates of type 2: an import takes the first.
-DefaultLibrary templates()
-{
-    DefaultLibrary library;
-    for (const int type : {0, 1, 2, 2}) {
+    auto library = std::make_shared<DefaultLibrary>();
+    for (const char *name : {"Template 2", "Other template 2"}) {
         Profile profile;
-        profile.setName(QStringLiteral("Template %1").arg(library.count()));
-        profile.setMotorbikeType(type, false);
-        library.append(profile);
+        profile.setName(QString::fromLatin1(name));
+        profile.setMotorbikeType(2, false);
+        library->append(profile);
     }
     return library;
 }
@@ -72,8 +68,6 @@ class TestDeviceFrame : public QObject
 private slots:
     void requests_data();
     void requests();
-    void scrambling_data();
-    void scrambling();
     void scramblingValue();
     void answers_data();
     void answers();
@@ -86,12 +80,31 @@ void TestDeviceFrame::requests_data()
     const QByteArray zeros(44 * 2, '0');
     QTest::newRow("ping with nonce 5A")
         << CPinger(0x5A).requestBytes() << QByteArray::fromHex("4df6685a" + zeros + "010088");
-    CProfileKeeper keeper;
-    QTest::newRow("read") << CImporter(DefaultLibrary(), keeper).requestBytes()
+    QTest::newRow("read") << CImporter(nullptr).requestBytes()
                           << QByteArray::fromHex("4df66800" + zeros + "0200d1");
-    const CCalibrator calibrator(sampleProfile(), true, quint8(0x10));
-    QTest::newRow("program, plain") << calibrator.expectedEcho() << QByteArray::fromHex(kProgramEcho);
-    QTest::newRow("program, scrambled") << calibrator.requestBytes() << QByteArray::fromHex(kProgramRequest);
+    // Its unscrambled form is the echo the programming expects: see answers().
+    QTest::newRow("program, scrambled") << CCalibrator(sampleProfile(), true, quint8(0x10)).requestBytes()
+                                        << QByteArray::fromHex(kProgramRequest);
+    // The key stream alone: a zero payload of the type and scrambling value, scrambled.
+    const auto key = [](const char *name, int type, int value, const char *scrambled) {
+        QByteArray frame = DeviceFrame::build(DeviceFrame::Program);
+        frame[DeviceFrame::kTypeOffset] = char(type);
+        frame[DeviceFrame::kScramblingOffset] = char(value);
+        DeviceFrame::scramble(frame);
+        QTest::newRow(name) << frame << QByteArray::fromHex(scrambled);
+    };
+    key("key, m from 4t + r + 23 becomes 4", 0x39, 5,
+        "4df6683906070304050607030405060703040506070304050607030405060703040506070304050607030405060703"
+        "040005e9");
+    key("key, type with bit 7, m becomes 4", 0xAA, 100,
+        "4df668aa08090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f202122232425262728292a2b2c2d2e2f303132"
+        "3300641d");
+    key("key, type with bit 7, smallest r", 0x83, 3,
+        "4df668833e4f5d6e7f8d9eafbd081927380f1d2e3f4d5e6f7d8e9fadbe091728390d1e2f3d4e5f6d7e8f9daebf0718"
+        "29000358");
+    key("key, large r", 0x01, 200,
+        "4df6680197a8b9cadbecfd2b3c30415263748596a7b8c9daebfc0d3b4c08192a3b4c5d6e7f90a1b2c3d4e513241829"
+        "3a00c880");
 }
 
 void TestDeviceFrame::requests()
@@ -101,47 +114,6 @@ void TestDeviceFrame::requests()
     QCOMPARE(request.toHex(), expected.toHex());
 }
 
-void TestDeviceFrame::scrambling_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<int>("value");
-    QTest::addColumn<QByteArray>("scrambled");
-    // Zero payloads, so each byte is the key itself.
-    QTest::newRow("m from 4t + r + 23 becomes 4")
-        << 0x39 << 5
-        << QByteArray(
-               "4df6683906070304050607030405060703040506070304050607030405060703040506070304050607030405"
-               "060703040005e9");
-    QTest::newRow("type with bit 7, m becomes 4")
-        << 0xAA << 100
-        << QByteArray("4df668aa08090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f202122232425262728292a2b2c2d2e"
-                      "2f3031323300641d");
-    QTest::newRow("type with bit 7, smallest r")
-        << 0x83 << 3
-        << QByteArray("4df668833e4f5d6e7f8d9eafbd081927380f1d2e3f4d5e6f7d8e9fadbe091728390d1e2f3d4e5f6d7e8f9d"
-                      "aebf071829000358");
-    QTest::newRow("large r")
-        << 0x01 << 200
-        << QByteArray("4df6680197a8b9cadbecfd2b3c30415263748596a7b8c9daebfc0d3b4c08192a3b4c5d6e7f90a1b2c3d4e5"
-                      "132418293a00c880");
-}
-
-void TestDeviceFrame::scrambling()
-{
-    QFETCH(int, type);
-    QFETCH(int, value);
-    QFETCH(QByteArray, scrambled);
-    QByteArray frame = DeviceFrame::build(DeviceFrame::Program);
-    frame[DeviceFrame::kTypeOffset] = char(type);
-    frame[DeviceFrame::kScramblingOffset] = char(value);
-    DeviceFrame::sealChecksum(frame);
-    const QByteArray plain = frame;
-    DeviceFrame::scramble(frame);
-    QCOMPARE(frame.toHex(), scrambled);
-    DeviceFrame::unscramble(frame);
-    QCOMPARE(frame.toHex(), plain.toHex());
-}
-
 // Only the low byte of the random number counts, and it is at least 3.
 void TestDeviceFrame::scramblingValue()
 {
@@ -149,59 +121,82 @@ void TestDeviceFrame::scramblingValue()
         QCOMPARE(int(DeviceFrame::scramblingValue(random)), value);
 }
 
-// The answers a virtual CDI cannot give, or that must be read from bytes written out by hand;
-// the other faults are run over a port in tst_deviceexchange. An import builds on the first
-// template of the profile's type.
+// What each answer (or the lost port) makes of a ping to nonce 5A, an import, and the programming
+// of the profile above under the name "R&D %1", and how the program and the tool word it: title
+// (empty keeps the activity's) and text, then in German where the words are put together.
 void TestDeviceFrame::answers_data()
 {
-    QTest::addColumn<bool>("ping"); // else an import
+    for (const char *column : {"exchange", "kind"})
+        QTest::addColumn<int>(column);
     QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("success");
-    const QByteArray pingAnswer
-        = sealed(QByteArray::fromHex("4df6685a312e3233000000000001e2400000000000000000") + '\0');
-    QByteArray nineCharacters = pingAnswer;
-    nineCharacters.replace(4, 9, "1.23-beta");
-    const QString pinged
-        = QStringLiteral("Your CDI responded as expected. Firmware <font color=#3E6C82>%1</font> "
-                         "and serial number <font color=#3E6C82>123456</font> were reported.");
+    QTest::addColumn<QStringList>("words");
+    using K = ExchangeResult::Kind;
+    const auto row = [](const char *name, DeviceExchange exchange, const QByteArray &answer, K kind,
+                         const QStringList &words) {
+        QTest::newRow(name) << int(exchange) << int(kind) << answer << words;
+    };
+    const QByteArray pinged = sealed(QByteArray::fromHex(kPingAnswer) + '\0');
+    const QByteArray echo = QByteArray::fromHex(kProgramEcho);
+    const QStringList failed {"Programming failed",
+        "An error occurred during data transmission. The CDI may be programmed improperly and should not "
+        "be used in its current state."};
+    using E = DeviceExchange;
 
-    QTest::newRow("ping answered") << true << pingAnswer << "Test successful" << pinged.arg("1.23") << true;
-    QTest::newRow("ping, nine firmware characters")
-        << true << sealed(nineCharacters) << "Test successful" << pinged.arg("1.23-beta") << true;
-    QTest::newRow("import") << false << QByteArray::fromHex(kProgramEcho) << "Import OK"
-                            << "Imported profile data will be sent to editor shortly." << true;
-    QTest::newRow("import, type without template")
-        << false << sealed(QByteArray::fromHex(kProgramEcho).replace(3, 1, QByteArray::fromHex("84")))
-        << "Import failed"
-        << "Imported profile data corresponds to an invalid or unknown motorbike type (index=3)." << false;
+    row("ping answered, nine firmware characters to escape", E::Ping, sealed(pinged, 4, "613c623e26632e6465"),
+        K::Succeeded,
+        {"Test successful",
+            "Your CDI responded as expected. Firmware <font color=#3E6C82>a&lt;b&gt;&amp;c.de</font> and "
+            "serial number <font color=#3E6C82>123456</font> were reported.",
+            "Test erfolgreich",
+            "Ihre CDI hat wie erwartet geantwortet. Gemeldet wurden die Firmware <font color=#3E6C82>"
+            "a&lt;b&gt;&amp;c.de</font> und die Seriennummer <font color=#3E6C82>123456</font>."});
+    row("ping, wrong nonce", E::Ping, sealed(pinged, 3, "5b"), K::WrongNonce,
+        {"Test failed", "Your CDI responded but an error occurred during data transmission."});
+    row("ping, port lost", E::Ping, kPortLost, K::PortLost, {"", "CDI sent an invalid response"});
+    row("import", E::Import, echo, K::Succeeded,
+        {"Import OK", "Imported profile data will be sent to editor shortly."});
+    row("import, type without template", E::Import, sealed(echo, 3, "84"), K::UnknownType,
+        {"Import failed",
+            "Imported profile data corresponds to an invalid or unknown motorbike type (index=3)."});
+    row("import, voltage beyond the limits", E::Import, sealed(echo, 34, "63"), K::BadValue,
+        {"Import failed", "Received invalid profile data  (invalid voltage: 99).", "Import fehlgeschlagen",
+            "Ungültige Profildaten empfangen  (invalid voltage: 99)."});
+    row("program", E::Program, echo, K::Succeeded,
+        {"Programming successful", "Your CDI is now programmed with the profile <b>R&amp;D %1</b>.",
+            "Programmierung erfolgreich",
+            "Ihre CDI ist jetzt mit dem Profil <b>R&amp;D %1</b> programmiert."});
+    row("program, scrambled echo", E::Program, QByteArray::fromHex(kProgramRequest), K::WrongEcho, failed);
 }
 
 void TestDeviceFrame::answers()
 {
-    QFETCH(bool, ping);
+    QFETCH(int, exchange);
+    QFETCH(int, kind);
     QFETCH(QByteArray, answer);
-    QFETCH(QString, title);
-    QFETCH(QString, text);
-    QFETCH(bool, success);
-
-    const DefaultLibrary library = templates();
-    CProfileKeeper keeper;
+    QFETCH(QStringList, words);
     std::unique_ptr<CCommunicator> communicator;
-    if (ping)
+    if (exchange == int(DeviceExchange::Ping))
         communicator = std::make_unique<CPinger>(quint8(0x5A));
+    else if (exchange == int(DeviceExchange::Import))
+        communicator = std::make_unique<CImporter>(templates());
     else
-        communicator = std::make_unique<CImporter>(library, keeper);
+        communicator = std::make_unique<CCalibrator>(sampleProfile("R&D %1"), true, quint8(0x10));
+    const ExchangeResult result
+        = answer == kPortLost ? communicator->brokenOff() : communicator->conclude(answer);
+    QCOMPARE(int(result.exchange), exchange);
+    QCOMPARE(int(result.kind), kind);
+    QCOMPARE(result.profile.has_value(), exchange != int(DeviceExchange::Ping) && result.succeeded());
+    if (result.profile)
+        QCOMPARE(fieldsOf(*result.profile), fieldsOf(sampleProfile(result.profile->name())));
 
-    CWaitRecord record;
-    QCOMPARE(communicator->conclude(answer, record), success);
-    QCOMPARE(record.resultTitle, title);
-    QCOMPARE(record.resultText, text);
-    QCOMPARE(record.success, success);
-    QCOMPARE(keeper.imported.has_value(), !ping && success);
-    if (keeper.imported)
-        QCOMPARE(fieldsOf(*keeper.imported), fieldsOf(sampleProfile()));
+    QStringList shown {resultWords(result).title, resultWords(result).text};
+    QTranslator german;
+    if (words.size() > 2) {
+        QVERIFY(german.load(QDir(qEnvironmentVariable("SPARKWRIGHT_BUILD_DIR")).filePath("lang_de.qm")));
+        QCoreApplication::installTranslator(&german);
+        shown << resultWords(result).title << resultWords(result).text;
+    }
+    QCOMPARE(shown, words);
 }
 
 QTEST_GUILESS_MAIN(TestDeviceFrame)

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "device/cbridgecomm.h"
-#include "device/iimportreceiver.h"
+#include "device/exchangeresult.h"
+#include "profile/fileerror.h"
 #include "profile/profile.h"
 
 #include <QObject>
@@ -14,27 +15,34 @@
 
 class CCommunicator;
 class DefaultLibrary;
-class DevicesForm;
 class IPortLister;
-class WaitForm;
 
 // What happens between a device action chosen in the program and its end: finding the port
 // (the one that worked last, else the detected bridge, else the user's choice on the port page),
-// running the exchange on the progress page, and what follows a success: the imported profile
-// goes to the editor, a programmed one is kept as a copy. The main window only shows the pages
-// this flow asks for.
-class CDeviceFlow : public QObject, public IImportReceiver
+// running the exchange, and what follows a success: the imported profile goes to the editor, a
+// programmed one is kept as a copy. It knows nothing of widgets: it tells the pages by its signals
+// what to show, and the pages tell it by back(), next(), portChosen() and leavePortSelection()
+// what the user did.
+class CDeviceFlow : public QObject
 {
     Q_OBJECT
 
 public:
-    CDeviceFlow(const DefaultLibrary *library, const IPortLister &ports, WaitForm &wait, DevicesForm &devices,
-        QObject *parent = nullptr);
+    // Keeps copies of the templates (imports build on them; without them there is no import) and
+    // a lister of its own, so that nothing given has to outlive the flow.
+    CDeviceFlow(const DefaultLibrary *library, const IPortLister &ports, QObject *parent = nullptr);
     ~CDeviceFlow() override;
 
     void testConnection();
     void importProfile();
     void program(const Profile &profile, bool allowReimport);
+
+    // From the progress page, once the exchange has ended.
+    void back();
+    void next();
+    // From the port page.
+    void portChosen(const QString &portName);
+    void leavePortSelection();
 
     bool isBusy() const { return m_bridge.isBusy(); }
     // The port the last exchange opened; the next one starts there.
@@ -50,37 +58,36 @@ public:
     QString programmedFolder() const { return m_programmedFolder; }
     static QString defaultProgrammedFolder();
 
-    void acceptImportedProfile(const Profile &profile) override;
-
 signals:
-    void progressShown();
     void portSelectionShown();
+    // The exchange has started: the progress page shows it.
+    void exchangeStarted(DeviceExchange exchange);
+    void waiting();
+    void finished(const ExchangeResult &result);
+    // After the result of a programming: its copy could not be kept.
+    void copyNotKept(const FileError &error);
+    // The action did not start; a refused port also shows the port page again.
+    void refused(const DeviceRefusal &refusal);
     // The user is done with the device pages: back to where the action was chosen.
     void leaveRequested();
     void importedProfileReady(const Profile &profile);
     void busyChanged(bool busy);
-    void finished(bool success);
 
 private:
     using Factory = std::function<std::unique_ptr<CCommunicator>()>;
     void request(Factory make);
-    void startOn(const QString &portName);
-    void onFinished(bool success);
-    void onWaitNext();
+    void onFinished(const ExchangeResult &result);
     void handOverImport();
-    void keepProgrammedCopy();
+    tl::expected<void, FileError> keepProgrammedCopy(const Profile &programmed) const;
 
-    const DefaultLibrary *m_library;
-    const IPortLister &m_ports;
-    WaitForm &m_wait;
-    DevicesForm &m_devices;
+    const std::shared_ptr<const DefaultLibrary> m_library;
+    const std::unique_ptr<const IPortLister> m_ports;
     CBridgeComm m_bridge;
     BridgePacing m_pacing;
     QRandomGenerator m_random;
     QString m_port;
     Factory m_pending;
     std::optional<Profile> m_imported;
-    std::optional<Profile> m_programming;
     QTimer m_importDelay;
     QString m_programmedFolder;
 };

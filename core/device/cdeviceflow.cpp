@@ -1,0 +1,170 @@
+#include "device/cdeviceflow.h"
+
+#include "device/ccalibrator.h"
+#include "device/cimporter.h"
+#include "device/cpinger.h"
+#include "device/serialports.h"
+#include "profile/defaultlibrary.h"
+#include "profile/profilefile.h"
+#include "profile/suggestedfilename.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+CDeviceFlow::CDeviceFlow(const DefaultLibrary *library, const IPortLister &ports, QObject *parent)
+    : QObject(parent)
+    , m_library(library ? std::make_shared<const DefaultLibrary>(*library) : nullptr)
+    , m_ports(ports.clone())
+    , m_random(QRandomGenerator::securelySeeded())
+    , m_programmedFolder(defaultProgrammedFolder())
+{
+    m_importDelay.setSingleShot(true);
+    m_importDelay.setInterval(1500);
+    connect(&m_importDelay, &QTimer::timeout, this, &CDeviceFlow::handOverImport);
+    connect(&m_bridge, &CBridgeComm::waiting, this, &CDeviceFlow::waiting);
+    connect(&m_bridge, &CBridgeComm::finished, this, &CDeviceFlow::onFinished);
+}
+
+CDeviceFlow::~CDeviceFlow() = default;
+
+QString CDeviceFlow::defaultProgrammedFolder()
+{
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
+        .filePath(QStringLiteral("programmed"));
+}
+
+void CDeviceFlow::testConnection()
+{
+    request([this] { return std::make_unique<CPinger>(m_random); });
+}
+
+void CDeviceFlow::importProfile()
+{
+    if (m_library)
+        request([this] { return std::make_unique<CImporter>(m_library); });
+}
+
+void CDeviceFlow::program(const Profile &profile, bool allowReimport)
+{
+    if (!CCalibrator::isProgrammable(profile)) {
+        emit refused({DeviceRefusal::Kind::InvalidMap, {}, {}, QSerialPort::NoError});
+        return;
+    }
+    request([this, profile, allowReimport] {
+        return std::make_unique<CCalibrator>(profile, allowReimport, m_random);
+    });
+}
+
+// The port that worked last comes first; a bridge found now comes next; else the user chooses.
+void CDeviceFlow::request(Factory make)
+{
+    if (isBusy()) {
+        emit refused({DeviceRefusal::Kind::Busy, {}, {}, QSerialPort::NoError});
+        return;
+    }
+    m_pending = std::move(make);
+    QString portName = m_port;
+    if (portName.isEmpty())
+        portName = findBridgePort(*m_ports);
+    if (portName.isEmpty()) {
+        emit portSelectionShown();
+        return;
+    }
+    portChosen(portName);
+}
+
+void CDeviceFlow::portChosen(const QString &portName)
+{
+    if (!m_pending)
+        return;
+    m_imported.reset();
+    std::unique_ptr<CCommunicator> transaction = m_pending();
+    const DeviceExchange exchange = transaction->exchange();
+    const tl::expected<void, DeviceRefusal> started
+        = m_bridge.runTransaction(std::move(transaction), portName, m_pacing);
+    if (started) {
+        m_pending = nullptr;
+        m_port = portName;
+        emit busyChanged(true);
+        emit exchangeStarted(exchange);
+        return;
+    }
+    // A port that cannot be opened leaves the action pending: the user may retry or pick another.
+    if (started.error().kind == DeviceRefusal::Kind::CannotOpen) {
+        m_port.clear();
+        emit portSelectionShown();
+    }
+    emit refused(started.error());
+}
+
+void CDeviceFlow::leavePortSelection()
+{
+    m_pending = nullptr;
+    emit leaveRequested();
+}
+
+void CDeviceFlow::onFinished(const ExchangeResult &result)
+{
+    tl::expected<void, FileError> kept;
+    if (result.succeeded() && result.exchange == DeviceExchange::Program && result.profile)
+        kept = keepProgrammedCopy(*result.profile);
+    if (result.succeeded() && result.exchange == DeviceExchange::Import)
+        m_imported = result.profile;
+    emit busyChanged(false);
+    emit finished(result);
+    if (!kept)
+        emit copyNotKept(kept.error());
+    if (m_imported)
+        m_importDelay.start();
+}
+
+void CDeviceFlow::back()
+{
+    if (isBusy())
+        return;
+    m_importDelay.stop();
+    m_imported.reset();
+    emit leaveRequested();
+}
+
+void CDeviceFlow::next()
+{
+    if (isBusy())
+        return;
+    if (m_imported) {
+        m_importDelay.stop();
+        handOverImport();
+        return;
+    }
+    emit leaveRequested();
+}
+
+void CDeviceFlow::handOverImport()
+{
+    if (!m_imported)
+        return;
+    const Profile imported = *m_imported;
+    m_imported.reset();
+    emit importedProfileReady(imported);
+}
+
+// A copy of what went into the CDI, so that it can be had back even when the CDI will not give
+// it. Every programming keeps its own copy, also two in the same second under the same name.
+// Failing to keep it does not spoil the programming that succeeded, but the user is told.
+tl::expected<void, FileError> CDeviceFlow::keepProgrammedCopy(const Profile &programmed) const
+{
+    if (m_programmedFolder.isEmpty())
+        return {};
+    if (!QDir().mkpath(m_programmedFolder))
+        return tl::make_unexpected(FileError {FileError::Kind::Refused, m_programmedFolder});
+    const QDir folder(m_programmedFolder);
+    const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH-mm-ss"));
+    const QString base
+        = stamp + QLatin1Char(' ') + suggestedFileName(programmed.name(), QStringLiteral("profile"));
+    QString path = folder.filePath(base + QStringLiteral(".cdi"));
+    for (int copy = 2; QFileInfo::exists(path); ++copy)
+        path = folder.filePath(QStringLiteral("%1 (%2).cdi").arg(base).arg(copy));
+    return saveProfileFile(programmed, path);
+}

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "profile/profile.h"
+
+#include <QMetaType>
+#include <QSerialPort>
+#include <QString>
+
+#include <optional>
+
+// The three things the program asks of a CDI.
+enum class DeviceExchange
+{
+    Ping,
+    Import,
+    Program
+};
+
+// How one exchange with the CDI ended, as data: the kind of outcome and what the CDI reported.
+// The program's pages and the command-line tool word it alike (exchangewording.h).
+struct ExchangeResult
+{
+    enum class Kind
+    {
+        Succeeded,
+        NoResponse, // not a single byte arrived
+        WrongLength, // more or fewer bytes than the answer has
+        BadHeader,
+        BadChecksum,
+        WrongNonce, // a ping answer that does not echo the request's nonce
+        WrongEcho, // a programming answer other than the profile sent, unscrambled
+        UnknownType, // an imported profile of a motorbike type without a factory template
+        BadValue, // an imported profile whose map or voltage breaks the device's limits
+        PortLost, // the bridge went away, or the request could not be written to it
+    };
+    DeviceExchange exchange = DeviceExchange::Ping;
+    Kind kind = Kind::NoResponse;
+    // What a ping answer reports.
+    QString firmware;
+    quint32 serialNumber = 0;
+    // The profile read by an import, or written by a programming.
+    std::optional<Profile> profile;
+    // UnknownType: the index of the type in the library (the type byte less one).
+    int typeIndex = 0;
+    // BadValue: the device image's own account of the value, such as "invalid voltage: 99".
+    QString detail;
+
+    bool succeeded() const { return kind == Kind::Succeeded; }
+};
+Q_DECLARE_METATYPE(ExchangeResult)
+
+// Why a device action did not even start.
+struct DeviceRefusal
+{
+    enum class Kind
+    {
+        InvalidMap, // the profile's map breaks its limits: it is never sent
+        Busy, // another exchange still runs
+        CannotOpen,
+    };
+    Kind kind = Kind::Busy;
+    // CannotOpen: the port, with the port's own account of the failure.
+    QString portName;
+    QString portError;
+    QSerialPort::SerialPortError error = QSerialPort::NoError;
+};
+Q_DECLARE_METATYPE(DeviceRefusal)

@@ -1,0 +1,121 @@
+#include "device/exchangewording.h"
+
+#include "render/bracemarkup.h"
+
+#include <QCoreApplication>
+
+// Every text here is translated in the context "ExchangeWording", the program's and the tool's alike.
+
+namespace {
+
+// Firmware and serial number stand out in the highlight colour of the descriptive texts.
+QString highlighted(const QString &value)
+{
+    return withBraceMarkup(QLatin1Char('{') + value.toHtmlEscaped() + QLatin1Char('}'));
+}
+
+// Every failed programming may have left the CDI half programmed, so all carry the same warning.
+ExchangeWords programmingWords(const ExchangeResult &result)
+{
+    if (!result.succeeded()) {
+        return {QCoreApplication::translate("ExchangeWording", "Programming failed"),
+            QCoreApplication::translate("ExchangeWording",
+                "An error occurred during data transmission. The CDI may be programmed improperly and should "
+                "not be used in its current state.")};
+    }
+    // Not %1: a profile name may itself hold a "%1".
+    QString text = QCoreApplication::translate(
+        "ExchangeWording", "Your CDI is now programmed with the profile <b>%</b>.");
+    const int placeholder = text.indexOf(QLatin1Char('%'));
+    if (placeholder >= 0)
+        text.replace(placeholder, 1, result.profile ? result.profile->name().toHtmlEscaped() : QString());
+    return {QCoreApplication::translate("ExchangeWording", "Programming successful"), text};
+}
+
+} // namespace
+
+ExchangeWords activityWords(DeviceExchange exchange)
+{
+    switch (exchange) {
+    case DeviceExchange::Ping:
+        return {QCoreApplication::translate("ExchangeWording", "Testing"),
+            QCoreApplication::translate("ExchangeWording", "Sending ping to CDI")};
+    case DeviceExchange::Import:
+        return {QCoreApplication::translate("ExchangeWording", "Importing"),
+            QCoreApplication::translate("ExchangeWording", "Requesting data from CDI")};
+    case DeviceExchange::Program:
+        return {QCoreApplication::translate("ExchangeWording", "Programming"),
+            QCoreApplication::translate("ExchangeWording", "Sending profile data to the CDI")};
+    }
+    return {};
+}
+
+QString waitingWords()
+{
+    return QCoreApplication::translate("ExchangeWording", "Waiting for response");
+}
+
+ExchangeWords resultWords(const ExchangeResult &result)
+{
+    if (result.exchange == DeviceExchange::Program)
+        return programmingWords(result);
+    switch (result.kind) {
+    case ExchangeResult::Kind::Succeeded:
+        if (result.exchange == DeviceExchange::Import)
+            return {QCoreApplication::translate("ExchangeWording", "Import OK"),
+                QCoreApplication::translate(
+                    "ExchangeWording", "Imported profile data will be sent to editor shortly.")};
+        return {QCoreApplication::translate("ExchangeWording", "Test successful"),
+            QCoreApplication::translate("ExchangeWording",
+                "Your CDI responded as expected. Firmware %1 and serial number %2 were reported.")
+                .arg(highlighted(result.firmware), highlighted(QString::number(result.serialNumber)))};
+    case ExchangeResult::Kind::NoResponse:
+        return {QString(), QCoreApplication::translate("ExchangeWording", "CDI did not respond")};
+    case ExchangeResult::Kind::WrongNonce:
+        return {QCoreApplication::translate("ExchangeWording", "Test failed"),
+            QCoreApplication::translate(
+                "ExchangeWording", "Your CDI responded but an error occurred during data transmission.")};
+    case ExchangeResult::Kind::UnknownType:
+        return {QCoreApplication::translate("ExchangeWording", "Import failed"),
+            QCoreApplication::translate("ExchangeWording",
+                "Imported profile data corresponds to an invalid or unknown motorbike type")
+                + QStringLiteral(" (index=%1).").arg(result.typeIndex)};
+    case ExchangeResult::Kind::BadValue:
+        // The double blank is how users have always seen it.
+        return {QCoreApplication::translate("ExchangeWording", "Import failed"),
+            QCoreApplication::translate("ExchangeWording", "Received invalid profile data ")
+                + QStringLiteral(" (") + result.detail + QStringLiteral(").")};
+    case ExchangeResult::Kind::WrongLength:
+    case ExchangeResult::Kind::BadHeader:
+    case ExchangeResult::Kind::BadChecksum:
+    case ExchangeResult::Kind::WrongEcho:
+    case ExchangeResult::Kind::PortLost:
+        break;
+    }
+    return {QString(), QCoreApplication::translate("ExchangeWording", "CDI sent an invalid response")};
+}
+
+QString refusalWords(const DeviceRefusal &refusal)
+{
+    switch (refusal.kind) {
+    case DeviceRefusal::Kind::InvalidMap:
+        return QCoreApplication::translate("ExchangeWording",
+            "The ignition map of this profile is not valid. Correct it before programming the CDI.");
+    case DeviceRefusal::Kind::Busy:
+        // Deliberately untranslated: a last guard the pages never let the user reach.
+        return QStringLiteral("busy");
+    case DeviceRefusal::Kind::CannotOpen:
+        break;
+    }
+    QString reason = QCoreApplication::translate("ExchangeWording", "Cannot open %1: %2")
+                         .arg(refusal.portName, refusal.portError);
+#ifdef Q_OS_LINUX
+    if (refusal.error == QSerialPort::PermissionError) {
+        reason += QLatin1Char('\n')
+            + QCoreApplication::translate("ExchangeWording",
+                "Your user account needs to be a member of the group \"dialout\" to use serial ports "
+                "(for example: sudo usermod -aG dialout $USER). Log out and in again afterwards.");
+    }
+#endif
+    return reason;
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "device/exchangeresult.h"
+
+#include <QString>
+
+// The one wording of what happens on the line to the CDI, shared by the program's device pages
+// and the command-line tool, which strips the markup. The texts are rich text.
+struct ExchangeWords
+{
+    // Empty for a failure without a title of its own: the activity's title stays.
+    QString title;
+    QString text;
+};
+
+ExchangeWords activityWords(DeviceExchange exchange);
+// Once the request has gone out and the answer is due.
+QString waitingWords();
+ExchangeWords resultWords(const ExchangeResult &result);
+QString refusalWords(const DeviceRefusal &refusal);

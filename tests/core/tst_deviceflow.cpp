@@ -1,0 +1,166 @@
+// The device flow against a virtual CDI on a pseudo-terminal, with a short tick, and a stand-in
+// for the pages that notes what they would be asked to show.
+#include "device/cdeviceflow.h"
+#include "device/cvirtualcdi.h"
+#include "device/serialports.h"
+#include "profile/defaultlibrary.h"
+#include "profile/profilefile.h"
+#include "support/layoutencoder.h"
+
+#include <QDateTime>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+// A plain serial port and, where there is one, the virtual CDI.
+struct Ports : IPortLister
+{
+    explicit Ports(const QString &cdi)
+        : cdi(cdi)
+    { }
+    std::vector<SerialPortEntry> ports() const override
+    {
+        return {{QStringLiteral("ttyS0"), {}, {}, 0, 0, false, false},
+            {cdi, {}, {}, 0, 0, false, !cdi.isEmpty()}};
+    }
+    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<Ports>(cdi); }
+    const QString cdi;
+};
+
+Profile track(int angle = 20)
+{
+    Profile profile;
+    profile.setName(QStringLiteral("Track"));
+    profile.setMotorbikeType(1, true);
+    profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
+        {10, 12, 14, 16, angle, 20, 22, 24, 26, 28}));
+    profile.setSensorCoefficients({40.0, 0.0, 0.0}); // a ceiling of 40 degrees
+    return profile;
+}
+
+} // namespace
+
+class TestDeviceFlow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void steps_data();
+    void steps();
+
+private:
+    QTemporaryDir m_runtime;
+    DefaultLibrary m_library;
+    QTemporaryDir m_copies;
+};
+
+void TestDeviceFlow::initTestCase()
+{
+    // Virtual CDIs announce themselves here, out of sight of anything else running.
+    qputenv("XDG_RUNTIME_DIR", m_runtime.path().toLocal8Bit());
+    Profile template1;
+    template1.setName(QStringLiteral("Template 1"));
+    template1.setMotorbikeType(1, false);
+    m_library.append(template1);
+}
+
+// Steps of the user and of the exchange (await: until it has ended), and what the pages are asked
+// to show meanwhile. The port lister finds the CDI as a bridge where the row's name says so.
+void TestDeviceFlow::steps_data()
+{
+    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<QStringList>("shown");
+    const auto row = [](const char *name, const QStringList &steps, const QStringList &shown) {
+        QTest::newRow(name) << steps << shown;
+    };
+    row("bridge: found, back", {"ping", "await", "back"}, {"started ping", "result ok", "leave"});
+    row("no bridge: the user's choice, first next time", {"ping", "CDI", "await", "ping", "await"},
+        {"port page", "started ping", "result ok", "started ping", "result ok"});
+    row("no bridge: a port that cannot be opened, then another", {"ping", "nowhere", "CDI", "await"},
+        {"port page", "port page", "refused open /dev/null/x", "started ping", "result ok"});
+    row("no bridge: the port page left, nothing starts", {"ping", "leave", "CDI"}, {"port page", "leave"});
+    row("bridge: busy", {"ping", "import", "await"}, {"started ping", "refused busy", "result ok"});
+    row("bridge: a map beyond its limits is never sent", {"invalid program", "ping", "await"},
+        {"refused map", "started ping", "result ok"});
+    row("bridge: import handed over shortly", {"quick", "import", "await"},
+        {"started import", "result ok", "editor Template 1"});
+    row("bridge: import handed over at Next", {"import", "await", "next"},
+        {"started import", "result ok", "editor Template 1"});
+    row("bridge: import dropped at Back", {"import", "await", "back", "next"},
+        {"started import", "result ok", "leave", "leave"});
+    row("bridge: failed import not handed over", {"silent", "quick", "import", "await", "next"},
+        {"started import", "result failed", "leave"});
+    row("bridge: programmed, its copy cannot be kept", {"unwritable copies", "program", "await"},
+        {"started program", "result ok", "copy not kept"});
+    // Earlier copies of the same name, from this second and the next few, stay as they are.
+    row("bridge: programmed, a copy of its own kept", {"earlier copies", "program", "await", "copies"},
+        {"started program", "result ok", "Track (2).cdi as programmed", "Track.cdi", "Track.cdi", "Track.cdi",
+            "Track.cdi", "Track.cdi"});
+}
+
+void TestDeviceFlow::steps()
+{
+    QFETCH(QStringList, steps);
+    QFETCH(QStringList, shown);
+    CVirtualCdi cdi;
+    QCOMPARE(cdi.open(), QString());
+    cdi.setProfile(track());
+    QStringList asked; // of the pages
+    const bool bridge = QString(QTest::currentDataTag()).startsWith(QLatin1String("bridge"));
+    // The flow keeps nothing of the lister it was given.
+    CDeviceFlow flow(&m_library, Ports(bridge ? cdi.portName() : QString()));
+    flow.setPacing({100, 30, 600});
+    flow.setImportDelay(3600000);
+    flow.setProgrammedFolder(m_copies.path());
+    const char *exchanges[] = {"ping", "import", "program"};
+    const char *refusals[] = {"map", "busy", "open"};
+    connect(&flow, &CDeviceFlow::portSelectionShown, this, [&] { asked << "port page"; });
+    connect(&flow, &CDeviceFlow::exchangeStarted, this,
+        [&](DeviceExchange exchange) { asked << QStringLiteral("started ") + exchanges[int(exchange)]; });
+    connect(&flow, &CDeviceFlow::finished, this,
+        [&](const ExchangeResult &result) { asked << (result.succeeded() ? "result ok" : "result failed"); });
+    connect(&flow, &CDeviceFlow::copyNotKept, this, [&] { asked << "copy not kept"; });
+    connect(&flow, &CDeviceFlow::refused, this, [&](const DeviceRefusal &refusal) {
+        asked << QStringLiteral("refused %1 %2").arg(refusals[int(refusal.kind)], refusal.portName).trimmed();
+    });
+    connect(&flow, &CDeviceFlow::leaveRequested, this, [&] { asked << "leave"; });
+    connect(&flow, &CDeviceFlow::importedProfileReady, this,
+        [&](const Profile &profile) { asked << "editor " + profile.name(); });
+
+    const QHash<QString, std::function<void()>> act {{"ping", [&] { flow.testConnection(); }},
+        {"import", [&] { flow.importProfile(); }}, {"program", [&] { flow.program(track(), true); }},
+        {"invalid program", [&] { flow.program(track(60), true); }},
+        {"CDI", [&] { flow.portChosen(cdi.portName()); }},
+        {"nowhere", [&] { flow.portChosen(QStringLiteral("/dev/null/x")); }}, {"back", [&] { flow.back(); }},
+        {"next", [&] { flow.next(); }}, {"leave", [&] { flow.leavePortSelection(); }},
+        {"quick", [&] { flow.setImportDelay(1); }},
+        {"silent", [&] { cdi.setFault(CVirtualCdi::Fault::Silent); }},
+        {"unwritable copies", [&] { flow.setProgrammedFolder(QStringLiteral("/proc/x")); }},
+        {"await", [&] { QTRY_VERIFY_WITH_TIMEOUT(!flow.isBusy(), 5000); }},
+        {"earlier copies",
+            [&] {
+                const QDateTime now = QDateTime::currentDateTime();
+                for (int second = 0; second < 5; ++second) {
+                    const QString stamp = now.addSecs(second).toString("yyyy-MM-dd HH-mm-ss");
+                    QFile(m_copies.filePath(stamp + " Track.cdi")).open(QIODevice::WriteOnly);
+                }
+            }},
+        {"copies", [&] {
+             QStringList names; // without their time stamps
+             for (const QString &name : QDir(m_copies.path()).entryList(QDir::Files)) {
+                 const auto copy = readProfileFile(m_copies.filePath(name));
+                 names << name.mid(20)
+                         + (copy && fieldsOf(*copy) == fieldsOf(track()) ? " as programmed" : "");
+             }
+             names.sort();
+             asked << names;
+         }}};
+    for (const QString &step : qAsConst(steps))
+        act.value(step)();
+    QTRY_COMPARE_WITH_TIMEOUT(asked, shown, 5000);
+}
+
+QTEST_GUILESS_MAIN(TestDeviceFlow)
+#include "tst_deviceflow.moc"
