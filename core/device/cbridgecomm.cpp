@@ -110,8 +110,13 @@ void CBridgeComm::send()
     m_received.clear();
     const QByteArray request = m_transaction->requestBytes();
     qCDebug(lcDevice) << "sent" << request.toHex(' ');
-    (void)m_port->write(request);
     m_state = State::Sent;
+    if (m_port->write(request) != request.size()) {
+        // Whatever part of it went out may still be answered; the exchange ends as broken off.
+        qCDebug(lcDevice) << "cannot write" << m_port->errorString();
+        breakOff();
+        return;
+    }
     m_tick.start(m_pacing.tickMs);
 }
 
