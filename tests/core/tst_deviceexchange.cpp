@@ -10,6 +10,7 @@
 #include "support/layoutencoder.h"
 
 #include <QScopeGuard>
+#include <QSerialPort>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -65,6 +66,7 @@ private slots:
     void secondExchangeIsRefused();
     void lateAnswer_data();
     void lateAnswer();
+    void lateAnswerStaysOnItsTerminal();
     void detection_data();
     void detection();
     void registryEntries_data();
@@ -190,6 +192,34 @@ void TestDeviceExchange::lateAnswer()
         QCOMPARE(int(finished.takeFirst().at(0).value<ExchangeResult>().kind), int(expected));
         cdi.setFault(CVirtualCdi::faultFromName(next).value());
     }
+}
+
+// After a hang-up the CDI comes back on a new terminal, which may get the old one's descriptor: a
+// late answer to a request on the old terminal must not reach the new one.
+void TestDeviceExchange::lateAnswerStaysOnItsTerminal()
+{
+    CVirtualCdi cdi;
+    cdi.setDelays(kSlowMs, 300);
+    cdi.setFault(CVirtualCdi::Fault::TooSlow);
+    QCOMPARE(cdi.open(), QString());
+    QSignalSpy handled(&cdi, &CVirtualCdi::requestHandled);
+    QSignalSpy moved(&cdi, &CVirtualCdi::portChanged);
+    QSerialPort first(cdi.portName());
+    QVERIFY(first.open(QIODevice::ReadWrite));
+    first.write(CPinger(0x11).requestBytes());
+    QVERIFY(handled.wait(5000));
+    cdi.setFault(CVirtualCdi::Fault::Hangup);
+    first.write(CPinger(0x22).requestBytes());
+    QVERIFY(moved.wait(5000));
+    first.close();
+    cdi.setFault(CVirtualCdi::Fault::None);
+    QSerialPort second(moved.at(0).at(0).toString());
+    QVERIFY2(second.open(QIODevice::ReadWrite), qPrintable(second.errorString()));
+    QTest::qWait(400); // past the late answer's time
+    second.write(CPinger(0x5A).requestBytes());
+    QTRY_VERIFY_WITH_TIMEOUT(second.bytesAvailable() >= 25, 5000);
+    // The answer to nonce 5A: header, nonce, firmware "1.00", serial 123456, checksum.
+    QCOMPARE(second.readAll(), QByteArray::fromHex("4df6685a312e3030000000000001e240000000000000000035"));
 }
 
 // The bridge by its description or its IDs; the first in list order wins.
