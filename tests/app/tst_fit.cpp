@@ -29,11 +29,10 @@ void TestFit::fitsTheSystemFont_data()
 {
     QTest::addColumn<int>("points");
     QTest::addColumn<bool>("german");
-    for (int points = 9; points <= 14; ++points)
+    for (const int points : {9, 12, 14}) {
         QTest::addRow("%d points", points) << points << false;
-    QTest::newRow("9 points, German") << 9 << true;
-    QTest::newRow("12 points, German") << 12 << true;
-    QTest::newRow("14 points, German") << 14 << true;
+        QTest::addRow("%d points, German", points) << points << true;
+    }
 }
 
 void TestFit::fitsTheSystemFont()
@@ -63,7 +62,7 @@ void TestFit::fitsTheSystemFont()
     widest.setMap(map);
     program.window().showEditor(widest);
     fits("editor");
-    const QTableView *view = program.window().findChild<QTableView *>(QStringLiteral("tableView"));
+    const QTableView *view = program.child<QTableView>("tableView");
     const int textMargin = view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, view) + 1;
     const QHeaderView *header = view->horizontalHeader();
     const int headerMargin = header->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header);

@@ -2,7 +2,6 @@
 // back, the menu commands and their shortcuts, the open, save and print flows with their
 // messages, the panels that lead back to the profile last edited, the recent profiles, the
 // comparison list and its graph, and the unsaved-changes question on every way out.
-#include "editor/editorform.h"
 #include "profile/profilefile.h"
 #include "profile/suggestedfilename.h"
 #include "start/comparisonform.h"
@@ -10,7 +9,6 @@
 #include "start/multigraphform.h"
 #include "summary/customform.h"
 #include "support/programfixture.h"
-#include "support/widgettestmain.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -48,11 +46,6 @@ QStringList entries(const QListWidget *list)
     for (int row = 0; list && row < list->count(); ++row)
         texts.append(list->item(row)->text());
     return texts;
-}
-
-EditorForm *editorOf(const Program &program)
-{
-    return &program.window().editor();
 }
 
 void clickEntry(QListWidget *list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -97,10 +90,8 @@ void take(Program &program, const QString &steps)
         } else if (step == QLatin1String("add")) {
             program.window().findChild<ComparisonForm *>()->addProfile(
                 namedProfile(QString::number(list->count())));
-        } else if (step.startsWith(QLatin1String("click"))) {
-            clickEntry(list, step.right(1).toInt());
-        } else if (step.startsWith(QLatin1String("ctrl"))) {
-            clickEntry(list, step.right(1).toInt(), Qt::ControlModifier);
+        } else if (step.startsWith(QLatin1String("click")) || step.startsWith(QLatin1String("ctrl"))) {
+            clickEntry(list, step.right(1).toInt(), step.at(1) == 't' ? Qt::ControlModifier : Qt::NoModifier);
         } else if (step == QLatin1String("down")) {
             QTest::keyClick(list, Qt::Key_Down);
         } else if (step.startsWith(QLatin1String("action"))) {
@@ -218,8 +209,8 @@ void TestMainWindow::waysThroughThePages()
     const bool onEditor = prompt == QLatin1String(kEditorPrompt);
     QString shown;
     if (onEditor) {
-        shown = editorOf(program)->profile().name();
-        QVERIFY(editorOf(program)->profile().isCustom()); // a template taken in becomes the user's own
+        shown = program.window().editor().profile().name();
+        QVERIFY(program.window().editor().profile().isCustom()); // a template taken in becomes the user's own
     } else if (prompt == QLatin1String(kConfirmPrompt)) {
         shown = program.window().findChild<CustomForm *>()->profile().name();
     } else if (prompt == QLatin1String(kComparison)) {
@@ -255,23 +246,16 @@ void TestMainWindow::saveAndPrintFlows_data()
     QTest::addColumn<QString>("target"); // "older", "read-only" or "missing folder"
     QTest::addColumn<QString>("message");
 
-    const QString overwrite = QStringLiteral(" failed:\n\nthe file may not be written there.");
-    QTest::newRow("save over an older file") << "^S"
-                                             << "older"
-                                             << "";
-    QTest::newRow("save over a read-only file") << "^S"
-                                                << "read-only"
-                                                << "Saving profile" + overwrite;
-    QTest::newRow("save into a missing folder")
-        << "^S"
-        << "missing folder"
-        << "Saving profile failed:\n\nthe file may not be written there: No such file or directory.";
-    QTest::newRow("print over an older file") << "^P"
-                                              << "older"
-                                              << "";
-    QTest::newRow("print over a read-only file") << "^P"
-                                                 << "read-only"
-                                                 << "Printing PDF" + overwrite;
+    const auto row = [](const char *name, const char *key, const char *target, const QString &message) {
+        QTest::newRow(name) << key << target << message;
+    };
+    const QString refused = QStringLiteral(" failed:\n\nthe file may not be written there");
+    row("save over an older file", "^S", "older", "");
+    row("save over a read-only file", "^S", "read-only", "Saving profile" + refused + '.');
+    row("save into a missing folder", "^S", "missing folder",
+        "Saving profile" + refused + ": No such file or directory.");
+    row("print over an older file", "^P", "older", "");
+    row("print over a read-only file", "^P", "read-only", "Printing PDF" + refused + '.');
 }
 
 // A failed save or print leaves the old file as it was, and no temporary file behind.
@@ -359,7 +343,7 @@ void TestMainWindow::undoAndRedoByMenuAndKeys()
     QVERIFY(program.ready());
     QAction *undo = program.child<QAction>("actionUndo");
     QAction *redo = program.child<QAction>("actionRedo");
-    EditorForm *editor = editorOf(program);
+    EditorForm *editor = &program.window().editor();
     const QString name = program.firstTemplate().name();
     take(program, QStringLiteral("editor"));
     QVERIFY(!undo->isEnabled() && !redo->isEnabled());
@@ -389,7 +373,7 @@ void TestMainWindow::recentProfilesOpenThroughTheQuestion()
     QVERIFY(WidgetTest::writeFile(path, profileFileBytes(namedProfile(QStringLiteral("Recent one")))));
     program.prompts.fileAnswers = QStringList {path};
     take(program, QStringLiteral("^O"));
-    EditorForm *editor = editorOf(program);
+    EditorForm *editor = &program.window().editor();
     editor->setProfileName(QStringLiteral("Edited"));
 
     QMenu *menu = program.child<QMenu>("menuRecent");
@@ -413,15 +397,12 @@ void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()
     QTest::addColumn<bool>("fromStartPage"); // else from the programming confirmation
     QTest::addColumn<QString>("path");
 
-    const QList<QPair<const char *, const char *>> paths {{"Exit", "exit"}, {"closing the window", "close"},
-        {"Ctrl+N", "^N"}, {"Ctrl+O", "^O"}, {"create from template", "editProfiles createFromTemplate next"},
-        {"load from file", "editProfiles loadFile"}};
     for (const bool fromStart : {false, true}) {
-        for (const auto &path : paths) {
-            if (!fromStart && QByteArray(path.second).contains(' '))
-                continue; // the start page's own buttons
-            QTest::addRow("%s from the %s", path.first, fromStart ? "start page" : "confirmation")
-                << fromStart << QString::fromLatin1(path.second);
+        for (const char *path :
+            {"exit", "close", "^N", "^O", "editProfiles createFromTemplate next", "editProfiles loadFile"}) {
+            if (fromStart || !QByteArray(path).contains(' ')) // the start page's own buttons
+                QTest::addRow("%s from the %s", path, fromStart ? "start page" : "confirmation")
+                    << fromStart << path;
         }
     }
 }
@@ -439,7 +420,7 @@ void TestMainWindow::unsavedEditsAreGuardedOnEveryPath()
     for (const int answer : {1, 0}) {
         Program program;
         QVERIFY(program.ready());
-        EditorForm *editor = editorOf(program);
+        EditorForm *editor = &program.window().editor();
         take(program, QStringLiteral("editor"));
         editor->setProfileName(QStringLiteral("Edited"));
         program.click("nextButton");

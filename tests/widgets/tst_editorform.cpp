@@ -2,7 +2,9 @@
 // a profile fills in, typing into the map table and pressing and dragging in the graph, what
 // every kind of edit writes (the name and notes with their edit modes among them) as one step of
 // the history, the unsaved-changes question on leaving, the side-stand rule, the reset, the hint
-// labels and buttons, and the sensor advance moving the forbidden region.
+// labels and buttons, and the sensor advance moving the forbidden region. Also what the page and
+// its hint dialog show in both languages and on the offscreen platform's small screen (800 x 600),
+// without a mouse, and in light and dark palettes.
 #include "editor/chintlabel.h"
 #include "editor/editorform.h"
 #include "editor/graphform.h"
@@ -10,6 +12,7 @@
 #include "editor/notesform.h"
 #include "profile/defaultlibrary.h"
 #include "profile/hintcatalog.h"
+#include "render/bracemarkup.h"
 #include "render/mapplotter.h"
 #include "shell/clanguageswitcher.h"
 #include "shell/ibrowsermain.h"
@@ -19,10 +22,15 @@
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
+#include <QToolButton>
 #include <QWindow>
+
+#include <cmath>
 
 namespace {
 
@@ -91,6 +99,18 @@ QString contentOf(const Profile &p)
     return parts.join(QLatin1Char('|'));
 }
 
+// The contrast ratio of two colours by their relative luminance, from 1 to 21.
+double contrast(const QColor &a, const QColor &b)
+{
+    const auto luminance = [](const QColor &c) {
+        const auto channel
+            = [](double v) { return v <= 0.03928 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+        return 0.2126 * channel(c.redF()) + 0.7152 * channel(c.greenF()) + 0.0722 * channel(c.blueF());
+    };
+    const auto [dark, light] = std::minmax({luminance(a), luminance(b)}); // by value
+    return (light + 0.05) / (dark + 0.05);
+}
+
 } // namespace
 
 class TestEditorForm : public QObject
@@ -101,7 +121,6 @@ private slots:
     void init();
     void loadingShowsTheProfileUnmodified_data();
     void loadingShowsTheProfileUnmodified();
-    void hintButtonsOpenTheirHints();
     void everyEditIsOneStep_data();
     void everyEditIsOneStep();
     void leavingAsksWhileEdited();
@@ -110,6 +129,10 @@ private slots:
     void sensorAdvanceMovesTheForbiddenRegion();
     void reset_data();
     void reset();
+    void sortButtonFollowsTheMap();
+    void textsKeepTheirContrast_data();
+    void textsKeepTheirContrast();
+    void withoutMouseInEitherLanguage();
 
 private:
     void load(const Profile &profile);
@@ -120,7 +143,6 @@ private:
     }
     GraphForm *graph() const { return m_editor->findChild<GraphForm *>(); }
     QTableView *table() const { return child<QTableView>("tableView"); }
-    const MapPlotter &plotter() const { return graph()->plotter(); }
     // The map as the table shows it.
     IgnitionMap shownMap() const
     {
@@ -130,11 +152,13 @@ private:
                 table()->model()->index(i, 1).data().toInt());
         return map;
     }
-    // A spot on the graph, in the window the mouse events go to.
+    // A spot on the graph, kept inside it, in the window the mouse events go to.
     QPoint graphPixel(int rpm, double angle) const
     {
-        return graph()->mapTo(
-            m_editor.get(), QPoint(plotter().xAxis().toPixel(rpm), plotter().yAxis().toPixel(angle)));
+        const MapPlotter &plotter = graph()->plotter();
+        return graph()->mapTo(m_editor.get(),
+            QPoint(std::clamp(plotter.xAxis().toPixel(rpm), 0, graph()->width() - 1),
+                std::clamp(plotter.yAxis().toPixel(angle), 0, graph()->height() - 1)));
     }
     // Mouse input goes through the window, as the platform delivers it.
     void drag(QPoint from, QPoint to)
@@ -167,12 +191,14 @@ void TestEditorForm::init()
     m_hints.reset();
     m_library = std::make_unique<DefaultLibrary>();
     m_library->append(scooterTemplate());
+    const QString longText = QStringLiteral("<p>Die Ladespannung des Zündkondensators.</p>").repeated(40);
     while (m_catalog.count() < 5) // one per hint button
-        m_catalog.append({HintText {QStringLiteral("Hint %1").arg(m_catalog.count()), {}}, {}});
+        m_catalog.append({HintText {"Voltage", longText}, HintText {"Zündspannung", longText}});
     m_prompts = ScriptedPrompts();
     m_browser = FakeBrowser();
     setUserPrompts(&m_prompts);
     m_switcher = std::make_unique<CLanguageSwitcher>();
+    m_switcher->addLanguage(QStringLiteral("de")); // from the build folder
     m_hints = std::make_unique<HintDialog>(&m_catalog, *m_switcher);
     m_editor = std::make_unique<EditorForm>(m_library.get(), *m_switcher, *m_hints);
     m_editor->setBrowserMain(&m_browser);
@@ -276,18 +302,15 @@ void TestEditorForm::loadingShowsTheProfileUnmodified()
         && child("radioButtonGroundEnables")->isEnabled() == on
         && child<QAbstractButton>("radioButtonGroundEnables")->isChecked() == on
         && child<QAbstractButton>("radioButtonGroundDisables")->isChecked() == !on);
-}
 
-// Each hint button opens its own hint: 0 voltage, 1 side stand, 2 pick-up edge, 3 sensor
-// advance, 4 ignition map.
-void TestEditorForm::hintButtonsOpenTheirHints()
-{
-    load(scooterTemplate());
-    const char *const buttons[] {"hintButtonVoltage", "hintButtonSideStand", "hintButtonPickUp",
-        "hintButtonSensorAdvance", "hintButtonMap"};
-    for (int hint = 0; hint < 5; ++hint) {
-        QTest::mouseClick(child(buttons[hint]), Qt::LeftButton);
-        QVERIFY2(m_hints->isVisible() && m_hints->currentHint() == hint, buttons[hint]);
+    // Each hint button opens its own hint, in this order.
+    if (!on)
+        return; // the pick-up edge and its hint button are hidden
+    int hint = 0;
+    for (const char *button : {"hintButtonVoltage", "hintButtonSideStand", "hintButtonPickUp",
+             "hintButtonSensorAdvance", "hintButtonMap"}) {
+        QTest::mouseClick(child(button), Qt::LeftButton);
+        QVERIFY2(m_hints->isVisible() && m_hints->currentHint() == hint++, button);
     }
 }
 
@@ -409,10 +432,7 @@ void TestEditorForm::pressAndDrag()
     QFETCH(bool, selects);
     QFETCH(QPoint, result);
     load(scooterTemplate(points, {curve.x(), curve.y(), 0.0}));
-    const QPoint aim(plotter().xAxis().toPixel(rpm), plotter().yAxis().toPixel(angle));
-    const QPoint to(
-        std::clamp(aim.x(), 0, graph()->width() - 1), std::clamp(aim.y(), 0, graph()->height() - 1));
-    drag(graphPixel(8000, 20), graph()->mapTo(m_editor.get(), to));
+    drag(graphPixel(8000, 20), graphPixel(rpm, angle));
     QCOMPARE(graph()->selectedIndex(), selects ? 4 : -1);
     QVERIFY(!selects || table()->currentIndex().row() == 4);
     const MapPoint point = m_editor->profile().map().point(4);
@@ -427,9 +447,9 @@ void TestEditorForm::pressAndDrag()
 void TestEditorForm::sensorAdvanceMovesTheForbiddenRegion()
 {
     load(scooterTemplate());
-    QVERIFY(m_editor->grab().toImage().pixelColor(graphPixel(500, 23)) != QColor(255, 210, 210));
+    const QColor free = m_editor->grab().toImage().pixelColor(graphPixel(500, 23));
     perform(QStringLiteral("type doubleSpinBoxHall 20"));
-    QCOMPARE(m_editor->grab().toImage().pixelColor(graphPixel(500, 23)), QColor(255, 210, 210));
+    QVERIFY(m_editor->grab().toImage().pixelColor(graphPixel(500, 23)) != free);
 }
 
 void TestEditorForm::reset_data()
@@ -461,6 +481,105 @@ void TestEditorForm::reset()
         QVERIFY(contentOf(m_editor->profile()) == contentOf(edited) && m_editor->profile().isModified());
         QCOMPARE(shownMap(), edited.map());
     }
+}
+
+// Shown exactly while the map does not rise; a click sorts the map, which hides it unless two
+// speeds are equal.
+void TestEditorForm::sortButtonFollowsTheMap()
+{
+    QWidget *sort = child("toolButtonSort");
+    for (const int third : {4, 3}) {
+        Profile profile;
+        profile.setMap(mapOf({2, 1, 3, third, 5, 6, 7, 8, 9, 10}, {10, 12, 14, 16, 18, 20, 22, 24, 26, 28}));
+        load(profile);
+        QVERIFY(sort->isVisible());
+        QTest::mouseClick(sort, Qt::LeftButton);
+        QCOMPARE(m_editor->profile().map(),
+            mapOf({1, 2, 3, third, 5, 6, 7, 8, 9, 10}, {12, 10, 14, 16, 18, 20, 22, 24, 26, 28}));
+        QCOMPARE(sort->isVisible(), third == 3);
+    }
+}
+
+// Tab leaves the map table in both directions, and each setting's input is followed by its hint
+// button. In either language every hint button tells a screen reader which setting it explains,
+// the speed heading and the information box follow the language, which may have no information,
+// and a long hint stays on a small screen, also when shown again after closing.
+void TestEditorForm::withoutMouseInEitherLanguage()
+{
+    Profile profile;
+    profile.setExtraText(0, QStringLiteral("For road use."));
+    load(profile);
+    QTableView *table = this->table();
+    for (const Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ShiftModifier}) {
+        table->setFocus();
+        table->setCurrentIndex(table->model()->index(modifiers ? 0 : 9, 1));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, modifiers);
+        QVERIFY2(QApplication::focusWidget() != table, modifiers ? "Shift+Tab" : "Tab");
+    }
+    for (const char *input : {"spinBoxIgnitionVoltage", "doubleSpinBoxHall"}) {
+        child(input)->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY2(QApplication::focusWidget()->objectName().startsWith(QLatin1String("hintButton")), input);
+    }
+    const auto *information = child<QPlainTextEdit>("plainTextEditInformation");
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    for (int language : {1, 0, 1}) {
+        m_switcher->setLanguage(language);
+        QSet<QString> names;
+        for (const QToolButton *button :
+            m_editor->findChildren<QToolButton *>(QRegularExpression("^hintButton")))
+            names.insert(button->accessibleName());
+        QVERIFY2(names.size() == 5 && !names.contains(QString()),
+            qPrintable(QStringList(names.values()).join("|")));
+        QCOMPARE(table->model()->headerData(0, Qt::Horizontal).toString(), language ? "U/min" : "RPM");
+        QCOMPARE(information->toPlainText(), language ? "Keine Informationen vorhanden" : "For road use.");
+        m_hints->showHint(0);
+        QVERIFY(QTest::qWaitForWindowExposed(m_hints.get()));
+        QVERIFY2(screen.contains(m_hints->frameGeometry()), qPrintable(QString::number(language)));
+        QCOMPARE(m_hints->findChild<QLabel *>(QStringLiteral("titleLabel"))->text(),
+            language ? "Zündspannung" : "Voltage");
+        QTest::mouseClick(m_hints->findChild<QPushButton *>(QStringLiteral("closeButton")), Qt::LeftButton);
+        QVERIFY(!m_hints->isVisible());
+    }
+}
+
+void TestEditorForm::textsKeepTheirContrast_data()
+{
+    QTest::addColumn<QColor>("window");
+    QTest::addColumn<QColor>("text");
+    QTest::newRow("light") << QColor(0xEF, 0xEF, 0xEF) << QColor(Qt::black);
+    QTest::newRow("dark") << QColor(0x35, 0x35, 0x35) << QColor(0xEE, 0xEE, 0xEE);
+}
+
+// The stressed words of descriptive texts and both colours of the blinking editor hints stay
+// readable (4.5:1) on the background of the palette in use.
+void TestEditorForm::textsKeepTheirContrast()
+{
+    QFETCH(QColor, window);
+    QFETCH(QColor, text);
+    const QPalette original = QApplication::palette();
+    QPalette palette(text, window);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::WindowText, text);
+    QApplication::setPalette(palette);
+
+    QVERIFY2(contrast(QColor(highlightColour()), window) >= 4.5, qPrintable(highlightColour()));
+    init(); // a page built under this palette
+    m_editor->setProfile(Profile()); // which shows the hint labels, blinking
+    const QList<CHintLabel *> labels = m_editor->findChildren<CHintLabel *>();
+    QSet<QRgb> seen;
+    QStringList faint;
+    const auto look = [&] {
+        for (const CHintLabel *label : labels) {
+            if (contrast(label->textColor(), label->palette().color(QPalette::Window)) < 4.5)
+                faint << label->textColor().name();
+            seen.insert(label->textColor().rgb());
+        }
+        return seen.size() >= 2; // both colours of the blink were looked at
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(look(), 5000);
+    QVERIFY2(faint.isEmpty(), qPrintable(faint.join(QLatin1Char(' '))));
+    QApplication::setPalette(original);
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestEditorForm)
