@@ -23,7 +23,7 @@
 
 namespace {
 
-const QByteArray kLibrary = handContainer({libraryHeader(QStringLiteral("def"), 1, 12)});
+const QByteArray kLibrary = handContainer({libraryHeader(QStringLiteral("def"), 12)});
 const QByteArray kHints = handContainer(
     {hintsRecord(3, 1, 1, 2, {"Voltage", "The charging voltage.", "Spannung", "Die Ladespannung."})});
 const QByteArray kAccepted = framed(tInt(1));
@@ -31,7 +31,7 @@ const QByteArray kAccepted = framed(tInt(1));
 const QByteArray kManifest
     = "Sparkwright.exe;9501#default.cds;1#lang_de.qm;9501#Qt5PrintSupport.dll;1#hints.cdh;1\n";
 // What another user could leave in a folder the program is started from.
-const QByteArray kPlanted = handContainer({libraryHeader(QStringLiteral("planted"), 1, 66)});
+const QByteArray kPlanted = handContainer({libraryHeader(QStringLiteral("planted"), 66)});
 
 using namespace WidgetTest;
 
