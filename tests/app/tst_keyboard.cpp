@@ -21,57 +21,55 @@
 
 namespace {
 
-// The texts by their Alt+letter, and the texts of controls that need one and have none.
-struct Keys
+// What Alt+letter reaches below root while it is shown: buttons, labels with a buddy, tabs,
+// group boxes, which lead to their first input, and the menu bar's titles; within a menu, its
+// entries. The faults: "no key: Exit" for a control that needs a key and has none, and
+// "Alt+E: &Enabled | B&earbeiten" for every letter that answers more than one text.
+QStringList keyFaults(const QWidget &root)
 {
     QMultiMap<QString, QString> texts;
-    QStringList lacking;
-
-    void add(const QString &text, bool needed)
-    {
+    QStringList faults;
+    const auto add = [&](const QString &text, bool needed) {
         const QString key = QKeySequence::mnemonic(text).toString(QKeySequence::PortableText);
         if (!key.isEmpty())
             texts.insert(key, text);
         else if (needed && !text.isEmpty())
-            lacking.append(QLatin1String("no key: ") + text);
-    }
-    // The texts without a key, and "Alt+E: &Enabled | B&earbeiten" for every letter that answers
-    // more than one text.
-    QStringList faults() const
-    {
-        QStringList found = lacking;
-        for (const QString &key : texts.uniqueKeys())
-            if (texts.count(key) > 1)
-                found.append(key + QLatin1String(": ") + texts.values(key).join(QLatin1String(" | ")));
-        return found;
-    }
-};
-
-// What Alt+letter reaches below root while it is shown: buttons, labels with a buddy, tabs,
-// group boxes, which lead to their first input, and the menu bar's titles; within a menu, its entries.
-Keys shownKeys(const QWidget &root)
-{
-    Keys keys;
+            faults.append(QLatin1String("no key: ") + text);
+    };
     for (const QAction *action : qobject_cast<const QMenu *>(&root) ? root.actions() : QList<QAction *>())
-        keys.add(action->text(), true);
+        add(action->text(), true);
     for (const QWidget *widget : root.findChildren<QWidget *>()) {
         if (!widget->isVisible() || !widget->isEnabled())
             continue;
         if (const auto *button = qobject_cast<const QAbstractButton *>(widget)) {
-            keys.add(button->text(), true);
+            add(button->text(), true);
         } else if (const auto *label = qobject_cast<const QLabel *>(widget); label && label->buddy()) {
-            keys.add(label->text(), true);
+            add(label->text(), true);
         } else if (const auto *box = qobject_cast<const QGroupBox *>(widget)) {
-            keys.add(box->title(), false);
+            add(box->title(), false);
         } else if (const auto *tabs = qobject_cast<const QTabBar *>(widget)) {
             for (int i = 0; i < tabs->count(); ++i)
-                keys.add(tabs->tabText(i), tabs->isTabEnabled(i));
+                add(tabs->tabText(i), tabs->isTabEnabled(i));
         } else if (const auto *bar = qobject_cast<const QMenuBar *>(widget)) {
             for (const QAction *menu : bar->actions())
-                keys.add(menu->text(), true);
+                add(menu->text(), true);
         }
     }
-    return keys;
+    if (texts.isEmpty())
+        faults.append(QStringLiteral("no keys found"));
+    for (const QString &key : texts.uniqueKeys())
+        if (texts.count(key) > 1)
+            faults.append(key + QLatin1String(": ") + texts.values(key).join(QLatin1String(" | ")));
+    return faults;
+}
+
+// The forms that follow the language by its change event have their texts once it is handled.
+void startIn(Program &program, bool german)
+{
+    program.switcher.addLanguage(CLanguageSwitcher::languageCode(CLanguageSwitcher::kGerman));
+    if (german)
+        program.switcher.setLanguage(CLanguageSwitcher::kGerman);
+    QCoreApplication::processEvents();
 }
 
 } // namespace
@@ -119,11 +117,7 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
     CRecentProfiles().add(folder.filePath(QStringLiteral("recent.cdi")), QStringLiteral("Recent"));
     Program program;
     QVERIFY(program.ready());
-    program.switcher.addLanguage(CLanguageSwitcher::languageCode(CLanguageSwitcher::kGerman));
-    if (german)
-        program.switcher.setLanguage(CLanguageSwitcher::kGerman);
-    // The forms that follow the language by its change event have their texts once it is handled.
-    QCoreApplication::processEvents();
+    startIn(program, german);
     MainWindow &window = program.window();
     const CDisclaimerAcceptance acceptance(folder.path());
     DisclaimerDialog disclaimer(*program.menu, acceptance);
@@ -156,11 +150,8 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
             program.click(qPrintable(step));
         }
     }
-    for (const QWidget *root : qAsConst(shown)) {
-        const Keys keys = shownKeys(*root);
-        QVERIFY2(!keys.texts.isEmpty(), "no keys found");
-        QVERIFY2(keys.faults().isEmpty(), qPrintable(keys.faults().join(QLatin1String(", "))));
-    }
+    for (const QWidget *root : qAsConst(shown))
+        QVERIFY2(keyFaults(*root).isEmpty(), qPrintable(keyFaults(*root).join(QLatin1String(", "))));
 }
 
 // Tab walks the editor as it reads, from the name to the last setting's hint and on to the
@@ -196,10 +187,7 @@ void TestKeyboard::labelKeysReachTheirInputs()
     QFETCH(bool, german);
     Program program;
     QVERIFY(program.ready());
-    program.switcher.addLanguage(CLanguageSwitcher::languageCode(CLanguageSwitcher::kGerman));
-    if (german)
-        program.switcher.setLanguage(CLanguageSwitcher::kGerman);
-    QCoreApplication::processEvents();
+    startIn(program, german);
     program.window().showEditor(program.firstTemplate());
     const auto isInput = [](const QWidget *widget) {
         return qobject_cast<const QAbstractSpinBox *>(widget) || qobject_cast<const QLineEdit *>(widget)

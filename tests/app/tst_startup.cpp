@@ -23,7 +23,7 @@
 
 namespace {
 
-const QByteArray kLibrary = handContainer({libraryHeader(QStringLiteral("def"), 1, 12)});
+const QByteArray kLibrary = handContainer({libraryHeader(QStringLiteral("def"), 12)});
 const QByteArray kHints = handContainer(
     {hintsRecord(3, 1, 1, 2, {"Voltage", "The charging voltage.", "Spannung", "Die Ladespannung."})});
 const QByteArray kAccepted = framed(tInt(1));
@@ -31,7 +31,7 @@ const QByteArray kAccepted = framed(tInt(1));
 const QByteArray kManifest
     = "Sparkwright.exe;9501#default.cds;1#lang_de.qm;9501#Qt5PrintSupport.dll;1#hints.cdh;1\n";
 // What another user could leave in a folder the program is started from.
-const QByteArray kPlanted = handContainer({libraryHeader(QStringLiteral("planted"), 1, 66)});
+const QByteArray kPlanted = handContainer({libraryHeader(QStringLiteral("planted"), 66)});
 
 using namespace WidgetTest;
 
@@ -75,9 +75,11 @@ public:
 // A copy of the built program, started the way a user starts it.
 struct ProgramCopy
 {
-    ProgramCopy(const QProcessEnvironment &environment, const QStringList &arguments = {})
+    ProgramCopy(
+        const QProcessEnvironment &environment, const QStringList &arguments = {}, const QString &output = {})
     {
         process.setProcessEnvironment(environment);
+        process.setStandardOutputFile(output);
         process.setReadChannel(QProcess::StandardError);
         process.start(kBuildDir + QLatin1String("/sparkwright"), arguments);
     }
@@ -130,7 +132,6 @@ private:
 
     QString m_originalDirectory;
     std::unique_ptr<QTemporaryDir> m_case;
-    QString m_programFolder;
 };
 
 // Every case starts with a good installation: both data files and the translation beside the
@@ -147,7 +148,6 @@ void TestStartup::init()
     QVERIFY(QFile::setPermissions(
         path(QStringLiteral("lock")), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
     qputenv("XDG_DATA_HOME", QFile::encodeName(path(QStringLiteral("data"))));
-    m_programFolder = path(QStringLiteral("program"));
     QVERIFY(writeFile(path(QStringLiteral("program/default.cds")), kLibrary));
     QVERIFY(writeFile(path(QStringLiteral("program/hints.cdh")), kHints));
     QVERIFY(
@@ -171,7 +171,8 @@ int TestStartup::runStartup(ScriptedSteps &steps, QByteArrayList arguments, cons
         argv.push_back(argument.data());
     argv.push_back(nullptr);
     int argc = int(arguments.size());
-    return CStartup(steps, {m_programFolder, locale, path(QStringLiteral("lock"))}).run(argc, argv.data());
+    return CStartup(steps, {path(QStringLiteral("program")), locale, path(QStringLiteral("lock"))})
+        .run(argc, argv.data());
 }
 
 // What the user meets: a data file's error, then the disclaimer (in the start language) unless
@@ -215,9 +216,8 @@ void TestStartup::windowsMet_data()
     row("version query, hints missing", {kLibrary, none, none, none}, hints, {"-v"});
 
     row("no acceptance file", found(none), disclaimer);
-    row("foreign file", found(QByteArray("cdi\0\0\0", 6)), disclaimer);
+    row("accepted, but another marker than U", found('X' + kAccepted.mid(1)), disclaimer);
     row("integer 0", found(framed(tInt(0))), disclaimer);
-    row("negative integer", found(framed(tInt(-1))), disclaimer);
     row("frame longer than the file", found(QByteArray::fromHex("550900006901000000")), disclaimer);
     row("accepted, more bytes after the frame", found(kAccepted + QByteArray(100, 'x')), {"Sparkwright"});
     row("accepted beside the program only", {kLibrary, kHints, kAccepted, none}, disclaimer);
@@ -313,7 +313,6 @@ void TestStartup::terminalAnswers_data()
     QTest::newRow("help") << "--help" << false
                           << QByteArray("Usage: sparkwright [-v | --help | --version]\n");
     QTest::newRow("version") << "--version" << false << QByteArray("sparkwright 0.95.1\n");
-    QTest::newRow("manifest") << "-v" << false << kManifest;
     QTest::newRow("manifest into a full disk") << "-v" << true << QByteArray();
 }
 
@@ -325,11 +324,8 @@ void TestStartup::terminalAnswers()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char *display : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
         environment.remove(QLatin1String(display));
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    if (toFullDisk)
-        process.setStandardOutputFile(QStringLiteral("/dev/full"));
-    process.start(kBuildDir + QLatin1String("/sparkwright"), {argument});
+    ProgramCopy copy(environment, {argument}, toFullDisk ? QStringLiteral("/dev/full") : QString());
+    QProcess &process = copy.process;
     QVERIFY(process.waitForFinished(60000));
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), toFullDisk ? 1 : 0);

@@ -72,16 +72,16 @@ private slots:
     void drawing();
 
 private:
-    // Runs the tool from the build folder, beside the data files and translations, or a bare
-    // copy with none of them, always in the case folder, which holds planted data files that are
-    // never to be read. File names are taken in the case folder. Before the arguments,
-    // "limit=N" lets no file grow past N bytes and ">full" sends the output to a full disk.
-    int run(QStringList arguments, bool bare = false, QByteArray *out = nullptr, QByteArray *err = nullptr);
-    QString write(const QString &name, const QByteArray &bytes);
+    // Runs the tool from the build folder, beside the data files and translations, always in the
+    // case folder, which holds planted data files that are never to be read. File names are taken
+    // in the case folder. Before the arguments, "bare" runs a copy of the tool with no data files
+    // beside it or in a share folder, "limit=N" lets no file grow past N bytes and ">full" sends
+    // the output to a full disk.
+    int run(QStringList arguments, QByteArray *out = nullptr, QByteArray *err = nullptr);
+    void write(const QString &name, const QByteArray &bytes);
     QString path(const QString &name) const { return m_dir.filePath(name); }
 
     QString m_cli;
-    // A copy of the tool in a folder of its own, with no data files beside it or in a share folder.
     QString m_bareCli;
     QTemporaryDir m_dir;
     QTemporaryDir m_runtimeDir;
@@ -108,9 +108,12 @@ void TestCli::initTestCase()
     write(QStringLiteral("point.json"), QJsonDocument(json).toJson());
 }
 
-int TestCli::run(QStringList arguments, bool bare, QByteArray *out, QByteArray *err)
+int TestCli::run(QStringList arguments, QByteArray *out, QByteArray *err)
 {
     QProcess process;
+    const QString tool = arguments.first() == QLatin1String("bare") ? m_bareCli : m_cli;
+    if (tool == m_bareCli)
+        arguments.removeFirst();
     QStringList limit; // the shell's arguments that set it
     if (arguments.first().startsWith(QLatin1String("limit="))) {
         // Every write past the limit fails with "File too large", as on a full disk.
@@ -133,7 +136,6 @@ int TestCli::run(QStringList arguments, bool bare, QByteArray *out, QByteArray *
     // A German system: what the tool writes must not take its number format from there.
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
     process.setProcessEnvironment(environment);
-    const QString tool = bare ? m_bareCli : m_cli;
     if (limit.isEmpty())
         process.start(tool, arguments);
     else
@@ -147,12 +149,11 @@ int TestCli::run(QStringList arguments, bool bare, QByteArray *out, QByteArray *
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
 }
 
-QString TestCli::write(const QString &name, const QByteArray &bytes)
+void TestCli::write(const QString &name, const QByteArray &bytes)
 {
     QFile file(path(name));
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("cannot write %s", qPrintable(file.fileName()));
-    return file.fileName();
 }
 
 // The arguments are separated by spaces. Damaged files are refused by the readers under
@@ -160,42 +161,39 @@ QString TestCli::write(const QString &name, const QByteArray &bytes)
 void TestCli::exitCodes_data()
 {
     QTest::addColumn<QString>("arguments");
-    QTest::addColumn<bool>("bare");
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<QString>("message"); // on the output for 0, else the one line of the errors
 
-    QTest::newRow("help") << "--help" << false << 0 << "build-hints";
-    QTest::newRow("version") << "--version" << false << 0 << "sparkwright-cli 0.";
-    QTest::newRow("unknown language")
-        << "graph road.cdi g.png --language fr" << false << 2 << "unknown language 'fr'";
+    QTest::newRow("help") << "--help" << 0 << "build-hints";
+    QTest::newRow("version") << "--version" << 0 << "sparkwright-cli 0.";
+    QTest::newRow("unknown language") << "graph road.cdi g.png --language fr" << 2 << "unknown language 'fr'";
     QTest::newRow("no library for the sheet's header, the old sheet kept")
-        << "print road.cdi old.pdf" << true << 1 << "default.cds: the file does not exist";
+        << "bare print road.cdi old.pdf" << 1 << "default.cds: the file does not exist";
     QTest::newRow("a folder as the profile")
-        << "print folder.cdi x.pdf" << false << 1 << "folder.cdi: the file could not be read";
-    QTest::newRow("damaged library") << "dump default.cds" << false << 1 << "is damaged or of another kind";
+        << "print folder.cdi x.pdf" << 1 << "folder.cdi: the file could not be read";
+    QTest::newRow("damaged library") << "dump default.cds" << 1 << "is damaged or of another kind";
     QTest::newRow("target folder missing")
-        << "pack road.json no/such/x.cdi" << false << 1 << "x.cdi: the file may not be written there";
-    QTest::newRow("text in a map point") << "pack point.json x.cdi" << false << 1 << "map[3][1]";
+        << "pack road.json no/such/x.cdi" << 1 << "x.cdi: the file may not be written there";
+    QTest::newRow("text in a map point") << "pack point.json x.cdi" << 1 << "map[3][1]";
     // Qt keeps small writes in a buffer until the file is committed: the smallest output counts.
     QTest::newRow("disk full while packing, the old file kept")
-        << "limit=20 pack road.json old.pdf" << false << 1
+        << "limit=20 pack road.json old.pdf" << 1
         << "File too large. A file that was there before is unchanged.";
     // In German, from the translation beside the tool, not the planted one.
     QTest::newRow("disk full while printing, the old sheet kept")
-        << "limit=2000 print road.cdi old.pdf --language de" << false << 1
+        << "limit=2000 print road.cdi old.pdf --language de" << 1
         << "old.pdf: die Datei konnte nicht geschrieben werden";
     QTest::newRow("dump to a full disk")
-        << ">full dump road.cdi" << false << 1 << "cannot write the output: No space left on device";
+        << ">full dump road.cdi" << 1 << "cannot write the output: No space left on device";
 }
 
 void TestCli::exitCodes()
 {
     QFETCH(QString, arguments);
-    QFETCH(bool, bare);
     QFETCH(int, exitCode);
     QFETCH(QString, message);
     QByteArray out, err;
-    QCOMPARE(run(arguments.split(QLatin1Char(' ')), bare, &out, &err), exitCode);
+    QCOMPARE(run(arguments.split(QLatin1Char(' ')), &out, &err), exitCode);
     const QString shown = QString::fromUtf8(exitCode == 0 ? out : err);
     QVERIFY2(shown.contains(message), qPrintable(shown));
     QVERIFY(exitCode == 0 || (out.isEmpty() && err.count('\n') == 1));
@@ -210,7 +208,7 @@ void TestCli::packAndDumpFollowTheLayout()
     QCOMPARE(run({"pack", "road.json", "built.cdi"}), 0);
     QCOMPARE(readAll(path("built.cdi")).toHex(), readAll(path("road.cdi")).toHex());
     QByteArray dumped;
-    QCOMPARE(run({"dump", "road.cdi"}, false, &dumped), 0);
+    QCOMPARE(run({"dump", "road.cdi"}, &dumped), 0);
     QCOMPARE(QJsonDocument::fromJson(dumped).object(), sampleJson());
 }
 

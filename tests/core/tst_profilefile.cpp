@@ -3,7 +3,6 @@
 #include "profile/container.h"
 #include "profile/defaultlibrary.h"
 #include "profile/hintcatalog.h"
-#include "profile/profilefile.h"
 #include "profile/recentprofiles.h"
 #include "support/layoutencoder.h"
 
@@ -214,7 +213,7 @@ void TestProfileFile::library()
         r.name = name;
         return r.bytes();
     };
-    const QByteArray bytes = handContainer({libraryHeader(QStringLiteral("def"), 1, 3),
+    const QByteArray bytes = handContainer({libraryHeader(QStringLiteral("def"), 3),
         templateRecord(4, QStringLiteral("A")), templateRecord(2, QStringLiteral("Zweitakt 50 cm³"))});
     const tl::expected<DefaultLibrary, FileError> library
         = readBytes(bytes, [](QIODevice &in) { return loadDefaultLibrary(in); });

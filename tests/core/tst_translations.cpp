@@ -10,20 +10,6 @@
 #include <QXmlStreamReader>
 #include <QtTest>
 
-namespace {
-
-// Placeholders that the program fills in: "%1" and the named ones like "%max".
-QSet<QString> placeholders(const QString &text)
-{
-    static const QRegularExpression pattern(QStringLiteral("%(\\d+|[A-Za-z]+)"));
-    QSet<QString> found;
-    for (auto matches = pattern.globalMatch(text); matches.hasNext();)
-        found.insert(matches.next().captured(0));
-    return found;
-}
-
-} // namespace
-
 class TestTranslations : public QObject
 {
     Q_OBJECT
@@ -41,22 +27,25 @@ void TestTranslations::everyTextIsTranslated()
     const QString ts = scratch.filePath(QStringLiteral("lang_de.ts"));
     QVERIFY(scratch.isValid() && QFile::copy(tree.filePath(QStringLiteral("i18n/lang_de.ts")), ts));
     QVERIFY(QFile::setPermissions(ts, QFile::ReadOwner | QFile::WriteOwner));
-    QStringList arguments {"-no-obsolete", "-locations", "none", "-I", tree.path()};
     // The folders whose texts the program shows.
-    for (const char *folder : {"core", "gui", "app"}) {
-        if (tree.exists(QLatin1String(folder)))
-            arguments.append(tree.filePath(QLatin1String(folder)));
-    }
+    const QStringList arguments {"-no-obsolete", "-locations", "none", "-I", tree.path(),
+        tree.filePath("core"), tree.filePath("gui"), tree.filePath("app"), "-ts", ts};
     QProcess lupdate;
     lupdate.setProcessChannelMode(QProcess::MergedChannels);
-    lupdate.start(QStringLiteral(SPARKWRIGHT_LUPDATE), arguments << "-ts" << ts);
+    lupdate.start(QStringLiteral(SPARKWRIGHT_LUPDATE), arguments);
     QVERIFY2(lupdate.waitForFinished(-1) && lupdate.exitCode() == 0, lupdate.readAll().constData());
 
+    // Placeholders that the program fills in: "%1" and the named ones like "%max".
+    const auto placeholders = [](const QString &text) {
+        QSet<QString> found;
+        for (auto matches = QRegularExpression("%(\\d+|[A-Za-z]+)").globalMatch(text); matches.hasNext();)
+            found.insert(matches.next().captured(0));
+        return found;
+    };
     QFile file(ts);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QXmlStreamReader xml(&file);
-    QString context;
-    QString source;
+    QString context, source;
     int messages = 0;
     QStringList problems;
     while (!xml.atEnd()) {

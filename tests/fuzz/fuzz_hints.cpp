@@ -17,8 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             cut = cut || hasZeroCharacter({hint.title, hint.text});
         }
     }
-    checkSavesBack(
-        *catalog, hintCatalogBytes, reload,
-        [](const HintCatalog &a, const HintCatalog &b) { return a.count() == b.count(); }, cut);
+    const auto same = [](const HintCatalog &a, const HintCatalog &b) { return a.count() == b.count(); };
+    checkSavesBack(*catalog, hintCatalogBytes, reload, same, cut);
     return 0;
 }

@@ -18,17 +18,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             continue;
         if (library->count() > 0)
             FUZZ_CHECK(library->profileForType(library->profileAt(0)->motorbikeType()) != nullptr);
-        bool cut = false;
-        for (const Profile &profile : library->profiles())
-            cut = cut
-                || hasZeroCharacter(
-                    {profile.name(), profile.notes(), profile.extraText(0), profile.extraText(1)});
-        checkSavesBack(
-            *library, defaultLibraryBytes, reload,
-            [](const DefaultLibrary &a, const DefaultLibrary &b) {
-                return a.count() == b.count() && a.libraryValue() == b.libraryValue();
-            },
-            cut);
+        const auto &profiles = library->profiles();
+        const auto same = [](const DefaultLibrary &a, const DefaultLibrary &b) {
+            return a.count() == b.count() && a.libraryValue() == b.libraryValue();
+        };
+        checkSavesBack(*library, defaultLibraryBytes, reload, same,
+            std::any_of(
+                profiles.begin(), profiles.end(), [](const Profile &p) { return hasZeroCharacter(p); }));
     }
     return 0;
 }

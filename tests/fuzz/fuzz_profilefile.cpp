@@ -26,8 +26,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         };
         checkSavesBack(
             *profile, save, readRecord, [](const Profile &, const Profile &) { return true; },
-            hasZeroCharacter(
-                {profile->name(), profile->notes(), profile->extraText(0), profile->extraText(1)}));
+            hasZeroCharacter(*profile));
     }
     return 0;
 }

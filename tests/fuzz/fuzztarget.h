@@ -1,11 +1,13 @@
 #pragma once
 
 #include "profile/fileerror.h"
+#include "profile/profile.h"
 
 #include <QBuffer>
 #include <QByteArray>
 #include <QString>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -32,10 +34,13 @@ inline QByteArray fuzzBytes(const uint8_t *data, size_t size)
 // a text is cut once and then stays as it is.
 inline bool hasZeroCharacter(std::initializer_list<QString> texts)
 {
-    for (const QString &text : texts)
-        if (text.contains(QChar(0)))
-            return true;
-    return false;
+    return std::any_of(
+        texts.begin(), texts.end(), [](const QString &text) { return text.contains(QChar(0)); });
+}
+
+inline bool hasZeroCharacter(const Profile &profile)
+{
+    return hasZeroCharacter({profile.name(), profile.notes(), profile.extraText(0), profile.extraText(1)});
 }
 
 // Bytes from outside never make a reader fail other than as damaged: true when they were read.
@@ -53,8 +58,9 @@ template<typename Read> auto readBytes(QByteArray bytes, Read read)
     return read(buffer);
 }
 
-// What was read saves to bytes that read to the same thing (same() compares what matters) and
-// that save again unchanged, once a text with a zero character (cut) has been cut.
+// What was read saves to bytes that read to the same thing (same() compares what a writer could
+// drop alike on both saves) and that save again unchanged, once a text with a zero character (cut)
+// has been cut.
 template<typename T, typename Save, typename Read, typename Same>
 void checkSavesBack(const T &loaded, Save save, Read read, Same same, bool cut)
 {

@@ -13,18 +13,13 @@ int main(int argc, char *argv[])
     int replayed = 0;
     for (int i = 1; i < argc; ++i) {
         const QFileInfo argument(QString::fromLocal8Bit(argv[i]));
-        QStringList files;
-        if (argument.isDir()) {
-            const QDir folder(argument.filePath());
-            for (const QString &name : folder.entryList(QDir::Files, QDir::Name))
-                files << folder.filePath(name);
-        } else {
-            files << argument.filePath();
-        }
-        for (const QString &path : qAsConst(files)) {
-            QFile file(path);
+        const QFileInfoList files = argument.isDir()
+            ? QDir(argument.filePath()).entryInfoList(QDir::Files, QDir::Name)
+            : QFileInfoList {argument};
+        for (const QFileInfo &path : files) {
+            QFile file(path.filePath());
             if (!file.open(QIODevice::ReadOnly)) {
-                std::fprintf(stderr, "cannot read %s\n", qPrintable(path));
+                std::fprintf(stderr, "cannot read %s\n", qPrintable(path.filePath()));
                 return 1;
             }
             const QByteArray bytes = file.readAll();

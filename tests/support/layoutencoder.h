@@ -33,10 +33,10 @@ inline QByteArray tDouble(double value)
     return 'd' + littleEndian(bits, 8);
 }
 
-inline QByteArray tString(const QString &value, char tag = 'Q')
+inline QByteArray tString(const QString &value)
 {
     const QByteArray utf8 = value.toUtf8();
-    return tag + tInt(utf8.size()) + utf8;
+    return 'Q' + tInt(utf8.size()) + utf8;
 }
 
 // One record: 'U', its length in three bytes, then its bytes.
@@ -54,21 +54,20 @@ inline QByteArray handContainer(const QList<QByteArray> &records)
     return out;
 }
 
-// The library's header record.
-inline QByteArray libraryHeader(
-    const QString &magic = QStringLiteral("def"), qint32 format = 1, qint32 value = 7, char stringTag = 'Q')
+// The library's header record: its magic, format 1 and its value.
+inline QByteArray libraryHeader(const QString &magic = QStringLiteral("def"), qint32 value = 7)
 {
-    return tString(magic, stringTag) + tInt(format) + tInt(value);
+    return tString(magic) + tInt(1) + tInt(value);
 }
 
 // The hint catalog's record: value, format, hint count, language count, then per hint and
 // language a title and a text.
-inline QByteArray hintsRecord(qint32 catalogValue, qint32 format, qint32 hints, qint32 languages,
-    const QStringList &texts, char stringTag = 'Q')
+inline QByteArray hintsRecord(
+    qint32 catalogValue, qint32 format, qint32 hints, qint32 languages, const QStringList &texts)
 {
     QByteArray out = tInt(catalogValue) + tInt(format) + tInt(hints) + tInt(languages);
     for (const QString &text : texts)
-        out += tString(text, stringTag);
+        out += tString(text);
     return out;
 }
 
@@ -84,21 +83,20 @@ struct HandRecord
     std::array<qint32, kMapPointCount> rpm {}, angle {};
     double k0 = 0.0, k1 = 0.0, k2 = 0.0;
     QStringList trailing {QString(), QString()};
-    char stringTag = 'Q';
 
     QByteArray bytes() const
     {
         const auto tBool = [](bool value) { return QByteArray(1, value ? 'B' : 'b'); };
         QByteArray out
             = tInt(version) + tInt(motorbikeType) + (version > 0 ? tInt(templateType) : QByteArray());
-        out += tBool(isCustom) + tBool(auxFlag) + tString(name, stringTag) + tString(notes, stringTag);
+        out += tBool(isCustom) + tBool(auxFlag) + tString(name) + tString(notes);
         out += tInt(flagByte) + tInt(voltage) + tBool(edgeSelectable) + tBool(modeOne);
         out += tDouble(k1Rising) + tDouble(k1Falling);
         for (int i = 0; i < kMapPointCount; ++i)
             out += tInt(rpm[i]) + tInt(angle[i]);
         out += tDouble(k0) + tDouble(k1) + tDouble(k2) + tInt(trailing.size());
         for (const QString &text : trailing)
-            out += tString(text, stringTag);
+            out += tString(text);
         return out;
     }
 };
