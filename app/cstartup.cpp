@@ -247,7 +247,7 @@ CProgramWindows::CProgramWindows(CDataHolder &data, CLanguageSwitcher &switcher,
     switcher.registerListener(m_mainWindow.get());
     switcher.registerListener(startPage);
 
-    m_mainWindow->start();
+    m_mainWindow->showStart();
     new CDeferredWindowIcon(m_mainWindow.get()); // owned by the window
     m_mainWindow->show();
 

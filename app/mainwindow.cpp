@@ -296,7 +296,7 @@ void MainWindow::showStartPage(const std::function<void()> &chooseView)
     showPage(m_wizard, m_wizard, chooseView);
 }
 
-void MainWindow::start()
+void MainWindow::showStart()
 {
     showStartPage([this] { m_wizard->showMainChoices(); });
 }
@@ -501,7 +501,7 @@ void MainWindow::leaveDevicePages()
     if (back)
         back();
     else
-        start();
+        showStart();
 }
 
 // An imported profile replaces the one being edited only after the same question as Open.

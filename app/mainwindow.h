@@ -52,7 +52,7 @@ public:
     CDeviceFlow &deviceFlow() { return *m_device; }
 
     // IBrowserMain
-    void start() override;
+    void showStart() override;
     void setButtonState(bool exitVisible, bool backVisible, bool nextVisible, bool nextEnabled,
         const QString &nextText, const QString &nextToolTip) override;
     void showEditor(const Profile &profile) override;

@@ -21,7 +21,7 @@ void CBlinker::setLabels(const QList<CHintLabel *> &labels)
         m_labels.append(label);
 }
 
-void CBlinker::start()
+void CBlinker::startBlinking()
 {
     m_running = true;
     m_ticks = 0;
@@ -36,7 +36,7 @@ void CBlinker::start()
     m_timer->start();
 }
 
-void CBlinker::stop()
+void CBlinker::stopBlinking()
 {
     m_running = false;
     m_timer->stop();
@@ -48,7 +48,7 @@ void CBlinker::tick()
         return;
     ++m_ticks;
     if (m_ticks >= kTickCount) {
-        stop();
+        stopBlinking();
         for (const QPointer<CHintLabel> &label : qAsConst(m_labels)) {
             if (label)
                 label->hide();

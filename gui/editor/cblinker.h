@@ -23,9 +23,9 @@ public:
     // Not owned; labels deleted meanwhile are skipped.
     void setLabels(const QList<CHintLabel *> &labels);
     // Shows the labels in black and starts counting.
-    void start();
+    void startBlinking();
     // Stops counting and leaves the labels as they are.
-    void stop();
+    void stopBlinking();
     bool isRunning() const { return m_running; }
     int ticks() const { return m_ticks; }
 

@@ -122,7 +122,7 @@ void EditorForm::setProfile(const Profile &profile)
     m_history.clear();
     if (!m_hintsStarted) {
         m_hintsStarted = true;
-        m_blinker->start();
+        m_blinker->startBlinking();
     }
 }
 
@@ -133,7 +133,7 @@ void EditorForm::refresh()
     m_notesForm->showNotes(m_profile.notes());
     m_flagsForm->setProfile(&m_profile);
     m_tableForm->setProfile(&m_profile);
-    m_graphForm->setData(&m_profile, m_tableForm->currentRow(), true);
+    m_graphForm->showProfile(&m_profile, m_tableForm->currentRow(), true);
 }
 
 void EditorForm::showInformation()
@@ -209,7 +209,7 @@ void EditorForm::setActive(bool active)
 void EditorForm::onBack()
 {
     if (confirmDiscard() && m_browserMain)
-        m_browserMain->start();
+        m_browserMain->showStart();
 }
 
 void EditorForm::onNext()
@@ -230,7 +230,7 @@ void EditorForm::retranslate(int)
 
 void EditorForm::updateGraph()
 {
-    m_graphForm->setData(&m_profile, m_tableForm->currentRow(), true);
+    m_graphForm->showProfile(&m_profile, m_tableForm->currentRow(), true);
 }
 
 void EditorForm::setProfileName(const QString &name)
@@ -255,13 +255,13 @@ void EditorForm::setProfileNotes(const QString &notes)
 void EditorForm::onMapChanged(bool rescale)
 {
     m_tableForm->setProfile(&m_profile);
-    m_graphForm->setData(&m_profile, m_tableForm->currentRow(), rescale);
+    m_graphForm->showProfile(&m_profile, m_tableForm->currentRow(), rescale);
 }
 
 void EditorForm::onPointSelected(int index, bool rescale)
 {
     m_tableForm->selectRow(index);
-    m_graphForm->setData(&m_profile, index, rescale);
+    m_graphForm->showProfile(&m_profile, index, rescale);
 }
 
 void EditorForm::onEdited(Edit edit, int point)
@@ -303,7 +303,7 @@ void EditorForm::onHintLabelTouched()
 {
     m_tableForm->hideHintLabel();
     m_graphForm->hideHintLabel();
-    m_blinker->stop();
+    m_blinker->stopBlinking();
 }
 
 void EditorForm::onIgnitionMapHint()

@@ -22,7 +22,7 @@ GraphForm::GraphForm(IProfileEditorMain *editor, QWidget *parent)
 
 GraphForm::~GraphForm() = default;
 
-void GraphForm::setData(Profile *profile, int selected, bool rescale, const MapValidation *validation)
+void GraphForm::showProfile(Profile *profile, int selected, bool rescale, const MapValidation *validation)
 {
     m_profile = profile;
     m_selected = selected;
@@ -73,7 +73,7 @@ bool GraphForm::eventFilter(QObject *watched, QEvent *event)
             dragTo(static_cast<QMouseEvent *>(event)->localPos().toPoint());
         return true;
     case QEvent::MouseButtonRelease:
-        release();
+        finishDrag();
         return true;
     case QEvent::Resize:
         m_plotter->resize(width(), height(), devicePixelRatioF());
@@ -119,7 +119,7 @@ void GraphForm::dragTo(const QPoint &position)
 }
 
 // A whole drag is one step, however many moves it took.
-void GraphForm::release()
+void GraphForm::finishDrag()
 {
     m_dragging = false;
     if (m_moved && m_profile)

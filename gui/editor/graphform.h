@@ -26,7 +26,7 @@ public:
     ~GraphForm() override;
 
     // Shows the editor's working profile with a selected point (-1 for none) and repaints at once.
-    void setData(Profile *profile, int selected, bool rescale, const MapValidation *validation = nullptr);
+    void showProfile(Profile *profile, int selected, bool rescale, const MapValidation *validation = nullptr);
     void redraw(bool rescale);
 
     // The floating "Drag points to edit" label is placed over the graph, centred.
@@ -43,7 +43,7 @@ protected:
 private:
     void press(const QPoint &position);
     void dragTo(const QPoint &position);
-    void release();
+    void finishDrag();
     void centreHintLabel();
 
     std::unique_ptr<Ui::GraphForm> m_ui;

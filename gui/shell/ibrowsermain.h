@@ -13,7 +13,7 @@ public:
     virtual ~IBrowserMain() = default;
 
     // The start page with its main choices.
-    virtual void start() = 0;
+    virtual void showStart() = 0;
     // Visibility of Exit, Back and Next, Next's enabled state, text and tool tip.
     virtual void setButtonState(bool exitVisible, bool backVisible, bool nextVisible, bool nextEnabled,
         const QString &nextText, const QString &nextToolTip)

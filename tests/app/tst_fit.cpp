@@ -85,7 +85,7 @@ void TestFit::fitsTheSystemFont()
     fits("port selection");
     program.window().showProgress();
     fits("progress");
-    program.window().start();
+    program.window().showStart();
     program.click("compareButton");
     fits("comparison");
     program.click("addDefaultButton");

@@ -123,8 +123,8 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
     DisclaimerDialog disclaimer(*program.menu, acceptance);
     window.findChild<WriteConfirmationDialog *>()->setProfile(program.firstTemplate());
     const QHash<QString, std::function<void()>> pages {
-        {"editor", [&] { window.showEditor(program.firstTemplate()); }}, {"start", [&] { window.start(); }},
-        {"ports", [&] { window.showPortSelection(); }},
+        {"editor", [&] { window.showEditor(program.firstTemplate()); }},
+        {"start", [&] { window.showStart(); }}, {"ports", [&] { window.showPortSelection(); }},
         {"confirmation", [&] { window.showProgrammingConfirmation(program.firstTemplate()); }},
         {"progress", [&] { window.showProgress(); }},
         {"notes", [&] { program.child<QTabWidget>("tabWidget")->setCurrentIndex(1); }}};

@@ -384,7 +384,7 @@ void TestMainWindow::recentProfilesOpenThroughTheQuestion()
     first->trigger();
     QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
 
-    program.window().start();
+    program.window().showStart();
     QListWidget *list = program.child<QListWidget>("recentList");
     clickEntry(list, 0);
     QCOMPARE(program.prompt(), QString::fromLatin1(kEditorPrompt));
@@ -425,7 +425,7 @@ void TestMainWindow::unsavedEditsAreGuardedOnEveryPath()
         editor->setProfileName(QStringLiteral("Edited"));
         program.click("nextButton");
         if (fromStartPage)
-            program.window().start(); // as after programming
+            program.window().showStart(); // as after programming
         QVERIFY(program.prompts.shown.isEmpty());
 
         program.prompts.askAnswers = {answer};

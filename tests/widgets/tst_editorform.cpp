@@ -71,7 +71,7 @@ Profile scooterTemplate(const Points &points = kScooterMap, const SensorCoeffici
 class FakeBrowser : public IBrowserMain
 {
 public:
-    void start() override { ++starts; }
+    void showStart() override { ++starts; }
     void setButtonState(bool, bool, bool, bool, const QString &, const QString &) override { }
     void showEditor(const Profile &) override { }
     void showProgrammingConfirmation(const Profile &profile) override { confirmations.append(profile); }
