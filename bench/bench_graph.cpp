@@ -31,8 +31,8 @@ public:
     void updateGraph() override { }
     void setProfileName(const QString &) override { }
     void setProfileNotes(const QString &) override { }
-    void onMapChanged(bool rescale) override { graph->setData(profile, graph->selectedIndex(), rescale); }
-    void onPointSelected(int index, bool rescale) override { graph->setData(profile, index, rescale); }
+    void onMapChanged(bool rescale) override { graph->showProfile(profile, graph->selectedIndex(), rescale); }
+    void onPointSelected(int index, bool rescale) override { graph->showProfile(profile, index, rescale); }
     void onEdited(Edit, int) override { }
 
     GraphForm *graph = nullptr;
@@ -71,7 +71,7 @@ int main(int argc, char *argv[])
     graph.resize(733, 430);
     graph.show();
     QCoreApplication::processEvents();
-    graph.setData(&working, -1, true);
+    graph.showProfile(&working, -1, true);
     const MapPoint point = working.map().point(4);
     const QPoint grab(
         graph.plotter().xAxis().toPixel(point.rpm), graph.plotter().yAxis().toPixel(point.angle));
