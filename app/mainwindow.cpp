@@ -78,6 +78,8 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_device.get(), &CDeviceFlow::refused, m_waitForm, &WaitForm::showRefusal);
     connect(m_waitForm, &WaitForm::backRequested, m_device.get(), &CDeviceFlow::back);
     connect(m_waitForm, &WaitForm::nextRequested, m_device.get(), &CDeviceFlow::next);
+    connect(m_waitForm, &WaitForm::retryRequested, m_device.get(), &CDeviceFlow::retry);
+    connect(m_waitForm, &WaitForm::otherPortRequested, m_device.get(), &CDeviceFlow::chooseAnotherPort);
     connect(m_devicesForm, &DevicesForm::backRequested, m_device.get(), &CDeviceFlow::leavePortSelection);
     connect(m_devicesForm, &DevicesForm::portChosen, m_device.get(), &CDeviceFlow::portChosen);
     connect(m_device.get(), &CDeviceFlow::exchangeStarted, this, &MainWindow::showProgress);

@@ -147,7 +147,7 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
     });
     const tl::expected<void, DeviceRefusal> started = bridge.runTransaction(std::move(transaction), port);
     if (!started) {
-        m_err << "sparkwright-cli: " << refusalWords(started.error()) << "\n";
+        m_err << "sparkwright-cli: " << plainRefusalWords(started.error()) << "\n";
         m_err.flush();
         return kUsageError;
     }

@@ -400,12 +400,32 @@
 <context>
     <name>ExchangeWording</name>
     <message>
-        <source>Cannot open %1: %2</source>
-        <translation>%1 kann nicht geöffnet werden: %2</translation>
+        <source>%1 is in use by another program. Close it and try again.</source>
+        <translation>%1 wird von einem anderen Programm benutzt. Schließen Sie es und versuchen Sie es erneut.</translation>
     </message>
     <message>
-        <source>Your user account needs to be a member of the group &quot;dialout&quot; to use serial ports (for example: sudo usermod -aG dialout $USER). Log out and in again afterwards.</source>
-        <translation>Für den Zugriff auf serielle Schnittstellen muss Ihr Benutzerkonto Mitglied der Gruppe „dialout“ sein (zum Beispiel: sudo usermod -aG dialout $USER). Melden Sie sich danach ab und wieder an.</translation>
+        <source>%1 is in use by another program: %2 (process %3). Close it and try again.</source>
+        <translation>%1 wird von einem anderen Programm benutzt: %2 (Prozess %3). Schließen Sie es und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>Permission denied: %1 belongs to the group %2 and has the access rights %3.</source>
+        <translation>Zugriff verweigert: %1 gehört zur Gruppe %2 und hat die Zugriffsrechte %3.</translation>
+    </message>
+    <message>
+        <source>The udev rule of the Sparkwright package gives you the bridge without a new login: install the package, or copy 70-sparkwright-cp210x.rules to /usr/lib/udev/rules.d, then plug the bridge in again.</source>
+        <translation>Die udev-Regel aus dem Sparkwright-Paket gibt Ihnen Zugriff auf die Brücke, ohne dass Sie sich neu anmelden müssen: Installieren Sie das Paket oder kopieren Sie 70-sparkwright-cp210x.rules nach /usr/lib/udev/rules.d und stecken Sie die Brücke dann neu ein.</translation>
+    </message>
+    <message>
+        <source>Add your account to this group, then log out and in again: %1</source>
+        <translation>Nehmen Sie Ihr Benutzerkonto in diese Gruppe auf und melden Sie sich dann ab und wieder an: %1</translation>
+    </message>
+    <message>
+        <source>Only its owner %1 may use it.</source>
+        <translation>Nur der Eigentümer %1 darf darauf zugreifen.</translation>
+    </message>
+    <message>
+        <source>Cannot open %1: %2</source>
+        <translation>%1 kann nicht geöffnet werden: %2</translation>
     </message>
     <message>
         <source>The ignition map of this profile is not valid. Correct it before programming the CDI.</source>
@@ -1111,6 +1131,14 @@
     <message>
         <source>A copy of this profile could not be kept among the programmed profiles: %1</source>
         <translation>Eine Kopie dieses Profils konnte nicht bei den programmierten Profilen abgelegt werden: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Retry</source>
+        <translation>Erneut &amp;versuchen</translation>
+    </message>
+    <message>
+        <source>&amp;Choose another port</source>
+        <translation>Andere &amp;Schnittstelle wählen</translation>
     </message>
 </context>
 <context>

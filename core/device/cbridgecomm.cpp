@@ -1,5 +1,7 @@
 #include "device/cbridgecomm.h"
 
+#include "device/serialports.h"
+
 #include "device/devicelog.h"
 
 namespace {
@@ -38,8 +40,9 @@ tl::expected<void, DeviceRefusal> CBridgeComm::runTransaction(
     port->setFlowControl(QSerialPort::NoFlowControl);
     if (!port->open(QIODevice::ReadWrite)) {
         qCDebug(lcDevice) << "cannot open" << portName << port->errorString();
-        return tl::make_unexpected(
-            DeviceRefusal {DeviceRefusal::Kind::CannotOpen, portName, port->errorString(), port->error()});
+        DeviceRefusal refusal {DeviceRefusal::Kind::CannotOpen, portName, port->errorString(), port->error()};
+        explainRefusal(refusal, CSystemPortLister());
+        return tl::make_unexpected(refusal);
     }
 
     port->setParent(this);

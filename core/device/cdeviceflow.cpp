@@ -57,7 +57,7 @@ void CDeviceFlow::program(const Profile &profile, bool allowReimport)
     });
 }
 
-// The port that worked last comes first; a bridge found now comes next; else the user chooses.
+// The port a CDI answered on last comes first; a bridge found now comes next; else the user chooses.
 void CDeviceFlow::request(Factory make)
 {
     if (isBusy()) {
@@ -85,14 +85,16 @@ void CDeviceFlow::portChosen(const QString &portName)
     const tl::expected<void, DeviceRefusal> started
         = m_bridge.runTransaction(std::move(transaction), portName, m_pacing);
     if (started) {
+        m_last = std::move(m_pending);
         m_pending = nullptr;
-        m_port = portName;
+        m_lastPort = portName;
         emit busyChanged(true);
         emit exchangeStarted(exchange);
         return;
     }
     // A port that cannot be opened leaves the action pending: the user may retry or pick another.
-    if (started.error().kind == DeviceRefusal::Kind::CannotOpen) {
+    const DeviceRefusal::Kind kind = started.error().kind;
+    if (kind != DeviceRefusal::Kind::InvalidMap && kind != DeviceRefusal::Kind::Busy) {
         m_port.clear();
         emit portSelectionShown();
     }
@@ -105,8 +107,37 @@ void CDeviceFlow::leavePortSelection()
     emit leaveRequested();
 }
 
+namespace {
+
+// A well-formed answer, whatever it says, came from a CDI; silence, noise or a lost port did not.
+bool cdiAnswered(ExchangeResult::Kind kind)
+{
+    switch (kind) {
+    case ExchangeResult::Kind::Succeeded:
+    case ExchangeResult::Kind::WrongNonce:
+    case ExchangeResult::Kind::WrongEcho:
+    case ExchangeResult::Kind::UnknownType:
+    case ExchangeResult::Kind::BadValue:
+        return true;
+    case ExchangeResult::Kind::NoResponse:
+    case ExchangeResult::Kind::WrongLength:
+    case ExchangeResult::Kind::BadHeader:
+    case ExchangeResult::Kind::BadChecksum:
+    case ExchangeResult::Kind::PortLost:
+        break;
+    }
+    return false;
+}
+
+} // namespace
+
 void CDeviceFlow::onFinished(const ExchangeResult &result)
 {
+    // A port nothing answered on is not where the next action should go, even if it worked once.
+    if (cdiAnswered(result.kind))
+        m_port = m_lastPort;
+    else if (m_port == m_lastPort)
+        m_port.clear();
     tl::expected<void, FileError> kept;
     if (result.succeeded() && result.exchange == DeviceExchange::Program && result.profile)
         kept = keepProgrammedCopy(*result.profile);
@@ -139,6 +170,22 @@ void CDeviceFlow::next()
         return;
     }
     emit leaveRequested();
+}
+
+void CDeviceFlow::retry()
+{
+    if (isBusy() || !m_last)
+        return;
+    m_pending = m_last;
+    portChosen(m_lastPort);
+}
+
+void CDeviceFlow::chooseAnotherPort()
+{
+    if (isBusy() || !m_last)
+        return;
+    m_pending = m_last;
+    emit portSelectionShown();
 }
 
 void CDeviceFlow::handOverImport()

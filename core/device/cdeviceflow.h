@@ -18,7 +18,7 @@ class DefaultLibrary;
 class IPortLister;
 
 // What happens between a device action chosen in the program and its end: finding the port
-// (the one that worked last, else the detected bridge, else the user's choice on the port page),
+// (the last one a CDI answered on, else the detected bridge, else the user's choice on the port page),
 // running the exchange, and what follows a success: the imported profile goes to the editor, a
 // programmed one is kept as a copy. It knows nothing of widgets: it tells the pages by its signals
 // what to show, and the pages tell it by back(), next(), portChosen() and leavePortSelection()
@@ -40,14 +40,18 @@ public:
     // From the progress page, once the exchange has ended.
     void back();
     void next();
+    // After a failure: the same action again on the same port, or on one the user picks.
+    void retry();
+    void chooseAnotherPort();
     // From the port page.
     void portChosen(const QString &portName);
     void leavePortSelection();
 
     bool isBusy() const { return m_bridge.isBusy(); }
-    // The port the last exchange opened; the next one starts there.
+    // The last port a CDI answered on; the next action starts there. A port that merely opened is
+    // not kept: a wrong choice would otherwise take every later action there too.
     QString port() const { return m_port; }
-    // Where the next action starts, as if an exchange had just worked there.
+    // Where the next action starts, as if a CDI had just answered there.
     void choosePort(const QString &portName) { m_port = portName; }
 
     void setPacing(const BridgePacing &pacing) { m_pacing = pacing; }
@@ -87,6 +91,9 @@ private:
     QRandomGenerator m_random;
     QString m_port;
     Factory m_pending;
+    // The action that ran last and its port, for Retry and for choosing another port.
+    Factory m_last;
+    QString m_lastPort;
     std::optional<Profile> m_imported;
     QTimer m_importDelay;
     QString m_programmedFolder;

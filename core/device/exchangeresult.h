@@ -57,11 +57,24 @@ struct DeviceRefusal
         InvalidMap, // the profile's map breaks its limits: it is never sent
         Busy, // another exchange still runs
         CannotOpen,
+        InUse, // another program holds the port
+        NoPermission, // the device node is closed to this user
     };
     Kind kind = Kind::Busy;
-    // CannotOpen: the port, with the port's own account of the failure.
+    // CannotOpen and the two below: the port, with the port's own account of the failure.
     QString portName;
     QString portError;
     QSerialPort::SerialPortError error = QSerialPort::NoError;
+    // InUse: the program holding the port and its process, where its lock file names one.
+    QString holder {};
+    qint64 holderPid = 0;
+    // NoPermission: the device node as the system describes it, such as "crw-rw----" for its
+    // access rights, and whether it is a CP210x bridge, which the package's udev rule opens up.
+    QString node {};
+    QString owner {};
+    QString group {};
+    QString mode {};
+    bool groupMayUse = false;
+    bool bridge = false;
 };
 Q_DECLARE_METATYPE(DeviceRefusal)

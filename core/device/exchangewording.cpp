@@ -32,6 +32,33 @@ ExchangeWords programmingWords(const ExchangeResult &result)
     return {QCoreApplication::translate("ExchangeWording", "Programming successful"), text};
 }
 
+// Rich text even in a message box, which takes text without a tag in its first line as plain.
+QString paragraph(const QString &richText)
+{
+    return QStringLiteral("<p>") + richText + QStringLiteral("</p>");
+}
+
+// What gives this user the node. The package's udev rule does for the bridge, without a new
+// login; otherwise the node's group, if the group may use it; else only its owner may.
+QString permissionAdvice(const DeviceRefusal &refusal)
+{
+    if (refusal.bridge)
+        return QCoreApplication::translate("ExchangeWording",
+            "The udev rule of the Sparkwright package gives you the bridge without a new login: install "
+            "the package, or copy 70-sparkwright-cp210x.rules to /usr/lib/udev/rules.d, then plug the "
+            "bridge in again.");
+    if (refusal.groupMayUse) {
+        // The command is never broken across lines: it is typed as it stands.
+        const QString command
+            = QStringLiteral("<nobr>sudo usermod -aG %1 $USER</nobr>").arg(refusal.group.toHtmlEscaped());
+        return QCoreApplication::translate(
+            "ExchangeWording", "Add your account to this group, then log out and in again: %1")
+            .arg(command);
+    }
+    return QCoreApplication::translate("ExchangeWording", "Only its owner %1 may use it.")
+        .arg(refusal.owner.toHtmlEscaped());
+}
+
 } // namespace
 
 ExchangeWords activityWords(DeviceExchange exchange)
@@ -104,18 +131,30 @@ QString refusalWords(const DeviceRefusal &refusal)
     case DeviceRefusal::Kind::Busy:
         // Deliberately untranslated: a last guard the pages never let the user reach.
         return QStringLiteral("busy");
+    case DeviceRefusal::Kind::InUse:
+        if (refusal.holder.isEmpty())
+            return paragraph(QCoreApplication::translate(
+                "ExchangeWording", "%1 is in use by another program. Close it and try again.")
+                                 .arg(refusal.portName.toHtmlEscaped()));
+        return paragraph(QCoreApplication::translate(
+            "ExchangeWording", "%1 is in use by another program: %2 (process %3). Close it and try again.")
+                             .arg(refusal.portName.toHtmlEscaped(), refusal.holder.toHtmlEscaped())
+                             .arg(refusal.holderPid));
+    case DeviceRefusal::Kind::NoPermission:
+        return paragraph(QCoreApplication::translate("ExchangeWording",
+                   "Permission denied: %1 belongs to the group %2 and has the access rights %3.")
+                             .arg(refusal.node.toHtmlEscaped(), refusal.group.toHtmlEscaped(), refusal.mode))
+            + paragraph(permissionAdvice(refusal));
     case DeviceRefusal::Kind::CannotOpen:
         break;
     }
-    QString reason = QCoreApplication::translate("ExchangeWording", "Cannot open %1: %2")
-                         .arg(refusal.portName, refusal.portError);
-#ifdef Q_OS_LINUX
-    if (refusal.error == QSerialPort::PermissionError) {
-        reason += QLatin1Char('\n')
-            + QCoreApplication::translate("ExchangeWording",
-                "Your user account needs to be a member of the group \"dialout\" to use serial ports "
-                "(for example: sudo usermod -aG dialout $USER). Log out and in again afterwards.");
-    }
-#endif
-    return reason;
+    return paragraph(QCoreApplication::translate("ExchangeWording", "Cannot open %1: %2")
+                         .arg(refusal.portName.toHtmlEscaped(), refusal.portError.toHtmlEscaped()));
+}
+
+QString plainRefusalWords(const DeviceRefusal &refusal)
+{
+    QString words = refusalWords(refusal);
+    words.replace(QLatin1String("</p><p>"), QLatin1String(" "));
+    return withoutMarkup(words);
 }

@@ -17,4 +17,7 @@ ExchangeWords activityWords(DeviceExchange exchange);
 // Once the request has gone out and the answer is due.
 QString waitingWords();
 ExchangeWords resultWords(const ExchangeResult &result);
+// Rich text, but for the invalid map and the last guard.
 QString refusalWords(const DeviceRefusal &refusal);
+// The same on one line, for the command-line tool.
+QString plainRefusalWords(const DeviceRefusal &refusal);

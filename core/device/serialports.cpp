@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <grp.h>
 #include <pwd.h>
 #include <signal.h>
 #include <sys/stat.h>
@@ -89,7 +90,97 @@ bool processIsAlive(qint64 pid)
     return pid > 0 && (::kill(pid_t(pid), 0) == 0 || errno == EPERM);
 }
 
+QString nodePath(const QString &portName)
+{
+    return portName.startsWith(QLatin1Char('/')) ? portName : QStringLiteral("/dev/") + portName;
+}
+
+// The program whose lock file names the port: its PID on the first line (as text, whoever wrote
+// it) and its name as the kernel keeps it.
+void findLockHolder(const QString &node, DeviceRefusal &refusal)
+{
+    QString name = node.startsWith(QLatin1String("/dev/")) ? node.mid(5) : node;
+    name.replace(QLatin1Char('/'), QLatin1Char('_'));
+    for (const char *folder : {"/run/lock", "/var/lock"}) {
+        QFile lock(QLatin1String(folder) + QStringLiteral("/LCK..") + name);
+        if (!lock.open(QIODevice::ReadOnly))
+            continue;
+        bool numeric = false;
+        const qint64 pid = QString::fromLatin1(lock.readLine(64)).trimmed().toLongLong(&numeric);
+        if (!numeric || pid <= 0)
+            continue;
+        QFile comm(QStringLiteral("/proc/%1/comm").arg(pid));
+        if (!comm.open(QIODevice::ReadOnly))
+            continue;
+        refusal.holder = QString::fromLocal8Bit(comm.readAll()).trimmed();
+        refusal.holderPid = pid;
+        return;
+    }
+}
+
+// As ls shows them: "crw-rw----".
+QString modeText(mode_t mode)
+{
+    QString text = S_ISCHR(mode) ? QStringLiteral("c")
+        : S_ISDIR(mode)          ? QStringLiteral("d")
+                                 : QStringLiteral("-");
+    const mode_t bits[] = {S_IRUSR, S_IWUSR, S_IXUSR, S_IRGRP, S_IWGRP, S_IXGRP, S_IROTH, S_IWOTH, S_IXOTH};
+    for (int i = 0; i < 9; ++i)
+        text += (mode & bits[i]) ? QLatin1Char("rwx"[i % 3]) : QLatin1Char('-');
+    return text;
+}
+
+QString groupName(gid_t gid)
+{
+    QByteArray buffer(16384, '\0');
+    group entry {};
+    group *found = nullptr;
+    if (::getgrgid_r(gid, &entry, buffer.data(), size_t(buffer.size()), &found) != 0 || !found)
+        return QString::number(gid);
+    return QString::fromLocal8Bit(found->gr_name);
+}
+
+QString userName(uid_t uid)
+{
+    QByteArray buffer(16384, '\0');
+    passwd entry {};
+    passwd *found = nullptr;
+    if (::getpwuid_r(uid, &entry, buffer.data(), size_t(buffer.size()), &found) != 0 || !found)
+        return QString::number(uid);
+    return QString::fromLocal8Bit(found->pw_name);
+}
+
 } // namespace
+
+// Qt reports a lock file held by another program, a port in the kernel's exclusive mode and a
+// node closed to us alike; whether we may read and write the node tells them apart.
+void explainRefusal(DeviceRefusal &refusal, const IPortLister &lister)
+{
+    if (refusal.kind != DeviceRefusal::Kind::CannotOpen || refusal.error != QSerialPort::PermissionError)
+        return;
+    const QString node = nodePath(refusal.portName);
+    const QByteArray path = QFile::encodeName(node);
+    if (::access(path.constData(), R_OK | W_OK) == 0) {
+        refusal.kind = DeviceRefusal::Kind::InUse;
+        findLockHolder(node, refusal);
+        return;
+    }
+    struct stat info
+    {
+    };
+    if (::stat(path.constData(), &info) != 0)
+        return;
+    refusal.kind = DeviceRefusal::Kind::NoPermission;
+    refusal.node = node;
+    refusal.owner = userName(info.st_uid);
+    refusal.group = groupName(info.st_gid);
+    refusal.mode = modeText(info.st_mode);
+    refusal.groupMayUse = (info.st_mode & (S_IRGRP | S_IWGRP)) == (S_IRGRP | S_IWGRP);
+    for (const SerialPortEntry &port : lister.ports()) {
+        if (nodePath(port.name) == node && !port.isVirtual && isBridgePort(port))
+            refusal.bridge = true;
+    }
+}
 
 std::vector<SerialPortEntry> CSystemPortLister::ports() const
 {

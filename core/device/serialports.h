@@ -1,5 +1,7 @@
 #pragma once
 
+#include "device/exchangeresult.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -46,6 +48,11 @@ bool isBridgeName(const QString &description);
 int findBridgePort(const std::vector<SerialPortEntry> &ports);
 // Its name, or empty when none is plugged in.
 QString findBridgePort(const IPortLister &lister);
+
+// A port refused with a permission error is either held by another program (its lock file or the
+// kernel's exclusive mode) or closed to this user: which one, and what the system says of it.
+// Any other refusal stays as it is.
+void explainRefusal(DeviceRefusal &refusal, const IPortLister &lister);
 
 // Virtual CDIs announce their pseudo-terminals to the user's other processes by small files in a
 // folder only that user can write: "sparkwright-virtual-cdi" in the runtime folder, else in

@@ -21,6 +21,8 @@ WaitForm::WaitForm(QWidget *parent)
     m_ui->imageLabel->setMovie(m_movie);
     m_timer.setInterval(300);
     connect(&m_timer, &QTimer::timeout, this, &WaitForm::onTimer);
+    connect(m_ui->retryButton, &QPushButton::clicked, this, &WaitForm::retryRequested);
+    connect(m_ui->otherPortButton, &QPushButton::clicked, this, &WaitForm::otherPortRequested);
     showLook(Look::Busy);
     m_movie->stop();
 }
@@ -64,6 +66,9 @@ void WaitForm::showResult(const ExchangeResult &result)
         m_ui->titleLabel->setText(words.title);
     m_ui->textEdit->setHtml(words.text);
     m_movie->stop();
+    // Worded here, not in the form, so that they follow a change of language like the result does.
+    m_ui->retryButton->setText(tr("&Retry"));
+    m_ui->otherPortButton->setText(tr("&Choose another port"));
     showLook(result.succeeded() ? Look::Success : Look::Failure);
     if (result.succeeded()) {
         m_frame = 0;
@@ -89,8 +94,9 @@ void WaitForm::showRefusal(const DeviceRefusal &refusal)
         userPrompts().warn(this, QStringLiteral("Error"), refusalWords(refusal), QStringLiteral("OK"));
         return;
     case DeviceRefusal::Kind::CannotOpen:
-        userPrompts().warn(
-            this, tr("Connection to the CDI"), refusalWords(refusal).toHtmlEscaped(), tr("OK"));
+    case DeviceRefusal::Kind::InUse:
+    case DeviceRefusal::Kind::NoPermission:
+        userPrompts().warn(this, tr("Connection to the CDI"), refusalWords(refusal), tr("OK"));
         return;
     }
 }
@@ -113,6 +119,9 @@ void WaitForm::showLook(Look look)
     m_ui->okLabel->setVisible(look == Look::Success);
     m_ui->okLabel2->setVisible(false);
     m_ui->failLabel->setVisible(look == Look::Failure);
+    // Every failure offers the same action again, here or on a port the user picks.
+    m_ui->retryButton->setVisible(look == Look::Failure);
+    m_ui->otherPortButton->setVisible(look == Look::Failure);
 }
 
 void WaitForm::onTimer()

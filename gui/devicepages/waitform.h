@@ -51,6 +51,9 @@ public:
 signals:
     void backRequested();
     void nextRequested();
+    // From the failure's buttons.
+    void retryRequested();
+    void otherPortRequested();
 
 private:
     void showLook(Look look);

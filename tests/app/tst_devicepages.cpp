@@ -10,6 +10,7 @@
 
 #include <QListWidget>
 #include <QPushButton>
+#include <QSerialPort>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -54,7 +55,10 @@ void TestDevicePages::exchanges_data()
     row("ping", "none", "Test successful",
         "Your CDI responded as expected. Firmware 1.00 and serial number 123456 were reported.");
     row("ping", "hangup", "Testing", "CDI sent an invalid response"); // keeps the activity's title
-    row("ping", "port cannot be opened", "Connection to the CDI", "Cannot open /dev/null/x: ");
+    row("ping", "port cannot be opened", "Connection to the CDI", "<p>Cannot open /dev/null/x: ");
+    // Rich text, the pseudo-terminal's name written as PTY.
+    row("ping", "port in use", "Connection to the CDI",
+        "<p>PTY is in use by another program: tst_devicepages (process ");
     row("import", "none", "Import OK", "Imported profile data will be sent to editor shortly.");
     row("program", "copy cannot be kept", "Programming successful",
         "Your CDI is now programmed with the profile Track.\nA copy of this profile could not be kept among "
@@ -89,7 +93,10 @@ void TestDevicePages::exchanges()
     flow.setPacing({100, 30});
     flow.setImportDelay(50);
     flow.setProgrammedFolder(QStringLiteral("/proc/x"));
-    flow.choosePort(fault.startsWith(QLatin1String("port")) ? QStringLiteral("/dev/null/x") : cdi.portName());
+    flow.choosePort(
+        fault == QLatin1String("port cannot be opened") ? QStringLiteral("/dev/null/x") : cdi.portName());
+    QSerialPort other(cdi.portName()); // another program's
+    QVERIFY(fault != QLatin1String("port in use") || other.open(QIODevice::ReadWrite));
     Profile mine = program.firstTemplate();
     mine.setName(QStringLiteral("Track"));
     if (action == QLatin1String("ping")) {
@@ -126,7 +133,11 @@ void TestDevicePages::exchanges()
     if (!wait->isVisible()) {
         QVERIFY(!requests.wait(300));
         QCOMPARE(program.prompts.titles().join(""), title);
-        QCOMPARE(program.prompts.each(&ScriptedPrompts::Shown::text).join("").left(text.size()), text);
+        QCOMPARE(program.prompts.each(&ScriptedPrompts::Shown::text)
+                     .join("")
+                     .replace(cdi.portName(), "PTY")
+                     .left(text.size()),
+            text);
         return;
     }
     if (flow.isBusy())
@@ -136,6 +147,13 @@ void TestDevicePages::exchanges()
     QCOMPARE(wait->text(), text);
     QCOMPARE(
         wait->look(), fault == QLatin1String("hangup") ? WaitForm::Look::Failure : WaitForm::Look::Success);
+    // Every failure offers another port; the port page's Back leaves like the progress page's.
+    auto *otherPort = wait->findChild<QPushButton *>("otherPortButton");
+    QCOMPARE(otherPort->isVisible(), wait->look() == WaitForm::Look::Failure);
+    if (otherPort->isVisible()) {
+        QTest::mouseClick(otherPort, Qt::LeftButton);
+        QVERIFY(program.window().findChild<DevicesForm *>()->isVisible());
+    }
     if (action == QLatin1String("import")) {
         // The editor opens by itself shortly after the result shows.
         QTRY_COMPARE(program.prompt(), QLatin1String(kEditorPrompt));

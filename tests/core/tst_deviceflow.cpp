@@ -8,6 +8,7 @@
 #include "support/layoutencoder.h"
 
 #include <QDateTime>
+#include <QSerialPort>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -80,6 +81,16 @@ void TestDeviceFlow::steps_data()
         {"port page", "started ping", "result ok", "started ping", "result ok"});
     row("no bridge: a port that cannot be opened, then another", {"ping", "nowhere", "CDI", "await"},
         {"port page", "port page", "refused open /dev/null/x", "started ping", "result ok"});
+    // A port is kept only once a CDI answered on it; a failure offers the same port or another.
+    row("no bridge: a port nothing answered on is not kept",
+        {"silent", "ping", "CDI", "await", "answering", "ping", "CDI", "await", "ping", "await"},
+        {"port page", "started ping", "result failed", "port page", "started ping", "result ok",
+            "started ping", "result ok"});
+    row("no bridge: after a failure another port, or retry",
+        {"silent", "ping", "CDI", "await", "other port", "answering", "retry", "await"},
+        {"port page", "started ping", "result failed", "port page", "started ping", "result ok"});
+    row("no bridge: a port another program holds", {"held", "ping", "CDI"},
+        {"port page", "port page", "refused in use tst_deviceflow"});
     row("no bridge: the port page left, nothing starts", {"ping", "leave", "CDI"}, {"port page", "leave"});
     row("bridge: busy", {"ping", "import", "await"}, {"started ping", "refused busy", "result ok"});
     row("bridge: a map beyond its limits is never sent", {"invalid program", "ping", "await"},
@@ -107,6 +118,7 @@ void TestDeviceFlow::steps()
     CVirtualCdi cdi;
     QCOMPARE(cdi.open(), QString());
     cdi.setProfile(track());
+    QSerialPort other(cdi.portName()); // another program's hold on the CDI's port
     QStringList asked; // of the pages
     const bool bridge = QString(QTest::currentDataTag()).startsWith(QLatin1String("bridge"));
     // The flow keeps nothing of the lister it was given.
@@ -115,7 +127,7 @@ void TestDeviceFlow::steps()
     flow.setImportDelay(3600000);
     flow.setProgrammedFolder(m_copies.path());
     const char *exchanges[] = {"ping", "import", "program"};
-    const char *refusals[] = {"map", "busy", "open"};
+    const char *refusals[] = {"map", "busy", "open", "in use", "denied"};
     connect(&flow, &CDeviceFlow::portSelectionShown, this, [&] { asked << "port page"; });
     connect(&flow, &CDeviceFlow::exchangeStarted, this,
         [&](DeviceExchange exchange) { asked << QStringLiteral("started ") + exchanges[int(exchange)]; });
@@ -123,7 +135,10 @@ void TestDeviceFlow::steps()
         [&](const ExchangeResult &result) { asked << (result.succeeded() ? "result ok" : "result failed"); });
     connect(&flow, &CDeviceFlow::copyNotKept, this, [&] { asked << "copy not kept"; });
     connect(&flow, &CDeviceFlow::refused, this, [&](const DeviceRefusal &refusal) {
-        asked << QStringLiteral("refused %1 %2").arg(refusals[int(refusal.kind)], refusal.portName).trimmed();
+        const bool inUse = refusal.kind == DeviceRefusal::Kind::InUse;
+        asked << QStringLiteral("refused %1 %2")
+                     .arg(refusals[int(refusal.kind)], inUse ? refusal.holder : refusal.portName)
+                     .trimmed();
     });
     connect(&flow, &CDeviceFlow::leaveRequested, this, [&] { asked << "leave"; });
     connect(&flow, &CDeviceFlow::importedProfileReady, this,
@@ -134,8 +149,11 @@ void TestDeviceFlow::steps()
         {"invalid program", [&] { flow.program(track(60), true); }},
         {"CDI", [&] { flow.portChosen(cdi.portName()); }},
         {"nowhere", [&] { flow.portChosen(QStringLiteral("/dev/null/x")); }}, {"back", [&] { flow.back(); }},
-        {"next", [&] { flow.next(); }}, {"leave", [&] { flow.leavePortSelection(); }},
-        {"quick", [&] { flow.setImportDelay(1); }},
+        {"next", [&] { flow.next(); }}, {"retry", [&] { flow.retry(); }},
+        {"other port", [&] { flow.chooseAnotherPort(); }},
+        {"answering", [&] { cdi.setFault(CVirtualCdi::Fault::None); }},
+        {"held", [&] { QVERIFY(other.open(QIODevice::ReadWrite)); }},
+        {"leave", [&] { flow.leavePortSelection(); }}, {"quick", [&] { flow.setImportDelay(1); }},
         {"silent", [&] { cdi.setFault(CVirtualCdi::Fault::Silent); }},
         {"unwritable copies", [&] { flow.setProgrammedFolder(QStringLiteral("/proc/x")); }},
         {"await", [&] { QTRY_VERIFY_WITH_TIMEOUT(!flow.isBusy(), 5000); }},
