@@ -11,11 +11,13 @@
 #include "device/serialports.h"
 #include "profile/defaultlibrary.h"
 #include "profile/profilefile.h"
+#include "profile/safefilewriter.h"
 #include "render/bracemarkup.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QFile>
+#include <QFileInfo>
 #include <QRandomGenerator>
 #include <QSocketNotifier>
 #include <QTranslator>
@@ -71,6 +73,7 @@ int CliCommands::ports()
 {
     const std::vector<SerialPortEntry> entries = CSystemPortLister().ports();
     const int bridge = findBridgePort(entries);
+    m_out << "port\tdescription\tmanufacturer\tUSB ID\tnotes\n";
     for (size_t i = 0; i < entries.size(); ++i) {
         const SerialPortEntry &entry = entries[i];
         QStringList fields {entry.name, entry.description.isEmpty() ? QStringLiteral("-") : entry.description,
@@ -84,6 +87,12 @@ int CliCommands::ports()
         m_out << fields.join(QLatin1Char('\t')) << "\n";
     }
     m_out.flush();
+    // Not a failure: the list is what was asked for. On the error stream, so that the list stays
+    // a table for scripts.
+    if (bridge < 0) {
+        m_err << "sparkwright-cli: no CP210x bridge is plugged in and no virtual CDI is running\n";
+        m_err.flush();
+    }
     return kOk;
 }
 
@@ -108,6 +117,10 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
     if (verb == QLatin1String("ping")) {
         transaction = std::make_unique<CPinger>(*QRandomGenerator::global());
     } else if (verb == QLatin1String("import")) {
+        // Before the CDI is asked: what it gives would otherwise be lost.
+        const tl::expected<void, FileError> writable = checkWritable(positional.at(0));
+        if (!writable)
+            return fileError(positional.at(0), writable.error());
         library = loadInstalledLibrary();
         if (!library)
             return fileError(QLatin1String(kLibraryFileName), library.error());
@@ -154,18 +167,21 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
     loop.exec();
 
     const ExchangeWords words = resultWords(result);
+    QString text = words.text;
+    if (result.succeeded() && result.exchange == DeviceExchange::Import && result.profile) {
+        // As the editor takes it over: the user's own profile from now on. There is no editor
+        // here: the result says where the file went, once it is there.
+        result.profile->setKind(ProfileKind::Custom);
+        const int written = writeOutput(positional.at(0), profileFileBytes(*result.profile));
+        if (written != kOk)
+            return written;
+        text = importSavedWords(QFileInfo(positional.at(0)).absoluteFilePath());
+    }
     if (!words.title.isEmpty())
         m_out << withoutMarkup(words.title) << "\n";
-    m_out << withoutMarkup(words.text) << "\n";
+    m_out << withoutMarkup(text) << "\n";
     m_out.flush();
-    if (!result.succeeded())
-        return kFileError;
-    if (result.exchange == DeviceExchange::Import && result.profile) {
-        // As the editor takes it over: the user's own profile from now on.
-        result.profile->setKind(ProfileKind::Custom);
-        return writeOutput(positional.at(0), profileFileBytes(*result.profile));
-    }
-    return kOk;
+    return result.succeeded() ? kOk : kFileError;
 }
 
 int CliCommands::virtualCdi(const QStringList &arguments)

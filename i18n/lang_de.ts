@@ -400,6 +400,10 @@
 <context>
     <name>ExchangeWording</name>
     <message>
+        <source>The imported profile was saved as %1.</source>
+        <translation>Das importierte Profil wurde als %1 gespeichert.</translation>
+    </message>
+    <message>
         <source>%1 is in use by another program. Close it and try again.</source>
         <translation>%1 wird von einem anderen Programm benutzt. Schließen Sie es und versuchen Sie es erneut.</translation>
     </message>

@@ -122,6 +122,12 @@ ExchangeWords resultWords(const ExchangeResult &result)
     return {QString(), QCoreApplication::translate("ExchangeWording", "CDI sent an invalid response")};
 }
 
+QString importSavedWords(const QString &path)
+{
+    return QCoreApplication::translate("ExchangeWording", "The imported profile was saved as %1.")
+        .arg(path.toHtmlEscaped());
+}
+
 QString refusalWords(const DeviceRefusal &refusal)
 {
     switch (refusal.kind) {

@@ -17,6 +17,8 @@ ExchangeWords activityWords(DeviceExchange exchange);
 // Once the request has gone out and the answer is due.
 QString waitingWords();
 ExchangeWords resultWords(const ExchangeResult &result);
+// In place of the import's result text where no editor takes the profile: where it was saved.
+QString importSavedWords(const QString &path);
 // Rich text, but for the invalid map and the last guard.
 QString refusalWords(const DeviceRefusal &refusal);
 // The same on one line, for the command-line tool.

@@ -81,6 +81,18 @@ std::optional<FileError> syncToDisk(QSaveFile &file)
 
 } // namespace
 
+tl::expected<void, FileError> checkWritable(const QString &path)
+{
+    const QFileInfo info(path);
+    if (info.exists() && (info.isDir() || isReadOnly(info)))
+        return tl::make_unexpected(FileError {FileError::Kind::Refused, QString()});
+    // The new file is made beside the target, so the folder must take one.
+    const QFileInfo folder(info.absolutePath());
+    if (!folder.isDir() || !folder.isWritable())
+        return tl::make_unexpected(FileError {FileError::Kind::Refused, folder.filePath()});
+    return {};
+}
+
 tl::expected<void, FileError> writeFileSafely(const QString &path, const QByteArray &bytes)
 {
     const QFileInfo info(path);

@@ -11,3 +11,7 @@
 // known to be on the disk, so that a failed write (a full disk, a cut-off quota) never costs the
 // file that was there before.
 tl::expected<void, FileError> writeFileSafely(const QString &path, const QByteArray &bytes);
+
+// Whether writeFileSafely may be tried at all: the target is no folder and no read-only file, and
+// its folder exists and takes new files. For what should be known before anything else is done.
+tl::expected<void, FileError> checkWritable(const QString &path);

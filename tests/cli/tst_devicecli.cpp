@@ -78,6 +78,8 @@ void TestDeviceCli::session()
 
     QString out, err;
     QCOMPARE(run({"ports"}, out, err), 0);
+    QVERIFY2(
+        out.startsWith(QStringLiteral("port\tdescription\tmanufacturer\tUSB ID\tnotes\n")), qPrintable(out));
     QVERIFY2(out.contains(port + QStringLiteral("\tVirtual CDI\tSparkwright\t-\tbridge\tvirtual\n")),
         qPrintable(out));
 
@@ -126,7 +128,7 @@ void TestDeviceCli::session()
     }
 
     QCOMPARE(run({"import", path("held.cdi")}, out, err), 0);
-    QVERIFY(out.startsWith(QStringLiteral("Import OK\n")));
+    QCOMPARE(out, QStringLiteral("Import OK\nThe imported profile was saved as %1.\n").arg(path("held.cdi")));
     QCOMPARE(run({"program", path("held.cdi"), "--no-reimport"}, out, err), 0);
     QVERIFY2(out.startsWith(QStringLiteral("Programming successful\n")), qPrintable(out + err));
     QCOMPARE(run({"import", path("refused.cdi")}, out, err), 1);
@@ -138,6 +140,17 @@ void TestDeviceCli::session()
     const QString served = QString::fromUtf8(cdi.readAllStandardOutput());
     QVERIFY2(served.contains(QStringLiteral("read refused")), qPrintable(served));
     QCOMPARE(QDir(m_runtimeDir.path()).entryList(QDir::Files), QStringList());
+    // Without a CDI: said below the list, which a script still reads as it is.
+    QCOMPARE(run({"ports"}, out, err), 0);
+    QCOMPARE(err.contains("no CP210x bridge is plugged in"), !out.contains("\tbridge"));
+    // An output that cannot be written stops an import before the port is opened.
+    QFile readOnly(path("read-only.cdi"));
+    QVERIFY(readOnly.open(QIODevice::WriteOnly) && readOnly.setPermissions(QFile::ReadOwner));
+    for (const QString &target : {m_dir.path(), readOnly.fileName(), path("none/new.cdi")}) {
+        QCOMPARE(run({"import", target, "--port", "/dev/null/x"}, out, err), 1);
+        QVERIFY2(err.startsWith("sparkwright-cli: " + target + ": the file may not be written there"),
+            qPrintable(err));
+    }
     // Everything that stops before an exchange: exit code 2 and one line on the error stream.
     const std::pair<QStringList, QString> refusals[]
         = {{{"ping"}, "no CDI found"}, {{"ping", "--port", "/dev/null/x"}, "Cannot open /dev/null/x: "},
