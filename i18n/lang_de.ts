@@ -16,6 +16,10 @@
         <translation>Copyright © 2025 Die Sparkwright-Entwickler</translation>
     </message>
     <message>
+        <source>Sparkwright is free software: you may share and change it under the GNU General Public License, version 3 or any later version. It comes with no warranty.</source>
+        <translation>Sparkwright ist freie Software: Sie dürfen es unter der GNU General Public License, Version 3 oder einer späteren Version, weitergeben und verändern. Es kommt ohne jede Gewährleistung.</translation>
+    </message>
+    <message>
         <source>Version %1</source>
         <translation>Version %1</translation>
     </message>

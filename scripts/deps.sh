@@ -8,7 +8,7 @@ sparkwright_packages=(
     qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
     libqt5serialport5-dev libqt5svg5
     fonts-dejavu-core poppler-utils qttranslations5-l10n python3 xvfb xauth
-    desktop-file-utils appstream libexpected-dev util-linux
+    desktop-file-utils appstream libexpected-dev util-linux groff-base
 )
 
 sparkwright_install_missing() {

@@ -19,7 +19,10 @@ foreach(installed
         share/metainfo/example.sparkwright.Sparkwright.metainfo.xml
         share/icons/hicolor/16x16/apps/sparkwright.png share/icons/hicolor/256x256/apps/sparkwright.png
         share/icons/hicolor/scalable/apps/sparkwright.svg
-        lib/udev/rules.d/70-sparkwright-cp210x.rules)
+        lib/udev/rules.d/70-sparkwright-cp210x.rules
+        share/doc/sparkwright/copyright share/doc/sparkwright/changelog.gz
+        share/man/man1/sparkwright.1.gz share/man/man1/sparkwright-cli.1.gz
+        share/bash-completion/completions/sparkwright-cli)
     if(NOT EXISTS ${root}/usr/${installed})
         message(FATAL_ERROR "not installed: ${installed}")
     endif()

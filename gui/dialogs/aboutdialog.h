@@ -12,7 +12,7 @@ class AboutDialog;
 class DefaultLibrary;
 
 // The about box: the program's name, its version, the number of the factory library it works
-// with and our copyright.
+// with, our copyright and the licence (GPL version 3 or later).
 class AboutDialog : public QDialog, public ITranslatable
 {
     Q_OBJECT

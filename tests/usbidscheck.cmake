@@ -1,0 +1,15 @@
+# The AppStream data offers the program for the same USB bridges as the udev rule grants access
+# to. Called by ctest with RULE (the udev rule) and METAINFO.
+file(READ ${RULE} rule)
+string(REGEX MATCH "SUBSYSTEM==\"tty\"[^\n]*ATTRS{idProduct}==\"([0-9a-f|]+)\"" line "${rule}")
+string(REPLACE "|" ";" rule_ids "${CMAKE_MATCH_1}")
+file(STRINGS ${METAINFO} modaliases REGEX "<modalias>")
+set(metainfo_ids)
+foreach(modalias ${modaliases})
+    string(REGEX REPLACE ".*usb:v10C4p([0-9A-F]+)d\\*.*" "\\1" id "${modalias}")
+    string(TOLOWER "${id}" id)
+    list(APPEND metainfo_ids ${id})
+endforeach()
+if(NOT rule_ids OR NOT rule_ids STREQUAL metainfo_ids)
+    message(FATAL_ERROR "udev rule: ${rule_ids}\nAppStream provides: ${metainfo_ids}")
+endif()
