@@ -391,12 +391,12 @@ QStringList paintSummarySheet(
 
     const int graphLeft = layout.tableWidth + layout.unit / 2;
     const QRect graphBox(graphLeft, mainTop, layout.width - graphLeft, layout.height - mainTop);
-    MapPlotter plotter(int(graphBox.width() / kGraphScale), int(graphBox.height() / kGraphScale));
+    MapPlotter graph(int(graphBox.width() / kGraphScale), int(graphBox.height() / kGraphScale));
     painter.save();
     painter.setClipRect(graphBox);
     painter.translate(graphBox.topLeft());
     painter.scale(kGraphScale, kGraphScale);
-    plotter.paintSingle(painter, profile, -1, true, true);
+    graph.paintSingle(painter, profile, -1, true, true);
     painter.restore();
 
     painter.restore();
