@@ -16,7 +16,9 @@
 #include "profile/safefilewriter.h"
 #include "profile/suggestedfilename.h"
 #include "render/summarysheet.h"
+#include "shell/cbrowserwidget.h"
 #include "shell/clanguagemenu.h"
+#include "shell/cprofileopener.h"
 #include "shell/iuserprompts.h"
 #include "start/wizardform.h"
 #include "summary/customform.h"
@@ -62,7 +64,18 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
 
     // The content area owns the pages from here on; only the page shown is visible.
     m_ui->contentLayout->addWidget(wizard.release());
-    m_wizard->setBrowserMain(this);
+    // The start page's choices.
+    connect(m_wizard, &WizardForm::buttonsChanged, this, &MainWindow::setButtons);
+    connect(m_wizard, &WizardForm::promptChanged, this, &MainWindow::refreshPrompt);
+    connect(m_wizard, &WizardForm::editorRequested, this, &MainWindow::openInEditor);
+    connect(m_wizard, &WizardForm::programmingRequested, this, &MainWindow::confirmProgramming);
+    connect(m_wizard, &WizardForm::openFileRequested, this, &MainWindow::onOpenProfileMenu);
+    connect(m_wizard, &WizardForm::programFileRequested, this, &MainWindow::programProfileFile);
+    connect(m_wizard, &WizardForm::recentProfileRequested, this, &MainWindow::openRecentProfile);
+    connect(m_wizard, &WizardForm::continueEditingRequested, this, &MainWindow::continueEditing);
+    connect(m_wizard, &WizardForm::programEditedRequested, this, &MainWindow::programEditedProfile);
+    connect(m_wizard, &WizardForm::connectionTestRequested, this, &MainWindow::requestConnectionTest);
+    connect(m_wizard, &WizardForm::importRequested, this, &MainWindow::requestImport);
     m_portLister = std::make_unique<CSystemPortLister>();
     m_waitForm = new WaitForm();
     m_devicesForm = new DevicesForm(*m_portLister);
@@ -138,7 +151,8 @@ EditorForm &MainWindow::editor()
         m_editor = m_laterPages.editor().release(); // owned by the content area
         m_ui->contentLayout->addWidget(m_editor);
         m_editor->setActive(false);
-        m_editor->setBrowserMain(this);
+        connect(m_editor, &EditorForm::leaveRequested, this, &MainWindow::showStart);
+        connect(m_editor, &EditorForm::programmingRequested, this, &MainWindow::showProgrammingConfirmation);
         connect(m_ui->actionUndo, &QAction::triggered, &m_editor->history(), &QUndoStack::undo);
         connect(m_ui->actionRedo, &QAction::triggered, &m_editor->history(), &QUndoStack::redo);
         connect(&m_editor->history(), &QUndoStack::indexChanged, this, &MainWindow::updateUndoActions);
@@ -152,7 +166,6 @@ CustomForm &MainWindow::confirmation()
         m_confirmation = m_laterPages.confirmation().release(); // owned by the content area
         m_ui->contentLayout->addWidget(m_confirmation);
         m_confirmation->setActive(false);
-        m_confirmation->setBrowserMain(this);
         connect(m_confirmation, &CustomForm::backRequested, this, &MainWindow::onConfirmationBack);
         connect(m_confirmation, &CustomForm::nextRequested, this, &MainWindow::onConfirmationNext);
     }
@@ -295,7 +308,10 @@ void MainWindow::showPage(QWidget *target, CBrowserWidget *page, const std::func
 
 void MainWindow::showStartPage(const std::function<void()> &chooseView)
 {
-    showPage(m_wizard, m_wizard, chooseView);
+    showPage(m_wizard, m_wizard, [this, &chooseView] {
+        m_wizard->setEditedProfileName(editedProfileName());
+        chooseView();
+    });
 }
 
 void MainWindow::showStart()
@@ -382,9 +398,17 @@ bool MainWindow::mayLeaveEditor()
     return !m_editor || m_editor->confirmDiscard();
 }
 
-const Profile *MainWindow::editedProfile() const
+std::optional<QString> MainWindow::editedProfileName() const
 {
-    return m_editor && m_editor->hasProfile() ? &m_editor->profile() : nullptr;
+    if (m_editor && m_editor->hasProfile())
+        return m_editor->profile().name();
+    return std::nullopt;
+}
+
+void MainWindow::setButtons(const PageButtons &buttons)
+{
+    setButtonState(buttons.exitVisible, buttons.backVisible, buttons.nextVisible, buttons.nextEnabled,
+        buttons.nextText, buttons.nextToolTip);
 }
 
 void MainWindow::onBackButton()
@@ -528,7 +552,7 @@ void MainWindow::onProgrammedProfilesMenu()
 {
     const QString folder = m_device->programmedFolder();
     QDir().mkpath(folder);
-    const QString path = userPrompts().openFileName(this, tr("Programmed profiles"), profileFilter(), folder);
+    const QString path = userPrompts().openFileName(this, tr("Programmed profiles"), CProfileOpener::filter(), folder);
     if (!path.isEmpty())
         openRecentProfile(path);
 }
@@ -597,25 +621,38 @@ void MainWindow::onRecentMenu()
         m_ui->menuRecent->addAction(tr("No recent profiles"))->setEnabled(false);
 }
 
+void MainWindow::openInEditor(const Profile &profile)
+{
+    if (mayLeaveEditor())
+        showEditor(profile);
+}
+
 void MainWindow::openRecentProfile(const QString &path)
 {
     if (!mayLeaveEditor())
         return;
-    const tl::expected<Profile, FileError> profile = readProfileFile(path);
-    if (!profile) {
-        userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
-        return;
-    }
-    CRecentProfiles().add(path, profile->name());
-    showEditor(*profile);
+    if (const std::optional<Profile> profile = CProfileOpener::load(this, path))
+        showEditor(*profile);
 }
 
 void MainWindow::onOpenProfileMenu()
 {
     if (!mayLeaveEditor())
         return;
-    if (const std::optional<Profile> profile = readProfileFromFile())
+    if (const std::optional<Profile> profile = CProfileOpener::open(this))
         showEditor(*profile);
+}
+
+void MainWindow::programProfileFile()
+{
+    if (const std::optional<Profile> profile = CProfileOpener::open(this))
+        showProgrammingConfirmation(*profile);
+}
+
+void MainWindow::programEditedProfile()
+{
+    if (m_editor && m_editor->hasProfile())
+        showProgrammingConfirmation(m_editor->profile());
 }
 
 // The reset asks its own question, naming the template; a second question about unsaved
@@ -704,25 +741,6 @@ void MainWindow::onContactUs()
 
 // ---- files ----
 
-QString MainWindow::profileFilter() const
-{
-    return tr("CDI profiles") + QLatin1String(" (*.cdi)");
-}
-
-std::optional<Profile> MainWindow::readProfileFromFile()
-{
-    const QString path = userPrompts().openFileName(this, tr("Open CDI profile"), profileFilter());
-    if (path.isEmpty())
-        return std::nullopt;
-    const tl::expected<Profile, FileError> profile = readProfileFile(path);
-    if (!profile) {
-        userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
-        return std::nullopt;
-    }
-    CRecentProfiles().add(path, profile->name());
-    return *profile;
-}
-
 // Save as and Print PDF: the file is written completely beside the target and only then takes
 // its place, so a failure never costs the file that was there before.
 void MainWindow::writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
@@ -750,7 +768,7 @@ void MainWindow::writeEditedProfile(const QString &title, const QString &fileFil
 void MainWindow::onSaveProfileAsMenu()
 {
     writeEditedProfile(
-        tr("Save CDI profile"), profileFilter(), QStringLiteral(".cdi"), tr("Saving profile failed"),
+        tr("Save CDI profile"), CProfileOpener::filter(), QStringLiteral(".cdi"), tr("Saving profile failed"),
         [this] { return profileFileBytes(m_editor->profile()); },
         [this](const QString &path) {
             m_editor->markSaved();

@@ -80,6 +80,25 @@
     </message>
 </context>
 <context>
+    <name>CProfileOpener</name>
+    <message>
+        <source>CDI profiles</source>
+        <translation>CDI-Profile</translation>
+    </message>
+    <message>
+        <source>Open CDI profile</source>
+        <translation>CDI-Profil öffnen</translation>
+    </message>
+    <message>
+        <source>CDI profile could not be loaded.</source>
+        <translation>Das CDI-Profil konnte nicht geladen werden.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
     <name>CUpdater</name>
     <message>
         <source>file is inaccessible</source>
@@ -693,18 +712,6 @@
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
-    </message>
-    <message>
-        <source>CDI profiles</source>
-        <translation>CDI-Profile</translation>
-    </message>
-    <message>
-        <source>Open CDI profile</source>
-        <translation>CDI-Profil öffnen</translation>
-    </message>
-    <message>
-        <source>CDI profile could not be loaded.</source>
-        <translation>Das CDI-Profil konnte nicht geladen werden.</translation>
     </message>
     <message>
         <source>profile</source>

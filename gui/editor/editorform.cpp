@@ -10,7 +10,6 @@
 #include "editor/tableform.h"
 #include "profile/defaultlibrary.h"
 #include "shell/clanguageswitcher.h"
-#include "shell/ibrowsermain.h"
 #include "shell/iuserprompts.h"
 
 #include "ui_editorform.h"
@@ -89,11 +88,6 @@ void EditorForm::setTabOrderAsSeen()
         if (chain[i - 1] && chain[i])
             setTabOrder(chain[i - 1], chain[i]);
     }
-}
-
-void EditorForm::setBrowserMain(IBrowserMain *main)
-{
-    m_browserMain = main;
 }
 
 void EditorForm::setTexts()
@@ -208,14 +202,13 @@ void EditorForm::setActive(bool active)
 
 void EditorForm::onBack()
 {
-    if (confirmDiscard() && m_browserMain)
-        m_browserMain->showStart();
+    if (confirmDiscard())
+        emit leaveRequested();
 }
 
 void EditorForm::onNext()
 {
-    if (m_browserMain)
-        m_browserMain->showProgrammingConfirmation(m_profile);
+    emit programmingRequested(m_profile);
 }
 
 void EditorForm::retranslate(int)

@@ -17,7 +17,6 @@ class DefaultLibrary;
 class FlagsForm;
 class GraphForm;
 class HintDialog;
-class IBrowserMain;
 class NameForm;
 class NotesForm;
 class TableForm;
@@ -45,9 +44,6 @@ public:
     EditorForm(const DefaultLibrary *library, CLanguageSwitcher &switcher, HintDialog &hintDialog,
         QWidget *parent = nullptr);
     ~EditorForm() override;
-
-    // The main window, for Back and Next.
-    void setBrowserMain(IBrowserMain *main);
 
     // Takes a copy of the profile as the user's own, with no unsaved changes.
     void setProfile(const Profile &profile);
@@ -79,6 +75,12 @@ public:
 
     void onHintLabelTouched() override;
 
+signals:
+    // Back, once the unsaved-changes question allowed leaving.
+    void leaveRequested();
+    // Next: the working profile goes to the confirmation before programming.
+    void programmingRequested(const Profile &profile);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -98,7 +100,6 @@ private:
     const DefaultLibrary *m_library;
     CLanguageSwitcher &m_switcher;
     HintDialog &m_hintDialog;
-    IBrowserMain *m_browserMain = nullptr;
 
     // The child widgets, owned through the widget tree.
     FlagsForm *m_flagsForm;

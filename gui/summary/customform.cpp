@@ -32,11 +32,6 @@ void CustomForm::showProfile()
     m_summary->setProfile(m_profile);
 }
 
-void CustomForm::setBrowserMain(IBrowserMain *main)
-{
-    m_browserMain = main;
-}
-
 void CustomForm::setActive(bool active)
 {
     setVisible(active);

@@ -15,7 +15,6 @@
 #include "render/bracemarkup.h"
 #include "render/mapplotter.h"
 #include "shell/clanguageswitcher.h"
-#include "shell/ibrowsermain.h"
 #include "support/layoutencoder.h"
 #include "support/widgettestmain.h"
 
@@ -24,6 +23,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
@@ -66,26 +66,6 @@ Profile scooterTemplate(const Points &points = kScooterMap, const SensorCoeffici
     profile.setVoltage(170);
     return profile;
 }
-
-// The main window as far as the editor asks it.
-class FakeBrowser : public IBrowserMain
-{
-public:
-    void showStart() override { ++starts; }
-    void setButtonState(bool, bool, bool, bool, const QString &, const QString &) override { }
-    void showEditor(const Profile &) override { }
-    void showProgrammingConfirmation(const Profile &profile) override { confirmations.append(profile); }
-    void showPortSelection() override { }
-    void showProgress() override { }
-    bool mayLeaveEditor() override { return true; }
-    void setNextEnabled(bool) override { }
-    void requestProgramming(const Profile &, bool) override { }
-    void requestConnectionTest() override { }
-    void requestImport() override { }
-
-    int starts = 0;
-    QList<Profile> confirmations;
-};
 
 // Everything the user can change, for comparing a profile before and after.
 QString contentOf(const Profile &p)
@@ -178,7 +158,6 @@ private:
     std::unique_ptr<DefaultLibrary> m_library;
     HintCatalog m_catalog;
     ScriptedPrompts m_prompts;
-    FakeBrowser m_browser;
     std::unique_ptr<CLanguageSwitcher> m_switcher;
     std::unique_ptr<HintDialog> m_hints;
     std::unique_ptr<EditorForm> m_editor;
@@ -195,13 +174,11 @@ void TestEditorForm::init()
     while (m_catalog.count() < 5) // one per hint button
         m_catalog.append({HintText {"Voltage", longText}, HintText {"Zündspannung", longText}});
     m_prompts = ScriptedPrompts();
-    m_browser = FakeBrowser();
     setUserPrompts(&m_prompts);
     m_switcher = std::make_unique<CLanguageSwitcher>();
     m_switcher->addLanguage(QStringLiteral("de")); // from the build folder
     m_hints = std::make_unique<HintDialog>(&m_catalog, *m_switcher);
     m_editor = std::make_unique<EditorForm>(m_library.get(), *m_switcher, *m_hints);
-    m_editor->setBrowserMain(&m_browser);
     m_switcher->registerListener(m_editor.get());
     m_editor->resize(960, 620);
     m_editor->setActive(true);
@@ -370,6 +347,10 @@ void TestEditorForm::everyEditIsOneStep()
 // working profile.
 void TestEditorForm::leavingAsksWhileEdited()
 {
+    QSignalSpy left(m_editor.get(), &EditorForm::leaveRequested);
+    QList<Profile> confirmations;
+    connect(m_editor.get(), &EditorForm::programmingRequested, this,
+        [&](const Profile &profile) { confirmations.append(profile); });
     load(scooterTemplate());
     perform(QStringLiteral("rename Track <day>"));
     m_prompts.askAnswers = {0};
@@ -378,18 +359,18 @@ void TestEditorForm::leavingAsksWhileEdited()
     QVERIFY2(question.text.contains(QStringLiteral("<b>Track &lt;day&gt;</b>")), qPrintable(question.text));
     QCOMPARE(question.buttons, (QStringList {"Discard changes", "Back"}));
     QVERIFY(question.defaultButton == 0 && question.escapeButton == -1);
-    QVERIFY(m_browser.starts == 1 && contentOf(m_editor->profile()) == contentOf(scooterTemplate())
+    QVERIFY(left.size() == 1 && contentOf(m_editor->profile()) == contentOf(scooterTemplate())
         && !m_editor->profile().isModified());
 
     perform(QStringLiteral("type spinBoxIgnitionVoltage 185"));
     m_editor->markSaved();
     m_editor->onBack();
-    QVERIFY(m_browser.starts == 2 && m_prompts.shown.size() == 1);
+    QVERIFY(left.size() == 2 && m_prompts.shown.size() == 1);
 
     perform(QStringLiteral("cell 2 1:15"));
     m_editor->onNext();
-    QVERIFY(m_browser.confirmations.size() == 1
-        && m_browser.confirmations.first().map().pointEquals(2, 3000, 15));
+    QVERIFY(confirmations.size() == 1
+        && confirmations.first().map().pointEquals(2, 3000, 15));
 }
 
 void TestEditorForm::pressAndDrag_data()
