@@ -13,12 +13,11 @@
 #include "editor/editorform.h"
 #include "profile/profilefile.h"
 #include "profile/recentprofiles.h"
-#include "profile/safefilewriter.h"
 #include "profile/suggestedfilename.h"
 #include "render/summarysheet.h"
 #include "shell/cbrowserwidget.h"
 #include "shell/clanguagemenu.h"
-#include "shell/cprofileopener.h"
+#include "shell/cprofilefiles.h"
 #include "shell/iuserprompts.h"
 #include "start/wizardform.h"
 #include "summary/customform.h"
@@ -33,6 +32,7 @@
 #include <QLocale>
 #include <QPainter>
 #include <QScreen>
+#include <QStatusBar>
 #include <QStyle>
 #include <QThread>
 #include <QTimer>
@@ -42,6 +42,7 @@
 namespace {
 
 const char kOrganizationFallback[] = "sparkwright.example";
+const int kSavedMessageMs = 8000;
 
 } // namespace
 
@@ -71,7 +72,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_wizard, &WizardForm::programmingRequested, this, &MainWindow::confirmProgramming);
     connect(m_wizard, &WizardForm::openFileRequested, this, &MainWindow::onOpenProfileMenu);
     connect(m_wizard, &WizardForm::programFileRequested, this, &MainWindow::programProfileFile);
-    connect(m_wizard, &WizardForm::recentProfileRequested, this, &MainWindow::openRecentProfile);
+    connect(m_wizard, &WizardForm::recentProfileRequested, this, &MainWindow::openProfileFile);
     connect(m_wizard, &WizardForm::continueEditingRequested, this, &MainWindow::continueEditing);
     connect(m_wizard, &WizardForm::programEditedRequested, this, &MainWindow::programEditedProfile);
     connect(m_wizard, &WizardForm::connectionTestRequested, this, &MainWindow::requestConnectionTest);
@@ -109,6 +110,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_ui->actionExit, &QAction::triggered, this, &MainWindow::onExitMenu);
     connect(m_ui->actionNew, &QAction::triggered, this, &MainWindow::onNewProfileMenu);
     connect(m_ui->actionOpen, &QAction::triggered, this, &MainWindow::onOpenProfileMenu);
+    connect(m_ui->actionSave, &QAction::triggered, this, &MainWindow::onSaveProfileMenu);
     connect(m_ui->actionSaveAs, &QAction::triggered, this, &MainWindow::onSaveProfileAsMenu);
     connect(m_ui->actionReset, &QAction::triggered, this, &MainWindow::onResetMenu);
     connect(m_ui->menuRecent, &QMenu::aboutToShow, this, &MainWindow::onRecentMenu);
@@ -130,6 +132,12 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_ui->actionVisitUs, &QAction::triggered, this, &MainWindow::onVisitUs);
     connect(m_ui->actionContactUs, &QAction::triggered, this, &MainWindow::onContactUs);
 
+    // The status bar shows only while it has something to say, so that the pages keep their
+    // room in a small window.
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->hide();
+    connect(statusBar(), &QStatusBar::messageChanged, statusBar(),
+        [this](const QString &message) { statusBar()->setVisible(!message.isEmpty()); });
     setFixedTexts();
     paintBanner();
     placeOnScreen();
@@ -156,6 +164,8 @@ EditorForm &MainWindow::editor()
         connect(m_ui->actionUndo, &QAction::triggered, &m_editor->history(), &QUndoStack::undo);
         connect(m_ui->actionRedo, &QAction::triggered, &m_editor->history(), &QUndoStack::redo);
         connect(&m_editor->history(), &QUndoStack::indexChanged, this, &MainWindow::updateUndoActions);
+        connect(&m_editor->history(), &QUndoStack::indexChanged, this, &MainWindow::updateTitle);
+        connect(m_editor, &EditorForm::saved, this, &MainWindow::onProfileSaved);
     }
     return *m_editor;
 }
@@ -272,7 +282,8 @@ void MainWindow::switchTo(QWidget *target)
     const bool editing = target && target == m_editor;
     if (editing)
         m_ui->exitButton->hide();
-    for (QAction *action : {m_ui->actionSaveAs, m_ui->actionReset, m_ui->actionExport, m_ui->actionPrint})
+    for (QAction *action :
+        {m_ui->actionSave, m_ui->actionSaveAs, m_ui->actionReset, m_ui->actionExport, m_ui->actionPrint})
         action->setEnabled(editing);
     m_wizard->setActive(target == m_wizard);
     if (m_editor)
@@ -282,12 +293,12 @@ void MainWindow::switchTo(QWidget *target)
     m_waitForm->setActive(target == m_waitForm);
     m_devicesForm->setActive(target == m_devicesForm);
     updateUndoActions();
+    updateTitle();
     m_ui->promptLabel->setText(target ? target->statusTip() : QString());
 }
 
 void MainWindow::resetFrame()
 {
-    setWindowTitle(QStringLiteral("Sparkwright"));
     m_ui->nextButton->setToolTip(QString());
     m_ui->imageColumn->show();
     m_ui->leftBorderFrame->show();
@@ -325,11 +336,11 @@ void MainWindow::prepareEditorFrame()
     setButtonState(false, true, true, true, tr("&Next"), tr("Program the CDI with this profile"));
 }
 
-void MainWindow::showEditor(const Profile &profile)
+void MainWindow::showEditor(const Profile &profile, const QString &filePath)
 {
     EditorForm &page = editor();
-    showPage(&page, &page, [this, &page, &profile] {
-        page.setProfile(profile);
+    showPage(&page, &page, [this, &page, &profile, &filePath] {
+        page.setProfile(profile, filePath);
         prepareEditorFrame();
     });
 }
@@ -552,9 +563,9 @@ void MainWindow::onProgrammedProfilesMenu()
 {
     const QString folder = m_device->programmedFolder();
     QDir().mkpath(folder);
-    const QString path = userPrompts().openFileName(this, tr("Programmed profiles"), CProfileOpener::filter(), folder);
+    const QString path = userPrompts().openFileName(this, tr("Programmed profiles"), CProfileFiles::filter(), folder);
     if (!path.isEmpty())
-        openRecentProfile(path);
+        openProfileFile(path);
 }
 
 // ---- menus ----
@@ -615,7 +626,7 @@ void MainWindow::onRecentMenu()
         text = number + text.replace(QLatin1Char('&'), QLatin1String("&&"));
         const QString path = entry.path;
         connect(m_ui->menuRecent->addAction(text), &QAction::triggered, this,
-            [this, path] { openRecentProfile(path); });
+            [this, path] { openProfileFile(path); });
     }
     if (entries.isEmpty())
         m_ui->menuRecent->addAction(tr("No recent profiles"))->setEnabled(false);
@@ -627,25 +638,26 @@ void MainWindow::openInEditor(const Profile &profile)
         showEditor(profile);
 }
 
-void MainWindow::openRecentProfile(const QString &path)
+void MainWindow::openProfileFile(const QString &path)
 {
     if (!mayLeaveEditor())
         return;
-    if (const std::optional<Profile> profile = CProfileOpener::load(this, path))
-        showEditor(*profile);
+    if (const std::optional<Profile> profile = CProfileFiles::load(this, path))
+        showEditor(*profile, path);
 }
 
+// The question about unsaved changes comes once a file was chosen: a cancelled dialog changes
+// nothing.
 void MainWindow::onOpenProfileMenu()
 {
-    if (!mayLeaveEditor())
-        return;
-    if (const std::optional<Profile> profile = CProfileOpener::open(this))
-        showEditor(*profile);
+    const QString path = CProfileFiles::chooseToOpen(this);
+    if (!path.isEmpty())
+        openProfileFile(path);
 }
 
 void MainWindow::programProfileFile()
 {
-    if (const std::optional<Profile> profile = CProfileOpener::open(this))
+    if (const std::optional<Profile> profile = CProfileFiles::open(this))
         showProgrammingConfirmation(*profile);
 }
 
@@ -741,52 +753,54 @@ void MainWindow::onContactUs()
 
 // ---- files ----
 
-// Save as and Print PDF: the file is written completely beside the target and only then takes
-// its place, so a failure never costs the file that was there before.
-void MainWindow::writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
-    const QString &failureHeading, const std::function<QByteArray()> &bytes,
-    const std::function<void(const QString &path)> &onSuccess)
+void MainWindow::onSaveProfileMenu()
 {
-    if (m_currentWidget != m_editor)
-        return;
-    const QString suggested = suggestedFileName(m_editor->profile().name(), tr("profile")) + extension;
-    const QString path = userPrompts().saveFileName(this, title, suggested, fileFilter);
-    if (path.isEmpty())
-        return;
-    const QByteArray content = bytes();
-    const tl::expected<void, FileError> written = content.isEmpty()
-        ? tl::make_unexpected(FileError {FileError::Kind::WriteFailed, QString()})
-        : writeFileSafely(path, content);
-    if (!written) {
-        userPrompts().warn(
-            this, title, failureHeading + QLatin1String(":\n\n") + fileErrorText(written.error()), tr("OK"));
-        return;
-    }
-    onSuccess(path);
+    if (isShown(m_editor))
+        m_editor->save();
 }
 
 void MainWindow::onSaveProfileAsMenu()
 {
-    writeEditedProfile(
-        tr("Save CDI profile"), CProfileOpener::filter(), QStringLiteral(".cdi"), tr("Saving profile failed"),
-        [this] { return profileFileBytes(m_editor->profile()); },
-        [this](const QString &path) {
-            m_editor->markSaved();
-            CRecentProfiles().add(path, m_editor->profile().name());
-        });
+    if (isShown(m_editor))
+        m_editor->saveAs();
 }
 
+void MainWindow::onProfileSaved(const QString &path)
+{
+    updateTitle();
+    statusBar()->showMessage(tr("Saved to %1").arg(QDir::toNativeSeparators(path)), kSavedMessageMs);
+}
+
+// The sheet is written completely beside the target before it takes its place, as a profile is.
 void MainWindow::onPrintMenu()
 {
-    writeEditedProfile(
-        tr("Print PDF"), tr("PDF files") + QLatin1String(" (*.pdf)"), QStringLiteral(".pdf"),
-        tr("Printing PDF failed"),
-        [this] {
-            const qint32 libraryValue = m_data.library() ? m_data.library()->libraryValue() : 0;
-            return summarySheetPdf(
-                m_editor->profile(), summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime()));
-        },
-        [](const QString &) {});
+    if (!isShown(m_editor))
+        return;
+    const QString title = tr("Print PDF");
+    const QString suggested
+        = suggestedFileName(m_editor->profile().name(), tr("profile")) + QLatin1String(".pdf");
+    const QString path
+        = userPrompts().saveFileName(this, title, suggested, tr("PDF files") + QLatin1String(" (*.pdf)"));
+    if (path.isEmpty())
+        return;
+    const qint32 libraryValue = m_data.library() ? m_data.library()->libraryValue() : 0;
+    CProfileFiles::write(this, path, title, tr("Printing PDF failed"),
+        summarySheetPdf(m_editor->profile(), summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime())));
+}
+
+// On the editor the title names the profile and its file, and marks unsaved changes.
+void MainWindow::updateTitle()
+{
+    const bool editing = isShown(m_editor);
+    if (!editing) {
+        setWindowTitle(QStringLiteral("Sparkwright"));
+    } else {
+        const QString file = QFileInfo(m_editor->filePath()).fileName();
+        const QString name = m_editor->profile().name();
+        setWindowTitle(file.isEmpty() ? tr("%1[*] - Sparkwright").arg(name)
+                                      : tr("%1 (%2)[*] - Sparkwright").arg(name, file));
+    }
+    setWindowModified(editing && m_editor->profile().isModified());
 }
 
 // ---- language ----
@@ -805,6 +819,7 @@ void MainWindow::retranslate(int language)
     m_ui->retranslateUi(this);
     m_devicesForm->retranslate(language);
     updateUndoActions();
+    updateTitle();
     setFixedTexts();
     paintBanner();
     // The start page sets its own texts when it is told; the others are prepared here.

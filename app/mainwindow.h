@@ -57,7 +57,7 @@ public:
     // The pages: the start page with its main choices, the editor with a copy of the profile,
     // the confirmation before programming the CDI with the profile, and the device pages.
     void showStart();
-    void showEditor(const Profile &profile);
+    void showEditor(const Profile &profile, const QString &filePath = QString());
     void showProgrammingConfirmation(const Profile &profile);
     void showPortSelection();
     void showProgress();
@@ -81,7 +81,9 @@ private slots:
     void onNewProfileMenu();
     void onOpenProfileMenu();
     void onRecentMenu();
+    void onSaveProfileMenu();
     void onSaveProfileAsMenu();
+    void onProfileSaved(const QString &path);
     void onResetMenu();
     void onUpdateMenu();
     void onAboutMenu();
@@ -117,9 +119,7 @@ private:
     void setWaitPrompt();
     void openImportedProfile(const Profile &profile);
     void setDeviceBusy(bool busy);
-    void writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
-        const QString &failureHeading, const std::function<QByteArray()> &bytes,
-        const std::function<void(const QString &path)> &onSuccess);
+    void updateTitle();
     void setFixedTexts();
     void paintBanner();
     void placeOnScreen();
@@ -129,7 +129,7 @@ private:
     std::optional<QString> editedProfileName() const;
     // A profile chosen on the start page replaces the editor's, after the unsaved-changes question.
     void openInEditor(const Profile &profile);
-    void openRecentProfile(const QString &path);
+    void openProfileFile(const QString &path);
     void programProfileFile();
     void programEditedProfile();
     // Asks whether the CDI may give the profile back later, then programs it.

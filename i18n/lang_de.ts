@@ -69,18 +69,7 @@
     </message>
 </context>
 <context>
-    <name>CProfileItem</name>
-    <message>
-        <source>Custom</source>
-        <translation>Eigenes</translation>
-    </message>
-    <message>
-        <source>Default</source>
-        <translation>Standard</translation>
-    </message>
-</context>
-<context>
-    <name>CProfileOpener</name>
+    <name>CProfileFiles</name>
     <message>
         <source>CDI profiles</source>
         <translation>CDI-Profile</translation>
@@ -96,6 +85,17 @@
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>CProfileItem</name>
+    <message>
+        <source>Custom</source>
+        <translation>Eigenes</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>Standard</translation>
     </message>
 </context>
 <context>
@@ -337,20 +337,8 @@
         <translation>Keine Informationen vorhanden</translation>
     </message>
     <message>
-        <source>Your current CDI profile &lt;b&gt;%1&lt;/b&gt; has unsaved changes.&lt;br&gt;&lt;br&gt;Do you really want to discard them?</source>
-        <translation>Ihr aktuelles CDI-Profil &lt;b&gt;%1&lt;/b&gt; enthält ungespeicherte Änderungen.&lt;br&gt;&lt;br&gt;Möchten Sie diese Änderungen wirklich verwerfen?</translation>
-    </message>
-    <message>
         <source>Unsaved changes</source>
         <translation>Ungespeicherte Änderungen</translation>
-    </message>
-    <message>
-        <source>Discard changes</source>
-        <translation>Änderungen verwerfen</translation>
-    </message>
-    <message>
-        <source>Back</source>
-        <translation>Zurück</translation>
     </message>
     <message>
         <source>This will reset your profile to the factory settings of &lt;b&gt;%1&lt;/b&gt;.</source>
@@ -403,6 +391,30 @@
     <message>
         <source>&amp;Information</source>
         <translation>&amp;Informationen</translation>
+    </message>
+    <message>
+        <source>Your current CDI profile &lt;b&gt;%1&lt;/b&gt; has unsaved changes.&lt;br&gt;&lt;br&gt;Do you want to save them?</source>
+        <translation>Ihr aktuelles CDI-Profil &lt;b&gt;%1&lt;/b&gt; hat ungespeicherte Änderungen.&lt;br&gt;&lt;br&gt;Möchten Sie sie speichern?</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>Save CDI profile</source>
+        <translation>CDI-Profil speichern</translation>
+    </message>
+    <message>
+        <source>Saving profile failed</source>
+        <translation>Speichern des Profils fehlgeschlagen</translation>
     </message>
 </context>
 <context>
@@ -698,10 +710,6 @@
         <translation>Bitte bestätigen Sie, dass die CDI mit diesem Profil programmiert werden soll.</translation>
     </message>
     <message>
-        <source>OK</source>
-        <translation>OK</translation>
-    </message>
-    <message>
         <source>Update Failed</source>
         <translation>Aktualisierung fehlgeschlagen</translation>
     </message>
@@ -716,14 +724,6 @@
     <message>
         <source>profile</source>
         <translation>Profil</translation>
-    </message>
-    <message>
-        <source>Save CDI profile</source>
-        <translation>CDI-Profil speichern</translation>
-    </message>
-    <message>
-        <source>Saving profile failed</source>
-        <translation>Speichern des Profils fehlgeschlagen</translation>
     </message>
     <message>
         <source>PDF files</source>
@@ -800,10 +800,6 @@
     <message>
         <source>&amp;Open file</source>
         <translation>&amp;Datei öffnen</translation>
-    </message>
-    <message>
-        <source>&amp;Save as</source>
-        <translation>&amp;Speichern unter</translation>
     </message>
     <message>
         <source>R&amp;eset to defaults</source>
@@ -884,6 +880,26 @@
     <message>
         <source>Update</source>
         <translation>Aktualisierung</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Save &amp;as...</source>
+        <translation>Speichern u&amp;nter...</translation>
+    </message>
+    <message>
+        <source>Saved to %1</source>
+        <translation>Gespeichert unter %1</translation>
+    </message>
+    <message>
+        <source>%1[*] - Sparkwright</source>
+        <translation>%1[*] - Sparkwright</translation>
+    </message>
+    <message>
+        <source>%1 (%2)[*] - Sparkwright</source>
+        <translation>%1 (%2)[*] - Sparkwright</translation>
     </message>
 </context>
 <context>

@@ -9,7 +9,11 @@
 #include "editor/notesform.h"
 #include "editor/tableform.h"
 #include "profile/defaultlibrary.h"
+#include "profile/profilefile.h"
+#include "profile/recentprofiles.h"
+#include "profile/suggestedfilename.h"
 #include "shell/clanguageswitcher.h"
+#include "shell/cprofilefiles.h"
 #include "shell/iuserprompts.h"
 
 #include "ui_editorform.h"
@@ -103,9 +107,10 @@ QString EditorForm::prompt() const
     return tr("Edit your profile. Drag the points in the graph or type into the table.");
 }
 
-void EditorForm::setProfile(const Profile &profile)
+void EditorForm::setProfile(const Profile &profile, const QString &filePath)
 {
     m_profile = profile;
+    m_filePath = filePath;
     m_profile.setKind(ProfileKind::Custom);
     m_profileLoaded = true;
     refresh();
@@ -144,11 +149,14 @@ bool EditorForm::confirmDiscard()
         return true;
     const QString text = kRichTextMark
         + tr("Your current CDI profile <b>%1</b> has unsaved changes.<br><br>"
-             "Do you really want to discard them?")
+             "Do you want to save them?")
               .arg(m_profile.name().toHtmlEscaped());
-    const int answer
-        = userPrompts().ask(this, tr("Unsaved changes"), text, {tr("Discard changes"), tr("Back")}, 0, -1);
-    if (answer != 0)
+    // Cancel is the default and Escape's answer: a stray Enter loses nothing.
+    const int answer = userPrompts().ask(
+        this, tr("Unsaved changes"), text, {tr("&Save"), tr("&Discard"), tr("Cancel")}, 2, 2);
+    if (answer == 0)
+        return save();
+    if (answer != 1)
         return false;
     // Discarded edits are gone: the profile goes back to what was last loaded or saved, so
     // nothing brings them back unprotected.
@@ -180,6 +188,32 @@ void EditorForm::resetProfile()
     m_profile.setModified(false);
     m_saved = m_profile;
     refresh();
+}
+
+bool EditorForm::save()
+{
+    return m_filePath.isEmpty() ? saveAs() : writeTo(m_filePath);
+}
+
+bool EditorForm::saveAs()
+{
+    const QString suggested = m_filePath.isEmpty()
+        ? suggestedFileName(m_profile.name(), tr("profile")) + QLatin1String(".cdi")
+        : m_filePath;
+    const QString path = userPrompts().saveFileName(this, tr("Save CDI profile"), suggested, CProfileFiles::filter());
+    return !path.isEmpty() && writeTo(path);
+}
+
+bool EditorForm::writeTo(const QString &path)
+{
+    if (!CProfileFiles::write(
+            this, path, tr("Save CDI profile"), tr("Saving profile failed"), profileFileBytes(m_profile)))
+        return false;
+    m_filePath = path;
+    markSaved();
+    CRecentProfiles().add(path, m_profile.name());
+    emit saved(path);
+    return true;
 }
 
 void EditorForm::markSaved()

@@ -45,10 +45,18 @@ public:
         QWidget *parent = nullptr);
     ~EditorForm() override;
 
-    // Takes a copy of the profile as the user's own, with no unsaved changes.
-    void setProfile(const Profile &profile);
-    // Asks before unsaved changes are dropped, whatever page shows; true when the profile may be
-    // left or replaced. Discarding puts the profile back to its last loaded or saved state.
+    // Takes a copy of the profile as the user's own, with no unsaved changes; the file it came
+    // from, if any, is where Save writes it.
+    void setProfile(const Profile &profile, const QString &filePath = QString());
+    // The file the profile came from or was last saved to; empty for a new one.
+    QString filePath() const { return m_filePath; }
+    // Save writes to that file, and asks for one only where there is none; Save as always asks.
+    // True once the file holds the profile; a failure has been told.
+    bool save();
+    bool saveAs();
+    // Asks before unsaved changes are dropped, whatever page shows: Save, Discard or Cancel.
+    // True when the profile may be left or replaced: it was saved, or discarded, which puts it
+    // back to its last loaded or saved state.
     bool confirmDiscard();
     // Puts the profile back to its factory template, after asking.
     void resetProfile();
@@ -80,6 +88,8 @@ signals:
     void leaveRequested();
     // Next: the working profile goes to the confirmation before programming.
     void programmingRequested(const Profile &profile);
+    // The profile was written to the file.
+    void saved(const QString &path);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -89,6 +99,7 @@ private slots:
 
 private:
     void refresh();
+    bool writeTo(const QString &path);
     void record(const QString &step);
     void applySnapshot(const Profile &profile);
     void showInformation();
@@ -109,6 +120,7 @@ private:
     GraphForm *m_graphForm;
 
     Profile m_profile;
+    QString m_filePath;
     // The profile as last loaded, saved or reset: what a discard goes back to.
     Profile m_saved;
     // The profile as the last step of the history left it.

@@ -2,7 +2,7 @@
 
 #include "profile/profile.h"
 #include "render/bracemarkup.h"
-#include "shell/cprofileopener.h"
+#include "shell/cprofilefiles.h"
 #include "start/cprofileitem.h"
 
 #include "ui_comparisonform.h"
@@ -75,7 +75,7 @@ void ComparisonForm::onAddDefaultButton()
 
 void ComparisonForm::onAddCustomButton()
 {
-    if (const std::optional<Profile> profile = CProfileOpener::open(this))
+    if (const std::optional<Profile> profile = CProfileFiles::open(this))
         addProfile(*profile);
 }
 

@@ -341,10 +341,9 @@ void TestEditorForm::everyEditIsOneStep()
     }
 }
 
-// Leaving the edited page asks first, naming the profile as written; Return discards the edits
-// and Escape is no answer of its own ("Back" keeping them shows in tst_mainwindow's table of
-// every way out). Discarding leaves nothing to lose, and so does a save; Next hands on the
-// working profile.
+// Leaving the edited page asks first, naming the profile as written; Return and Escape both
+// cancel (Cancel and Save show in tst_mainwindow's table of every way out). Discarding leaves
+// nothing to lose, and so does a save; Next hands on the working profile.
 void TestEditorForm::leavingAsksWhileEdited()
 {
     QSignalSpy left(m_editor.get(), &EditorForm::leaveRequested);
@@ -353,12 +352,12 @@ void TestEditorForm::leavingAsksWhileEdited()
         [&](const Profile &profile) { confirmations.append(profile); });
     load(scooterTemplate());
     perform(QStringLiteral("rename Track <day>"));
-    m_prompts.askAnswers = {0};
+    m_prompts.askAnswers = {1};
     m_editor->onBack();
     const ScriptedPrompts::Shown &question = m_prompts.shown.first();
     QVERIFY2(question.text.contains(QStringLiteral("<b>Track &lt;day&gt;</b>")), qPrintable(question.text));
-    QCOMPARE(question.buttons, (QStringList {"Discard changes", "Back"}));
-    QVERIFY(question.defaultButton == 0 && question.escapeButton == -1);
+    QCOMPARE(question.buttons, (QStringList {"&Save", "&Discard", "Cancel"}));
+    QVERIFY(question.defaultButton == 2 && question.escapeButton == 2);
     QVERIFY(left.size() == 1 && contentOf(m_editor->profile()) == contentOf(scooterTemplate())
         && !m_editor->profile().isModified());
 
