@@ -11,6 +11,7 @@
 #include "dialogs/cupdater.h"
 #include "dialogs/cweblinks.h"
 #include "editor/editorform.h"
+#include "profile/mapvalidation.h"
 #include "profile/profilefile.h"
 #include "profile/recentprofiles.h"
 #include "profile/suggestedfilename.h"
@@ -278,7 +279,9 @@ void MainWindow::updateUndoActions()
 
 void MainWindow::switchTo(QWidget *target)
 {
-    setNextEnabled(true);
+    // Between pages Next is enabled again; the page being prepared may then disable it.
+    if (!target)
+        setNextEnabled(true);
     const bool editing = target && target == m_editor;
     if (editing)
         m_ui->exitButton->hide();
@@ -352,10 +355,12 @@ void MainWindow::continueEditing()
     showPage(m_editor, m_editor, [this] { prepareEditorFrame(); });
 }
 
+// A profile whose map the CDI would refuse cannot go further; the page says why.
 void MainWindow::prepareConfirmationFrame()
 {
     confirmation().setStatusTip(tr("Please confirm programming the CDI with this profile."));
-    setButtonState(true, true, true, true, tr("Program the &CDI"), QString());
+    const bool valid = !validate(confirmation().profile()).hasErrors();
+    setButtonState(true, true, true, valid, tr("Program the &CDI"), QString());
 }
 
 void MainWindow::showProgrammingConfirmation(const Profile &profile)
@@ -801,6 +806,15 @@ void MainWindow::updateTitle()
                                       : tr("%1 (%2)[*] - Sparkwright").arg(name, file));
     }
     setWindowModified(editing && m_editor->profile().isModified());
+}
+
+// The pages keep their prompts as status tips, which the prompt line shows; the status bar is
+// for messages such as a save's confirmation, not for tips shown while the pointer passes.
+bool MainWindow::event(QEvent *event)
+{
+    if (event->type() == QEvent::StatusTip)
+        return true;
+    return QMainWindow::event(event);
 }
 
 // ---- language ----

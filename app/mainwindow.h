@@ -71,6 +71,7 @@ public:
     void retranslate(int language) override;
 
 protected:
+    bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 

@@ -220,6 +220,14 @@
         <source>Custom profile:</source>
         <translation>Eigenes Profil:</translation>
     </message>
+    <message>
+        <source>The CDI cannot be programmed with this profile: the values marked in rows %1 break their limits.</source>
+        <translation>Die CDI kann mit diesem Profil nicht programmiert werden: Die markierten Werte in den Zeilen %1 verletzen ihre Grenzen.</translation>
+    </message>
+    <message>
+        <source>The CDI cannot be programmed with this profile.</source>
+        <translation>Die CDI kann mit diesem Profil nicht programmiert werden.</translation>
+    </message>
 </context>
 <context>
     <name>DefaultProfilesGui</name>
@@ -995,6 +1003,14 @@
     <message>
         <source>the angle for %rpm RPM should not exceed %max for this profile</source>
         <translation>Bei %rpm U/min sollte der Winkel in diesem Profil %max nicht überschreiten</translation>
+    </message>
+    <message>
+        <source>Speeds must rise from row to row</source>
+        <translation>Die Drehzahlen müssen von Zeile zu Zeile steigen</translation>
+    </message>
+    <message>
+        <source>Row %1: %2</source>
+        <translation>Zeile %1: %2</translation>
     </message>
 </context>
 <context>

@@ -9,12 +9,14 @@
 #include "editor/notesform.h"
 #include "editor/tableform.h"
 #include "profile/defaultlibrary.h"
+#include "profile/mapvalidation.h"
 #include "profile/profilefile.h"
 #include "profile/recentprofiles.h"
 #include "profile/suggestedfilename.h"
 #include "shell/clanguageswitcher.h"
 #include "shell/cprofilefiles.h"
 #include "shell/iuserprompts.h"
+#include "shell/problemink.h"
 
 #include "ui_editorform.h"
 
@@ -41,6 +43,7 @@ EditorForm::EditorForm(
 {
     Q_INIT_RESOURCE(images);
     m_ui->setupUi(this);
+    setProblemInk(m_ui->problemLabel);
 
     m_nameForm = new NameForm(this, this);
     m_ui->nameLayout->addWidget(m_nameForm);
@@ -133,6 +136,19 @@ void EditorForm::refresh()
     m_flagsForm->setProfile(&m_profile);
     m_tableForm->setProfile(&m_profile);
     m_graphForm->showProfile(&m_profile, m_tableForm->currentRow(), true);
+    showChecks();
+}
+
+// The checker's verdict: the faulty cells marked, the first problem in words under the map,
+// and the same words on the graph.
+void EditorForm::showChecks()
+{
+    const MapValidation validation = validate(m_profile);
+    m_tableForm->showValidation(validation);
+    const QStringList problems = validation.problems();
+    m_ui->problemLabel->setText(problems.value(0));
+    m_ui->problemLabel->setVisible(!problems.isEmpty());
+    m_graphForm->setToolTip(problems.join(QLatin1Char('\n')));
 }
 
 void EditorForm::showInformation()
@@ -258,6 +274,7 @@ void EditorForm::retranslate(int)
 void EditorForm::updateGraph()
 {
     m_graphForm->showProfile(&m_profile, m_tableForm->currentRow(), true);
+    showChecks();
 }
 
 void EditorForm::setProfileName(const QString &name)
@@ -283,6 +300,7 @@ void EditorForm::onMapChanged(bool rescale)
 {
     m_tableForm->setProfile(&m_profile);
     m_graphForm->showProfile(&m_profile, m_tableForm->currentRow(), rescale);
+    showChecks();
 }
 
 void EditorForm::onPointSelected(int index, bool rescale)

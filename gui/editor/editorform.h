@@ -99,6 +99,7 @@ private slots:
 
 private:
     void refresh();
+    void showChecks();
     bool writeTo(const QString &path);
     void record(const QString &step);
     void applySnapshot(const Profile &profile);

@@ -19,6 +19,7 @@
 #include "support/widgettestmain.h"
 
 #include <QDoubleSpinBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -423,13 +424,42 @@ void TestEditorForm::pressAndDrag()
 }
 
 // Lowering the sensor advance from 30 to 20 degrees lowers the ceiling from 28 to 18 at once:
-// the shaded region comes down.
+// the shaded region comes down, and the table marks the angles now above it with the checker's
+// words, as the line under the map and the graph's tool tip do. Speeds out of order are marked
+// on both sides of the step.
 void TestEditorForm::sensorAdvanceMovesTheForbiddenRegion()
 {
     load(scooterTemplate());
+    const auto problemLine = [this] {
+        const QLabel *line = child<QLabel>("problemLabel");
+        return line->isVisible() ? line->text() : QString();
+    };
+    const auto marks = [this] {
+        QStringList marked;
+        for (int row = 0; row < kMapPointCount; ++row) {
+            for (int column = 0; column < 2; ++column) {
+                const QModelIndex cell = table()->model()->index(row, column);
+                if (cell.data(Qt::BackgroundRole).isValid())
+                    marked << QStringLiteral("%1/%2: %3").arg(row).arg(column).arg(cell.data(Qt::ToolTipRole).toString());
+            }
+        }
+        return marked;
+    };
+    QCOMPARE(problemLine(), QString());
     const QColor free = m_editor->grab().toImage().pixelColor(graphPixel(500, 23));
     perform(QStringLiteral("type doubleSpinBoxHall 20"));
     QVERIFY(m_editor->grab().toImage().pixelColor(graphPixel(500, 23)) != free);
+    QCOMPARE(marks(),
+        (QStringList {"3/1: the angle for 4000 RPM should not exceed 18 for this profile",
+            "4/1: the angle for 5000 RPM should not exceed 18 for this profile"}));
+    QCOMPARE(problemLine(), QStringLiteral("Row 4: the angle for 4000 RPM should not exceed 18 for this profile"));
+    QVERIFY(graph()->toolTip().startsWith(problemLine() + '\n'));
+
+    perform(QStringLiteral("type doubleSpinBoxHall 30"));
+    perform(QStringLiteral("cell 6 0:1000"));
+    QCOMPARE(marks(),
+        (QStringList {"5/0: Speeds must rise from row to row", "6/0: Speeds must rise from row to row"}));
+    QCOMPARE(problemLine(), QStringLiteral("Speeds must rise from row to row"));
 }
 
 void TestEditorForm::reset_data()
