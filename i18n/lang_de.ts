@@ -255,6 +255,10 @@
         <source>Automatic detection failed.</source>
         <translation>Die automatische Erkennung ist fehlgeschlagen.</translation>
     </message>
+    <message>
+        <source>The {USB/UART bridge} of your CDI was found on %1 and is selected in the list below. Choose Next to use it, or select another port.</source>
+        <translation>Die {USB/UART-Brücke} Ihrer CDI wurde an %1 gefunden und ist in der Liste unten ausgewählt. Wählen Sie „Weiter“, um sie zu verwenden, oder wählen Sie eine andere Schnittstelle aus.</translation>
+    </message>
 </context>
 <context>
     <name>DisclaimerDialog</name>
@@ -472,10 +476,6 @@
         <translation>Die CDI hat eine ungültige Antwort gesendet</translation>
     </message>
     <message>
-        <source>CDI did not respond</source>
-        <translation>Die CDI hat nicht geantwortet</translation>
-    </message>
-    <message>
         <source>Importing</source>
         <translation>Import</translation>
     </message>
@@ -526,6 +526,30 @@
     <message>
         <source>Test successful</source>
         <translation>Test erfolgreich</translation>
+    </message>
+    <message>
+        <source>The connection to the CDI on %1 was lost. Check the cable and the USB bridge, then try again.</source>
+        <translation>Die Verbindung zur CDI an %1 ist abgerissen. Prüfen Sie das Kabel und die USB-Brücke und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>The CDI may be programmed improperly and should not be used in its current state.</source>
+        <translation>Die CDI ist möglicherweise fehlerhaft programmiert und sollte in diesem Zustand nicht verwendet werden.</translation>
+    </message>
+    <message>
+        <source>Nothing had been sent yet, so the CDI has not been changed.</source>
+        <translation>Es war noch nichts gesendet worden, die CDI ist also unverändert.</translation>
+    </message>
+    <message>
+        <source>Nothing answered on %1. The CDI may have been programmed not to give its profile back; otherwise no CDI seems to be connected to this port.</source>
+        <translation>An %1 hat nichts geantwortet. Die CDI wurde möglicherweise so programmiert, dass sie ihr Profil nicht herausgibt; andernfalls scheint an dieser Schnittstelle keine CDI angeschlossen zu sein.</translation>
+    </message>
+    <message>
+        <source>Nothing answered on %1. No CDI seems to be connected to this port.</source>
+        <translation>An %1 hat nichts geantwortet. An dieser Schnittstelle scheint keine CDI angeschlossen zu sein.</translation>
+    </message>
+    <message>
+        <source>Imported from CDI %1</source>
+        <translation>Aus der CDI importiert am %1</translation>
     </message>
 </context>
 <context>

@@ -185,5 +185,7 @@ void CBridgeComm::end(bool broken)
     const std::unique_ptr<CCommunicator> transaction = std::move(m_transaction);
     if (!broken)
         qCDebug(lcDevice) << "exchange ended with" << m_received.size() << "bytes";
-    emit finished(broken ? transaction->brokenOff() : transaction->conclude(m_received));
+    ExchangeResult result = broken ? transaction->brokenOff(sent) : transaction->conclude(m_received);
+    result.portName = m_portName;
+    emit finished(result);
 }

@@ -132,7 +132,10 @@ void TestDeviceCli::session()
     QCOMPARE(run({"program", path("held.cdi"), "--no-reimport"}, out, err), 0);
     QVERIFY2(out.startsWith(QStringLiteral("Programming successful\n")), qPrintable(out + err));
     QCOMPARE(run({"import", path("refused.cdi")}, out, err), 1);
-    QCOMPARE(out, QStringLiteral("CDI did not respond\n"));
+    QCOMPARE(out,
+        QStringLiteral("Import failed\nNothing answered on %1. The CDI may have been programmed not to give its "
+                       "profile back; otherwise no CDI seems to be connected to this port.\n")
+            .arg(port));
     QVERIFY(!QFile::exists(path("refused.cdi")));
 
     cdi.terminate();

@@ -119,14 +119,17 @@ void TestDeviceExchange::faults_data()
     row("ping", "short", K::WrongLength);
     row("ping", "long", K::WrongLength);
     row("ping", "hangup", K::PortLost);
+    row("ping", "line closed before the request", K::PortLost);
     row("import", "none", K::Succeeded);
     row("import", "unknown-type", K::UnknownType);
     row("import", "bad-value", K::BadValue);
+    row("import", "silent", K::NoResponse);
     row("program", "none", K::Succeeded);
     row("program", "wrong-echo", K::WrongEcho);
     row("program", "silent", K::NoResponse);
     row("program", "bad-header", K::BadHeader);
     row("program", "hangup", K::PortLost);
+    row("program", "line closed before the request", K::PortLost);
 }
 
 void TestDeviceExchange::faults()
@@ -138,17 +141,23 @@ void TestDeviceExchange::faults()
     CVirtualCdi cdi;
     cdi.setProfile(sampleProfile());
     cdi.setDelays(kSlowMs, kTooSlowMs);
-    cdi.setFault(CVirtualCdi::faultFromName(fault).value());
+    cdi.setFault(CVirtualCdi::faultFromName(fault).value_or(CVirtualCdi::Fault::None));
     QCOMPARE(cdi.open(), QString());
+    const QString port = cdi.portName();
     auto bridge = std::make_unique<CBridgeComm>();
     QSignalSpy finished(bridge.get(), &CBridgeComm::finished);
     QSignalSpy waiting(bridge.get(), &CBridgeComm::waiting);
     // Whoever hears the end may drop the bridge there and then, however the exchange ended.
     connect(bridge.get(), &CBridgeComm::finished, bridge.get(), [&bridge] { bridge.reset(); });
-    QVERIFY(bridge->runTransaction(transaction(kind), cdi.portName(), kPacing));
+    QVERIFY(bridge->runTransaction(transaction(kind), port, kPacing));
+    if (fault.startsWith(QLatin1String("line closed")))
+        cdi.hangUp();
     QVERIFY(finished.wait(5000) && !bridge);
     const auto ended = finished.at(0).at(0).value<ExchangeResult>();
     QCOMPARE(int(ended.kind), result);
+    QCOMPARE(ended.portName, port);
+    // Whether the CDI may have been reached, for a programming cut off.
+    QCOMPARE(ended.requestSent, !fault.startsWith(QLatin1String("line closed")));
     if (fault == QLatin1String("silent"))
         QCOMPARE(waiting.count(), 1);
 }
