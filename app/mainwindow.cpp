@@ -76,6 +76,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_device.get(), &CDeviceFlow::finished, m_waitForm, &WaitForm::showResult);
     connect(m_device.get(), &CDeviceFlow::copyNotKept, m_waitForm, &WaitForm::showCopyNotKept);
     connect(m_device.get(), &CDeviceFlow::refused, m_waitForm, &WaitForm::showRefusal);
+    connect(m_device.get(), &CDeviceFlow::recorded, m_waitForm, &WaitForm::showTranscript);
     connect(m_waitForm, &WaitForm::backRequested, m_device.get(), &CDeviceFlow::back);
     connect(m_waitForm, &WaitForm::nextRequested, m_device.get(), &CDeviceFlow::next);
     connect(m_waitForm, &WaitForm::retryRequested, m_device.get(), &CDeviceFlow::retry);

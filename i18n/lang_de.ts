@@ -406,6 +406,49 @@
     </message>
 </context>
 <context>
+    <name>ExchangeTranscript</name>
+    <message>
+        <source>sent</source>
+        <translation>gesendet</translation>
+    </message>
+    <message>
+        <source>received</source>
+        <translation>empfangen</translation>
+    </message>
+    <message>
+        <source>discarded</source>
+        <translation>verworfen</translation>
+    </message>
+    <message>
+        <source>port error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>geschlossen</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>Port: %1</source>
+        <translation>Schnittstelle: %1</translation>
+    </message>
+    <message>
+        <source>Description: %1</source>
+        <translation>Beschreibung: %1</translation>
+    </message>
+    <message>
+        <source>USB IDs: %1</source>
+        <translation>USB-IDs: %1</translation>
+    </message>
+    <message>
+        <source>Opened: %1</source>
+        <translation>Geöffnet: %1</translation>
+    </message>
+</context>
+<context>
     <name>ExchangeWording</name>
     <message>
         <source>The imported profile was saved as %1.</source>
@@ -1170,7 +1213,23 @@
     </message>
     <message>
         <source>&amp;Choose another port</source>
-        <translation>Andere &amp;Schnittstelle wählen</translation>
+        <translation>&amp;Andere Schnittstelle wählen</translation>
+    </message>
+    <message>
+        <source>Frames exchanged with the CDI</source>
+        <translation>Mit der CDI ausgetauschte Datenrahmen</translation>
+    </message>
+    <message>
+        <source>Port: %1</source>
+        <translation>Schnittstelle: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Details</source>
+        <translation>&amp;Details</translation>
+    </message>
+    <message>
+        <source>Cop&amp;y</source>
+        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>

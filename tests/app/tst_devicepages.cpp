@@ -8,11 +8,14 @@
 #include "devicepages/writeconfirmationdialog.h"
 #include "support/programfixture.h"
 
+#include <QClipboard>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSerialPort>
 #include <QSignalSpy>
 #include <QTimer>
+#include <QToolButton>
 
 namespace {
 
@@ -150,7 +153,17 @@ void TestDevicePages::exchanges()
     QTRY_VERIFY_WITH_TIMEOUT(!flow.isBusy(), 5000);
     QCOMPARE(wait->title(), title);
     QCOMPARE(wait->text().replace(port, "PTY"), text);
+    QCOMPARE(wait->port().replace(port, "PTY"), QStringLiteral("Port: PTY (Virtual CDI)"));
     QCOMPARE(wait->look(), title.contains("failed") ? WaitForm::Look::Failure : WaitForm::Look::Success);
+    // The frames, for support: closed until asked for, then copied as shown.
+    auto *details = wait->findChild<QPlainTextEdit *>("detailsEdit");
+    QVERIFY(!details->isVisible());
+    QTest::mouseClick(wait->findChild<QToolButton *>("detailsButton"), Qt::LeftButton);
+    QVERIFY(details->isVisible());
+    QTest::mouseClick(wait->findChild<QPushButton *>("copyButton"), Qt::LeftButton);
+    QCOMPARE(QGuiApplication::clipboard()->text(), wait->details());
+    QVERIFY2(wait->details().contains(QRegularExpression("\n +\\d+ ms  sent +4d f6 68 ")),
+        qPrintable(wait->details()));
     // Every failure offers another port; the port page's Back leaves like the progress page's.
     auto *otherPort = wait->findChild<QPushButton *>("otherPortButton");
     QCOMPARE(otherPort->isVisible(), wait->look() == WaitForm::Look::Failure);

@@ -5,6 +5,7 @@
 #include "device/cimporter.h"
 #include "device/cpinger.h"
 #include "device/cvirtualcdi.h"
+#include "device/exchangetranscript.h"
 #include "device/serialports.h"
 #include "profile/defaultlibrary.h"
 #include "support/layoutencoder.h"
@@ -63,6 +64,8 @@ private slots:
     void initTestCase();
     void faults_data();
     void faults();
+    void transcript_data();
+    void transcript();
     void secondExchangeIsRefused();
     void lateAnswer_data();
     void lateAnswer();
@@ -160,6 +163,56 @@ void TestDeviceExchange::faults()
     QCOMPARE(ended.requestSent, !fault.startsWith(QLatin1String("line closed")));
     if (fault == QLatin1String("silent"))
         QCOMPARE(waiting.count(), 1);
+}
+
+// What the details show of a ping to nonce 5A: the port as listed, then the frames in hex, each
+// after the one before. Times and the port's own error text left out.
+void TestDeviceExchange::transcript_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QStringList>("lines");
+    const QStringList header {"Port: PTY", "Description: Virtual CDI", "USB IDs: none"};
+    const QString request = "sent        4d f6 68 5a" + QString(" 00").repeated(44) + " 01 00 88";
+    QTest::newRow("answered") << "none"
+                              << header
+            + QStringList {request,
+                "received    4d f6 68 5a 31 2e 30 30 00 00 00 00 00 01 e2 40 00 00 00 00 00 "
+                "00 00 00 35",
+                "closed"};
+    QTest::newRow("line lost mid-answer") << "hangup"
+                                          << header
+            + QStringList {
+                request, "received    4d f6 68 5a 31 2e 30 30 00 00 00 00", "port error", "closed"};
+}
+
+void TestDeviceExchange::transcript()
+{
+    QFETCH(QString, fault);
+    QFETCH(QStringList, lines);
+    CVirtualCdi cdi;
+    cdi.setFault(CVirtualCdi::faultFromName(fault).value());
+    QCOMPARE(cdi.open(), QString());
+    const QString port = cdi.portName();
+    CBridgeComm bridge;
+    QSignalSpy finished(&bridge, &CBridgeComm::finished);
+    QVERIFY(
+        bridge.runTransaction(std::make_unique<CPinger>(quint8(0x5A)), port, kPacing) && finished.wait(5000));
+    QStringList shown = transcriptText(bridge.transcript()).split('\n', Qt::SkipEmptyParts);
+    QVERIFY2(shown.takeFirst().startsWith("Sparkwright "), qPrintable(shown.join('\n')));
+    QVERIFY(shown.takeAt(3).startsWith("Opened: "));
+    qint64 previous = 0;
+    for (QString &line : shown) {
+        line.replace(port, QLatin1String("PTY"));
+        const QRegularExpressionMatch timed = QRegularExpression("^ +(\\d+) ms  (.*)$").match(line);
+        if (!timed.hasMatch())
+            continue;
+        QVERIFY(timed.captured(1).toLongLong() >= previous);
+        previous = timed.captured(1).toLongLong();
+        line = timed.captured(2);
+        if (line.startsWith("port error"))
+            line = "port error";
+    }
+    QCOMPARE(shown, lines);
 }
 
 // While an exchange runs a second is refused, and the first runs to its end alone.
