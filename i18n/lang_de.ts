@@ -33,6 +33,25 @@
     </message>
 </context>
 <context>
+    <name>BridgeWatch</name>
+    <message>
+        <source>No CDI bridge plugged in</source>
+        <translation>Keine CDI-Brücke eingesteckt</translation>
+    </message>
+    <message>
+        <source>Virtual CDI on %1</source>
+        <translation>Virtuelle CDI an %1</translation>
+    </message>
+    <message>
+        <source>CDI bridge on %1</source>
+        <translation>CDI-Brücke an %1</translation>
+    </message>
+    <message>
+        <source>%1: firmware %2, serial number %3</source>
+        <translation>%1: Firmware %2, Seriennummer %3</translation>
+    </message>
+</context>
+<context>
     <name>CDataHolder</name>
     <message>
         <source>The default CDI profiles could not be loaded. The source file is either missing or corrupted or was created for a newer version of Sparkwright.</source>

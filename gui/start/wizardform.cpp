@@ -4,6 +4,7 @@
 #include "profile/recentprofiles.h"
 #include "render/bracemarkup.h"
 #include "shell/ibrowsermain.h"
+#include "start/bridgestatelabel.h"
 #include "start/comparisonform.h"
 #include "start/continueform.h"
 #include "start/defaultprofilesgui.h"
@@ -70,6 +71,11 @@ WizardForm::WizardForm(CLanguageSwitcher &switcher, const DefaultLibrary *librar
 }
 
 WizardForm::~WizardForm() = default;
+
+CBridgeWatch &WizardForm::bridgeWatch()
+{
+    return m_ui->bridgeStateLabel->watch();
+}
 
 void WizardForm::setBrowserMain(IBrowserMain *main)
 {

@@ -1,11 +1,13 @@
 // The device pages as the user meets them: the program's own pages and dialogs against a virtual
 // CDI on a pseudo-terminal, with a short tick so that no exchange takes seconds.
+#include "device/cbridgewatch.h"
 #include "device/cdeviceflow.h"
 #include "device/cvirtualcdi.h"
 #include "device/serialports.h"
 #include "devicepages/devicesform.h"
 #include "devicepages/waitform.h"
 #include "devicepages/writeconfirmationdialog.h"
+#include "start/wizardform.h"
 #include "support/programfixture.h"
 
 #include <QClipboard>
@@ -32,6 +34,23 @@ struct FixedPorts : IPortLister
     std::unique_ptr<IPortLister> clone() const override { return std::make_unique<FixedPorts>(); }
 };
 
+// Ports the test plugs in and pulls out while the program looks; it counts the looks.
+struct ChangingPorts : IPortLister
+{
+    struct Shared
+    {
+        std::vector<SerialPortEntry> ports;
+        int looks = 0;
+    };
+    std::vector<SerialPortEntry> ports() const override
+    {
+        ++shared->looks;
+        return shared->ports;
+    }
+    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<ChangingPorts>(*this); }
+    std::shared_ptr<Shared> shared = std::make_shared<Shared>();
+};
+
 } // namespace
 
 class TestDevicePages : public QObject
@@ -42,6 +61,7 @@ private slots:
     void exchanges_data();
     void exchanges();
     void portSelection();
+    void bridgeState();
 };
 
 // The action is ping, import, program (the reimport box unchecked), cancel the programming, or
@@ -209,6 +229,43 @@ void TestDevicePages::portSelection()
     form.onNext();
     QCOMPARE(program.prompts.each(&ScriptedPrompts::Shown::text), QStringList {"No port is selected."});
     QVERIFY(chosen.isEmpty());
+}
+
+// The start page says where the bridge is, within two seconds of a change and without a click,
+// and what a successful test reported; the ports are left alone while the page is hidden and
+// while an exchange runs.
+void TestDevicePages::bridgeState()
+{
+    Program program;
+    QVERIFY(program.ready());
+    CVirtualCdi cdi;
+    QVERIFY(cdi.open().isEmpty());
+    ChangingPorts ports;
+    ports.shared->ports = {{QStringLiteral("ttyS0"), QString(), QString(), 0, 0, false, false}};
+    CBridgeWatch &watch = program.window().findChild<WizardForm *>()->bridgeWatch();
+    watch.setPorts(ports);
+    watch.setInterval(50);
+    auto *label = program.child<QLabel>("bridgeStateLabel");
+    QTRY_COMPARE_WITH_TIMEOUT(label->text(), QStringLiteral("No CDI bridge plugged in"), 2000);
+    ports.shared->ports.push_back(
+        {QStringLiteral("ttyUSB0"), QString(), QString(), 0x10C4, 0xEA60, true, false});
+    QTRY_COMPARE_WITH_TIMEOUT(label->text(), QStringLiteral("CDI bridge on /dev/ttyUSB0"), 2000);
+    ports.shared->ports = {{cdi.portName(), QStringLiteral("Virtual CDI"), QString(), 0, 0, false, true}};
+    QTRY_COMPARE_WITH_TIMEOUT(label->text(), QStringLiteral("Virtual CDI on %1").arg(cdi.portName()), 2000);
+
+    CDeviceFlow &flow = program.window().deviceFlow();
+    flow.setPacing({100, 30});
+    flow.choosePort(cdi.portName());
+    program.window().requestConnectionTest();
+    QVERIFY(flow.isBusy() && !watch.isLooking());
+    QTRY_VERIFY_WITH_TIMEOUT(!flow.isBusy(), 5000);
+    const int looks = ports.shared->looks;
+    QTest::qWait(300);
+    QCOMPARE(ports.shared->looks, looks); // the progress page shows
+    program.click("backButton");
+    QCOMPARE(label->text(),
+        QStringLiteral("Virtual CDI on %1: firmware 1.00, serial number 123456").arg(cdi.portName()));
+    QVERIFY(watch.isLooking());
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestDevicePages)
