@@ -466,6 +466,10 @@
         <source>Opened: %1</source>
         <translation>Geöffnet: %1</translation>
     </message>
+    <message>
+        <source>... %1 bytes in all</source>
+        <translation>... insgesamt %1 Bytes</translation>
+    </message>
 </context>
 <context>
     <name>ExchangeWording</name>

@@ -207,15 +207,17 @@ void CBridgeComm::end(bool broken)
     emit finished(result);
 }
 
-// The pieces of one answer make one entry, timed by its first byte.
+// The pieces of one answer make one entry, timed by its first byte. A line that floods keeps only
+// its first bytes and their count, so that the transcript stays small whatever arrives.
 void CBridgeComm::record(
     ExchangeTranscript::Direction direction, const QByteArray &bytes, const QString &note)
 {
     std::vector<ExchangeTranscript::Entry> &entries = m_transcript.entries;
-    if (!entries.empty() && direction != ExchangeTranscript::Direction::Sent
-        && entries.back().direction == direction && note.isEmpty())
-        entries.back().bytes += bytes;
-    else
-        entries.push_back({m_clock.elapsed(), direction, bytes, note});
+    if (entries.empty() || direction == ExchangeTranscript::Direction::Sent
+        || entries.back().direction != direction || !note.isEmpty())
+        entries.push_back({m_clock.elapsed(), direction, {}, note, 0});
+    ExchangeTranscript::Entry &entry = entries.back();
+    entry.bytes += bytes.left(ExchangeTranscript::kShownBytes - entry.bytes.size());
+    entry.count += bytes.size();
     emit recorded(m_transcript);
 }

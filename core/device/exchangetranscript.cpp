@@ -56,6 +56,8 @@ QString transcriptText(const ExchangeTranscript &transcript)
         QStringList rest;
         if (!entry.bytes.isEmpty())
             rest << QString::fromLatin1(entry.bytes.toHex(' '));
+        if (entry.count > entry.bytes.size())
+            rest << QCoreApplication::translate("ExchangeTranscript", "... %1 bytes in all").arg(entry.count);
         if (!entry.note.isEmpty())
             rest << entry.note;
         const QString word = directionWord(entry.direction);

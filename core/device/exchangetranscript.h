@@ -28,7 +28,10 @@ struct ExchangeTranscript
         QByteArray bytes;
         // PortError: the port's own account.
         QString note;
+        // All the bytes that came, of which the first kShownBytes are kept.
+        qint64 count = 0;
     };
+    static constexpr int kShownBytes = 256;
 
     QString portName;
     QString description;
