@@ -2,6 +2,7 @@
 
 #include "data/cdataholder.h"
 #include "data/cfilemanifest.h"
+#include "device/cbridgewatch.h"
 #include "device/cdeviceflow.h"
 #include "device/serialports.h"
 #include "devicepages/devicesform.h"
@@ -91,6 +92,10 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_device.get(), &CDeviceFlow::finished, m_waitForm, &WaitForm::showResult);
     connect(m_device.get(), &CDeviceFlow::copyNotKept, m_waitForm, &WaitForm::showCopyNotKept);
     connect(m_device.get(), &CDeviceFlow::refused, m_waitForm, &WaitForm::showRefusal);
+    connect(m_device.get(), &CDeviceFlow::recorded, m_waitForm, &WaitForm::showTranscript);
+    connect(m_device.get(), &CDeviceFlow::busyChanged, &m_wizard->bridgeWatch(),
+        &CBridgeWatch::setExchangeRunning);
+    connect(m_device.get(), &CDeviceFlow::finished, &m_wizard->bridgeWatch(), &CBridgeWatch::noteResult);
     connect(m_waitForm, &WaitForm::backRequested, m_device.get(), &CDeviceFlow::back);
     connect(m_waitForm, &WaitForm::nextRequested, m_device.get(), &CDeviceFlow::next);
     connect(m_waitForm, &WaitForm::retryRequested, m_device.get(), &CDeviceFlow::retry);

@@ -7,6 +7,7 @@
 #include "device/cimporter.h"
 #include "device/cpinger.h"
 #include "device/cvirtualcdi.h"
+#include "device/exchangetranscript.h"
 #include "device/exchangewording.h"
 #include "device/serialports.h"
 #include "profile/defaultlibrary.h"
@@ -100,8 +101,9 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
 {
     QStringList positional;
     QMap<QString, QString> options;
-    const QStringList switches
+    QStringList switches
         = verb == QLatin1String("program") ? QStringList {QStringLiteral("--no-reimport")} : QStringList();
+    switches << QStringLiteral("--verbose");
     if (!parseOptions(verb, arguments, {QStringLiteral("--port"), QStringLiteral("--language")}, switches,
             positional, options))
         return kUsageError;
@@ -165,6 +167,11 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
         return kUsageError;
     }
     loop.exec();
+    // Before the result, which may still fail to be written: what went over the line, for support.
+    if (options.contains(QStringLiteral("--verbose"))) {
+        m_err << transcriptText(bridge.transcript());
+        m_err.flush();
+    }
 
     const ExchangeWords words = resultWords(result);
     QString text = words.text;

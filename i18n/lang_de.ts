@@ -33,6 +33,25 @@
     </message>
 </context>
 <context>
+    <name>BridgeWatch</name>
+    <message>
+        <source>No CDI bridge plugged in</source>
+        <translation>Keine CDI-Brücke eingesteckt</translation>
+    </message>
+    <message>
+        <source>Virtual CDI on %1</source>
+        <translation>Virtuelle CDI an %1</translation>
+    </message>
+    <message>
+        <source>CDI bridge on %1</source>
+        <translation>CDI-Brücke an %1</translation>
+    </message>
+    <message>
+        <source>%1: firmware %2, serial number %3</source>
+        <translation>%1: Firmware %2, Seriennummer %3</translation>
+    </message>
+</context>
+<context>
     <name>CDataHolder</name>
     <message>
         <source>The default CDI profiles could not be loaded. The source file is either missing or corrupted or was created for a newer version of Sparkwright.</source>
@@ -282,6 +301,10 @@
         <source>Automatic detection failed.</source>
         <translation>Die automatische Erkennung ist fehlgeschlagen.</translation>
     </message>
+    <message>
+        <source>The {USB/UART bridge} of your CDI was found on %1 and is selected in the list below. Choose Next to use it, or select another port.</source>
+        <translation>Die {USB/UART-Brücke} Ihrer CDI wurde an %1 gefunden und ist in der Liste unten ausgewählt. Wählen Sie „Weiter“, um sie zu verwenden, oder wählen Sie eine andere Schnittstelle aus.</translation>
+    </message>
 </context>
 <context>
     <name>DisclaimerDialog</name>
@@ -441,6 +464,53 @@
     </message>
 </context>
 <context>
+    <name>ExchangeTranscript</name>
+    <message>
+        <source>sent</source>
+        <translation>gesendet</translation>
+    </message>
+    <message>
+        <source>received</source>
+        <translation>empfangen</translation>
+    </message>
+    <message>
+        <source>discarded</source>
+        <translation>verworfen</translation>
+    </message>
+    <message>
+        <source>port error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>geschlossen</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>Port: %1</source>
+        <translation>Schnittstelle: %1</translation>
+    </message>
+    <message>
+        <source>Description: %1</source>
+        <translation>Beschreibung: %1</translation>
+    </message>
+    <message>
+        <source>USB IDs: %1</source>
+        <translation>USB-IDs: %1</translation>
+    </message>
+    <message>
+        <source>Opened: %1</source>
+        <translation>Geöffnet: %1</translation>
+    </message>
+    <message>
+        <source>... %1 bytes in all</source>
+        <translation>... insgesamt %1 Bytes</translation>
+    </message>
+</context>
+<context>
     <name>ExchangeWording</name>
     <message>
         <source>The imported profile was saved as %1.</source>
@@ -511,10 +581,6 @@
         <translation>Die CDI hat eine ungültige Antwort gesendet</translation>
     </message>
     <message>
-        <source>CDI did not respond</source>
-        <translation>Die CDI hat nicht geantwortet</translation>
-    </message>
-    <message>
         <source>Importing</source>
         <translation>Import</translation>
     </message>
@@ -565,6 +631,30 @@
     <message>
         <source>Test successful</source>
         <translation>Test erfolgreich</translation>
+    </message>
+    <message>
+        <source>The connection to the CDI on %1 was lost. Check the cable and the USB bridge, then try again.</source>
+        <translation>Die Verbindung zur CDI an %1 ist abgerissen. Prüfen Sie das Kabel und die USB-Brücke und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>The CDI may be programmed improperly and should not be used in its current state.</source>
+        <translation>Die CDI ist möglicherweise fehlerhaft programmiert und sollte in diesem Zustand nicht verwendet werden.</translation>
+    </message>
+    <message>
+        <source>Nothing had been sent yet, so the CDI has not been changed.</source>
+        <translation>Es war noch nichts gesendet worden, die CDI ist also unverändert.</translation>
+    </message>
+    <message>
+        <source>Nothing answered on %1. The CDI may have been programmed not to give its profile back; otherwise no CDI seems to be connected to this port.</source>
+        <translation>An %1 hat nichts geantwortet. Die CDI wurde möglicherweise so programmiert, dass sie ihr Profil nicht herausgibt; andernfalls scheint an dieser Schnittstelle keine CDI angeschlossen zu sein.</translation>
+    </message>
+    <message>
+        <source>Nothing answered on %1. No CDI seems to be connected to this port.</source>
+        <translation>An %1 hat nichts geantwortet. An dieser Schnittstelle scheint keine CDI angeschlossen zu sein.</translation>
+    </message>
+    <message>
+        <source>Imported from CDI %1</source>
+        <translation>Aus der CDI importiert am %1</translation>
     </message>
 </context>
 <context>
@@ -1185,7 +1275,23 @@
     </message>
     <message>
         <source>&amp;Choose another port</source>
-        <translation>Andere &amp;Schnittstelle wählen</translation>
+        <translation>&amp;Andere Schnittstelle wählen</translation>
+    </message>
+    <message>
+        <source>Frames exchanged with the CDI</source>
+        <translation>Mit der CDI ausgetauschte Datenrahmen</translation>
+    </message>
+    <message>
+        <source>Port: %1</source>
+        <translation>Schnittstelle: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Details</source>
+        <translation>&amp;Details</translation>
+    </message>
+    <message>
+        <source>Cop&amp;y</source>
+        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>

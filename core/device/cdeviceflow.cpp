@@ -25,6 +25,7 @@ CDeviceFlow::CDeviceFlow(const DefaultLibrary *library, const IPortLister &ports
     connect(&m_importDelay, &QTimer::timeout, this, &CDeviceFlow::handOverImport);
     connect(&m_bridge, &CBridgeComm::waiting, this, &CDeviceFlow::waiting);
     connect(&m_bridge, &CBridgeComm::finished, this, &CDeviceFlow::onFinished);
+    connect(&m_bridge, &CBridgeComm::recorded, this, &CDeviceFlow::recorded);
 }
 
 CDeviceFlow::~CDeviceFlow() = default;

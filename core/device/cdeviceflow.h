@@ -76,6 +76,8 @@ signals:
     void leaveRequested();
     void importedProfileReady(const Profile &profile);
     void busyChanged(bool busy);
+    // What went over the line so far, from the opening of the port on.
+    void recorded(const ExchangeTranscript &transcript);
 
 private:
     using Factory = std::function<std::unique_ptr<CCommunicator>()>;

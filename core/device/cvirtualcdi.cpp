@@ -137,6 +137,13 @@ void CVirtualCdi::closePty()
     m_announcement.clear();
 }
 
+void CVirtualCdi::hangUp()
+{
+    closePty();
+    if (open().isEmpty())
+        emit portChanged(m_portName);
+}
+
 void CVirtualCdi::onReadable()
 {
     char buffer[256];
@@ -246,11 +253,8 @@ void CVirtualCdi::send(QByteArray answer, const QString &line)
         if (::write(m_master, half.constData(), size_t(half.size())) < 0)
             return;
         QTimer::singleShot(50, this, [this, terminal] {
-            if (terminal != m_terminal)
-                return;
-            closePty();
-            if (open().isEmpty())
-                emit portChanged(m_portName);
+            if (terminal == m_terminal)
+                hangUp();
         });
         return;
     }

@@ -53,6 +53,10 @@ public:
     // How late the "slow" and "too-slow" answers come.
     void setDelays(int slowMs, int tooSlowMs);
 
+    // The line goes dead at once, as when the bridge is pulled out; the CDI comes back on a new
+    // pseudo-terminal.
+    void hangUp();
+
     // Bytes 3 to 47 of the last programmed (or given) profile, as a read answer carries them.
     QByteArray storedImage() const { return m_image; }
     bool reimportAllowed() const;

@@ -44,6 +44,11 @@ struct ExchangeResult
     int typeIndex = 0;
     // BadValue: the device image's own account of the value, such as "invalid voltage: 99".
     QString detail;
+    // The port the exchange ran on, as the bridge opened it.
+    QString portName;
+    // PortLost: whether the request, or a part of it, may have reached the CDI before the line
+    // went dead. Nothing was sent when the line broke before the request was due.
+    bool requestSent = true;
 
     bool succeeded() const { return kind == Kind::Succeeded; }
 };

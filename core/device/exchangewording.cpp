@@ -1,8 +1,10 @@
 #include "device/exchangewording.h"
 
+#include "device/serialports.h"
 #include "render/bracemarkup.h"
 
 #include <QCoreApplication>
+#include <QLocale>
 
 // Every text here is translated in the context "ExchangeWording", the program's and the tool's alike.
 
@@ -59,6 +61,53 @@ QString permissionAdvice(const DeviceRefusal &refusal)
         .arg(refusal.owner.toHtmlEscaped());
 }
 
+QString failureTitle(DeviceExchange exchange)
+{
+    switch (exchange) {
+    case DeviceExchange::Ping:
+        return QCoreApplication::translate("ExchangeWording", "Test failed");
+    case DeviceExchange::Import:
+        return QCoreApplication::translate("ExchangeWording", "Import failed");
+    case DeviceExchange::Program:
+        break;
+    }
+    return QCoreApplication::translate("ExchangeWording", "Programming failed");
+}
+
+// Silence and a dead line are the connection's, not the CDI's: the words say where to look. On
+// the wire nothing answering is a request written without a byte coming back; a lost connection
+// is the port failing (a pulled-out bridge, a line hung up).
+ExchangeWords connectionWords(const ExchangeResult &result)
+{
+    const QString port = portPath(result.portName).toHtmlEscaped();
+    QString text;
+    if (result.kind == ExchangeResult::Kind::PortLost) {
+        text = QCoreApplication::translate("ExchangeWording",
+            "The connection to the CDI on %1 was lost. Check the cable and the USB bridge, then try again.")
+                   .arg(port);
+        // A programming cut off after its request may have left the CDI half programmed.
+        if (result.exchange == DeviceExchange::Program && result.requestSent)
+            text += QLatin1Char(' ')
+                + QCoreApplication::translate("ExchangeWording",
+                    "The CDI may be programmed improperly and should not be used in its current state.");
+        else if (result.exchange == DeviceExchange::Program)
+            text += QLatin1Char(' ')
+                + QCoreApplication::translate(
+                    "ExchangeWording", "Nothing had been sent yet, so the CDI has not been changed.");
+    } else if (result.exchange == DeviceExchange::Import) {
+        // A CDI programmed without reimport stays silent when asked for its profile.
+        text = QCoreApplication::translate("ExchangeWording",
+            "Nothing answered on %1. The CDI may have been programmed not to give its profile back; "
+            "otherwise no CDI seems to be connected to this port.")
+                   .arg(port);
+    } else {
+        text = QCoreApplication::translate(
+            "ExchangeWording", "Nothing answered on %1. No CDI seems to be connected to this port.")
+                   .arg(port);
+    }
+    return {failureTitle(result.exchange), text};
+}
+
 } // namespace
 
 ExchangeWords activityWords(DeviceExchange exchange)
@@ -84,6 +133,8 @@ QString waitingWords()
 
 ExchangeWords resultWords(const ExchangeResult &result)
 {
+    if (result.kind == ExchangeResult::Kind::NoResponse || result.kind == ExchangeResult::Kind::PortLost)
+        return connectionWords(result);
     if (result.exchange == DeviceExchange::Program)
         return programmingWords(result);
     switch (result.kind) {
@@ -96,8 +147,6 @@ ExchangeWords resultWords(const ExchangeResult &result)
             QCoreApplication::translate("ExchangeWording",
                 "Your CDI responded as expected. Firmware %1 and serial number %2 were reported.")
                 .arg(highlighted(result.firmware), highlighted(QString::number(result.serialNumber)))};
-    case ExchangeResult::Kind::NoResponse:
-        return {QString(), QCoreApplication::translate("ExchangeWording", "CDI did not respond")};
     case ExchangeResult::Kind::WrongNonce:
         return {QCoreApplication::translate("ExchangeWording", "Test failed"),
             QCoreApplication::translate(
@@ -112,6 +161,7 @@ ExchangeWords resultWords(const ExchangeResult &result)
         return {QCoreApplication::translate("ExchangeWording", "Import failed"),
             QCoreApplication::translate("ExchangeWording", "Received invalid profile data ")
                 + QStringLiteral(" (") + result.detail + QStringLiteral(").")};
+    case ExchangeResult::Kind::NoResponse:
     case ExchangeResult::Kind::WrongLength:
     case ExchangeResult::Kind::BadHeader:
     case ExchangeResult::Kind::BadChecksum:
@@ -119,7 +169,8 @@ ExchangeWords resultWords(const ExchangeResult &result)
     case ExchangeResult::Kind::PortLost:
         break;
     }
-    return {QString(), QCoreApplication::translate("ExchangeWording", "CDI sent an invalid response")};
+    return {failureTitle(result.exchange),
+        QCoreApplication::translate("ExchangeWording", "CDI sent an invalid response")};
 }
 
 QString importSavedWords(const QString &path)
@@ -163,4 +214,10 @@ QString plainRefusalWords(const DeviceRefusal &refusal)
     QString words = refusalWords(refusal);
     words.replace(QLatin1String("</p><p>"), QLatin1String(" "));
     return withoutMarkup(words);
+}
+
+QString importedProfileName(const QDate &date)
+{
+    return QCoreApplication::translate("ExchangeWording", "Imported from CDI %1")
+        .arg(QLocale().toString(date, QLocale::ShortFormat));
 }

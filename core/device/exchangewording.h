@@ -2,13 +2,14 @@
 
 #include "device/exchangeresult.h"
 
+#include <QDate>
 #include <QString>
 
 // The one wording of what happens on the line to the CDI, shared by the program's device pages
 // and the command-line tool, which strips the markup. The texts are rich text.
 struct ExchangeWords
 {
-    // Empty for a failure without a title of its own: the activity's title stays.
+    // Every result has a title of its own, every failure that of its exchange's failure.
     QString title;
     QString text;
 };
@@ -23,3 +24,5 @@ QString importSavedWords(const QString &path);
 QString refusalWords(const DeviceRefusal &refusal);
 // The same on one line, for the command-line tool.
 QString plainRefusalWords(const DeviceRefusal &refusal);
+// The name of a profile read from a CDI, which keeps none: when it was read, in the user's locale.
+QString importedProfileName(const QDate &date);

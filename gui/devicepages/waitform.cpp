@@ -1,10 +1,14 @@
 #include "devicepages/waitform.h"
 
 #include "device/exchangewording.h"
+#include "device/serialports.h"
 #include "profile/fileerror.h"
 #include "shell/iuserprompts.h"
 #include "ui_waitform.h"
 
+#include <QClipboard>
+#include <QFontDatabase>
+#include <QGuiApplication>
 #include <QMovie>
 
 namespace {
@@ -23,6 +27,13 @@ WaitForm::WaitForm(QWidget *parent)
     connect(&m_timer, &QTimer::timeout, this, &WaitForm::onTimer);
     connect(m_ui->retryButton, &QPushButton::clicked, this, &WaitForm::retryRequested);
     connect(m_ui->otherPortButton, &QPushButton::clicked, this, &WaitForm::otherPortRequested);
+    connect(m_ui->detailsButton, &QToolButton::toggled, this, &WaitForm::onDetailsToggled);
+    connect(m_ui->copyButton, &QPushButton::clicked, this,
+        [this] { QGuiApplication::clipboard()->setText(details()); });
+    // The details are for support: closed until asked for, the bytes in columns.
+    m_ui->detailsEdit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    onDetailsToggled(false);
+    wordDetails();
     showLook(Look::Busy);
     m_movie->stop();
 }
@@ -99,6 +110,50 @@ void WaitForm::showRefusal(const DeviceRefusal &refusal)
         userPrompts().warn(this, tr("Connection to the CDI"), refusalWords(refusal), tr("OK"));
         return;
     }
+}
+
+void WaitForm::showTranscript(const ExchangeTranscript &transcript)
+{
+    m_transcript = transcript;
+    QString port = tr("Port: %1").arg(portPath(transcript.portName));
+    if (!transcript.description.isEmpty())
+        port += QStringLiteral(" (%1)").arg(transcript.description);
+    m_ui->portLabel->setText(port);
+    m_ui->detailsEdit->setPlainText(transcriptText(transcript));
+}
+
+void WaitForm::onDetailsToggled(bool open)
+{
+    m_ui->detailsButton->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
+    m_ui->detailsEdit->setVisible(open);
+    m_ui->copyButton->setVisible(open);
+}
+
+void WaitForm::wordDetails()
+{
+    m_ui->detailsButton->setText(tr("&Details"));
+    m_ui->copyButton->setText(tr("Cop&y"));
+    m_ui->detailsEdit->setAccessibleName(tr("Frames exchanged with the CDI"));
+    if (!m_transcript.portName.isEmpty())
+        showTranscript(m_transcript);
+}
+
+// A result already shown stays in its language; the controls follow the new one.
+void WaitForm::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        wordDetails();
+    QWidget::changeEvent(event);
+}
+
+QString WaitForm::port() const
+{
+    return m_ui->portLabel->text();
+}
+
+QString WaitForm::details() const
+{
+    return m_ui->detailsEdit->toPlainText();
 }
 
 QString WaitForm::title() const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "device/exchangeresult.h"
+#include "device/exchangetranscript.h"
 #include "shell/cbrowserwidget.h"
 
 #include <QTimer>
@@ -36,9 +37,14 @@ public:
     void showCopyNotKept(const FileError &error);
     // A message box: the action did not start.
     void showRefusal(const DeviceRefusal &refusal);
+    // The port in use, and in the details every frame so far.
+    void showTranscript(const ExchangeTranscript &transcript);
 
     QString title() const;
     QString text() const;
+    QString port() const;
+    // What the details show and Copy puts on the clipboard.
+    QString details() const;
     // The picture shown: busy, success or failure.
     enum class Look
     {
@@ -55,13 +61,19 @@ signals:
     void retryRequested();
     void otherPortRequested();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void showLook(Look look);
     void onTimer();
+    void wordDetails();
+    void onDetailsToggled(bool open);
 
     std::unique_ptr<Ui::WaitForm> m_ui;
     QMovie *m_movie;
     QTimer m_timer;
     Look m_look = Look::Busy;
     int m_frame = 0;
+    ExchangeTranscript m_transcript;
 };

@@ -3,6 +3,7 @@
 #include "profile/profile.h"
 #include "profile/recentprofiles.h"
 #include "render/bracemarkup.h"
+#include "start/bridgestatelabel.h"
 #include "start/comparisonform.h"
 #include "start/continueform.h"
 #include "start/defaultprofilesgui.h"
@@ -70,6 +71,11 @@ WizardForm::WizardForm(CLanguageSwitcher &switcher, const DefaultLibrary *librar
 }
 
 WizardForm::~WizardForm() = default;
+
+CBridgeWatch &WizardForm::bridgeWatch()
+{
+    return m_ui->bridgeStateLabel->watch();
+}
 
 void WizardForm::setEditedProfileName(const std::optional<QString> &name)
 {

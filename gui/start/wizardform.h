@@ -13,6 +13,7 @@
 namespace Ui {
 class WizardForm;
 }
+class CBridgeWatch;
 class CLanguageSwitcher;
 class ComparisonForm;
 class DefaultLibrary;
@@ -61,6 +62,8 @@ public:
     void showTemplateChoice(int mode, std::function<void()> back = nullptr);
     void showView(View view);
     View view() const { return m_view; }
+    // The line on the CDI's bridge in the main view, for the device flow to keep informed.
+    CBridgeWatch &bridgeWatch();
     int templateMode() const { return m_templateMode; }
 
     // CBrowserWidget

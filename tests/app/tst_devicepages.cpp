@@ -1,18 +1,23 @@
 // The device pages as the user meets them: the program's own pages and dialogs against a virtual
 // CDI on a pseudo-terminal, with a short tick so that no exchange takes seconds.
+#include "device/cbridgewatch.h"
 #include "device/cdeviceflow.h"
 #include "device/cvirtualcdi.h"
 #include "device/serialports.h"
 #include "devicepages/devicesform.h"
 #include "devicepages/waitform.h"
 #include "devicepages/writeconfirmationdialog.h"
+#include "start/wizardform.h"
 #include "support/programfixture.h"
 
+#include <QClipboard>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSerialPort>
 #include <QSignalSpy>
 #include <QTimer>
+#include <QToolButton>
 
 namespace {
 
@@ -29,6 +34,23 @@ struct FixedPorts : IPortLister
     std::unique_ptr<IPortLister> clone() const override { return std::make_unique<FixedPorts>(); }
 };
 
+// Ports the test plugs in and pulls out while the program looks; it counts the looks.
+struct ChangingPorts : IPortLister
+{
+    struct Shared
+    {
+        std::vector<SerialPortEntry> ports;
+        int looks = 0;
+    };
+    std::vector<SerialPortEntry> ports() const override
+    {
+        ++shared->looks;
+        return shared->ports;
+    }
+    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<ChangingPorts>(*this); }
+    std::shared_ptr<Shared> shared = std::make_shared<Shared>();
+};
+
 } // namespace
 
 class TestDevicePages : public QObject
@@ -39,6 +61,7 @@ private slots:
     void exchanges_data();
     void exchanges();
     void portSelection();
+    void bridgeState();
 };
 
 // The action is ping, import, program (the reimport box unchecked), cancel the programming, or
@@ -54,9 +77,13 @@ void TestDevicePages::exchanges_data()
     };
     row("ping", "none", "Test successful",
         "Your CDI responded as expected. Firmware 1.00 and serial number 123456 were reported.");
-    row("ping", "hangup", "Testing", "CDI sent an invalid response"); // keeps the activity's title
+    // The pseudo-terminal's name written as PTY.
+    row("ping", "hangup", "Test failed",
+        "The connection to the CDI on PTY was lost. Check the cable and the USB bridge, then try again.");
+    row("ping", "silent", "Test failed",
+        "Nothing answered on PTY. No CDI seems to be connected to this port.");
     row("ping", "port cannot be opened", "Connection to the CDI", "<p>Cannot open /dev/null/x: ");
-    // Rich text, the pseudo-terminal's name written as PTY.
+    // Rich text.
     row("ping", "port in use", "Connection to the CDI",
         "<p>PTY is in use by another program: tst_devicepages (process ");
     row("import", "none", "Import OK", "Imported profile data will be sent to editor shortly.");
@@ -89,6 +116,7 @@ void TestDevicePages::exchanges()
     held.setVoltage(held.voltage() - 1);
     cdi.setProfile(held);
     QSignalSpy requests(&cdi, &CVirtualCdi::requestHandled);
+    const QString port = cdi.portName(); // a hang-up moves the CDI
     CDeviceFlow &flow = program.window().deviceFlow();
     flow.setPacing({100, 30});
     flow.setImportDelay(50);
@@ -144,9 +172,18 @@ void TestDevicePages::exchanges()
         QVERIFY(!program.button("nextButton")->isVisible()); // nowhere to go while it runs
     QTRY_VERIFY_WITH_TIMEOUT(!flow.isBusy(), 5000);
     QCOMPARE(wait->title(), title);
-    QCOMPARE(wait->text(), text);
-    QCOMPARE(
-        wait->look(), fault == QLatin1String("hangup") ? WaitForm::Look::Failure : WaitForm::Look::Success);
+    QCOMPARE(wait->text().replace(port, "PTY"), text);
+    QCOMPARE(wait->port().replace(port, "PTY"), QStringLiteral("Port: PTY (Virtual CDI)"));
+    QCOMPARE(wait->look(), title.contains("failed") ? WaitForm::Look::Failure : WaitForm::Look::Success);
+    // The frames, for support: closed until asked for, then copied as shown.
+    auto *details = wait->findChild<QPlainTextEdit *>("detailsEdit");
+    QVERIFY(!details->isVisible());
+    QTest::mouseClick(wait->findChild<QToolButton *>("detailsButton"), Qt::LeftButton);
+    QVERIFY(details->isVisible());
+    QTest::mouseClick(wait->findChild<QPushButton *>("copyButton"), Qt::LeftButton);
+    QCOMPARE(QGuiApplication::clipboard()->text(), wait->details());
+    QVERIFY2(wait->details().contains(QRegularExpression("\n +\\d+ ms  sent +4d f6 68 ")),
+        qPrintable(wait->details()));
     // Every failure offers another port; the port page's Back leaves like the progress page's.
     auto *otherPort = wait->findChild<QPushButton *>("otherPortButton");
     QCOMPARE(otherPort->isVisible(), wait->look() == WaitForm::Look::Failure);
@@ -181,12 +218,54 @@ void TestDevicePages::portSelection()
     QCOMPARE(list->count(), 2);
     QVERIFY(list->item(1)->text().startsWith(QLatin1String("/dev/pts/7 - Virtual CDI (virtual CDI)")));
     QVERIFY(!list->item(0)->isSelected() && list->item(1)->isSelected());
+    // A bridge found is not a detection that failed.
+    QCOMPARE(form.findChild<QLabel *>("explanationLabel")->text(),
+        QStringLiteral(
+            "The <font color=#3E6C82>USB/UART bridge</font> of your CDI was found on /dev/pts/7 and "
+            "is selected in the list below. Choose Next to use it, or select another port."));
     form.onNext();
     QCOMPARE(chosen.takeFirst().at(0).toString(), QStringLiteral("/dev/pts/7"));
     list->clearSelection();
     form.onNext();
     QCOMPARE(program.prompts.each(&ScriptedPrompts::Shown::text), QStringList {"No port is selected."});
     QVERIFY(chosen.isEmpty());
+}
+
+// The start page says where the bridge is, within two seconds of a change and without a click,
+// and what a successful test reported; the ports are left alone while the page is hidden and
+// while an exchange runs.
+void TestDevicePages::bridgeState()
+{
+    Program program;
+    QVERIFY(program.ready());
+    CVirtualCdi cdi;
+    QVERIFY(cdi.open().isEmpty());
+    ChangingPorts ports;
+    ports.shared->ports = {{QStringLiteral("ttyS0"), QString(), QString(), 0, 0, false, false}};
+    CBridgeWatch &watch = program.window().findChild<WizardForm *>()->bridgeWatch();
+    watch.setPorts(ports);
+    watch.setInterval(50);
+    auto *label = program.child<QLabel>("bridgeStateLabel");
+    QTRY_COMPARE_WITH_TIMEOUT(label->text(), QStringLiteral("No CDI bridge plugged in"), 2000);
+    ports.shared->ports.push_back(
+        {QStringLiteral("ttyUSB0"), QString(), QString(), 0x10C4, 0xEA60, true, false});
+    QTRY_COMPARE_WITH_TIMEOUT(label->text(), QStringLiteral("CDI bridge on /dev/ttyUSB0"), 2000);
+    ports.shared->ports = {{cdi.portName(), QStringLiteral("Virtual CDI"), QString(), 0, 0, false, true}};
+    QTRY_COMPARE_WITH_TIMEOUT(label->text(), QStringLiteral("Virtual CDI on %1").arg(cdi.portName()), 2000);
+
+    CDeviceFlow &flow = program.window().deviceFlow();
+    flow.setPacing({100, 30});
+    flow.choosePort(cdi.portName());
+    program.window().requestConnectionTest();
+    QVERIFY(flow.isBusy() && !watch.isLooking());
+    QTRY_VERIFY_WITH_TIMEOUT(!flow.isBusy(), 5000);
+    const int looks = ports.shared->looks;
+    QTest::qWait(300);
+    QCOMPARE(ports.shared->looks, looks); // the progress page shows
+    program.click("backButton");
+    QCOMPARE(label->text(),
+        QStringLiteral("Virtual CDI on %1: firmware 1.00, serial number 123456").arg(cdi.portName()));
+    QVERIFY(watch.isLooking());
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestDevicePages)

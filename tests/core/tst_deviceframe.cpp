@@ -24,8 +24,9 @@ const char kProgramRequest[]
 // Nonce 5A, firmware "1.23", serial number 123456; the checksum byte follows.
 const char kPingAnswer[] = "4df6685a312e3233000000000001e2400000000000000000";
 const QByteArray kPortLost("<port lost>");
+const QByteArray kPortLostUnsent("<port lost before the request>");
 
-Profile sampleProfile(const QString &name = QStringLiteral("Template 2")) // an import's name
+Profile sampleProfile(const QString &name = QStringLiteral("Track"))
 {
     Profile profile;
     profile.setName(name);
@@ -121,9 +122,9 @@ void TestDeviceFrame::scramblingValue()
         QCOMPARE(int(DeviceFrame::scramblingValue(random)), value);
 }
 
-// What each answer (or the lost port) makes of a ping to nonce 5A, an import, and the programming
-// of the profile above under the name "R&D %1", and how the program and the tool word it: title
-// (empty keeps the activity's) and text, then in German where the words are put together.
+// What each answer (none at all, or the lost port) on ttyUSB0 makes of a ping to nonce 5A, an
+// import, and the programming of the profile above under the name "R&D %1", and how the program
+// and the tool word it: title and text, then in German where the words are put together.
 void TestDeviceFrame::answers_data()
 {
     for (const char *column : {"exchange", "kind"})
@@ -152,7 +153,21 @@ void TestDeviceFrame::answers_data()
             "a&lt;b&gt;&amp;c.de</font> und die Seriennummer <font color=#3E6C82>123456</font>."});
     row("ping, wrong nonce", E::Ping, sealed(pinged, 3, "5b"), K::WrongNonce,
         {"Test failed", "Your CDI responded but an error occurred during data transmission."});
-    row("ping, port lost", E::Ping, kPortLost, K::PortLost, {"", "CDI sent an invalid response"});
+    row("ping, port lost", E::Ping, kPortLost, K::PortLost,
+        {"Test failed",
+            "The connection to the CDI on /dev/ttyUSB0 was lost. Check the cable and the USB bridge, then "
+            "try again.",
+            "Test fehlgeschlagen",
+            "Die Verbindung zur CDI an /dev/ttyUSB0 ist abgerissen. Prüfen Sie das Kabel und die "
+            "USB-Brücke und versuchen Sie es erneut."});
+    row("ping, nothing answered", E::Ping, {}, K::NoResponse,
+        {"Test failed", "Nothing answered on /dev/ttyUSB0. No CDI seems to be connected to this port."});
+    row("import, nothing answered", E::Import, {}, K::NoResponse,
+        {"Import failed",
+            "Nothing answered on /dev/ttyUSB0. The CDI may have been programmed not to give its profile "
+            "back; otherwise no CDI seems to be connected to this port."});
+    row("import, one byte short", E::Import, echo.left(50), K::WrongLength,
+        {"Import failed", "CDI sent an invalid response"});
     row("import", E::Import, echo, K::Succeeded,
         {"Import OK", "Imported profile data will be sent to editor shortly."});
     row("import, type without template", E::Import, sealed(echo, 3, "84"), K::UnknownType,
@@ -166,6 +181,19 @@ void TestDeviceFrame::answers_data()
             "Programmierung erfolgreich",
             "Ihre CDI ist jetzt mit dem Profil <b>R&amp;D %1</b> programmiert."});
     row("program, scrambled echo", E::Program, QByteArray::fromHex(kProgramRequest), K::WrongEcho, failed);
+    row("program, nothing answered", E::Program, {}, K::NoResponse,
+        {"Programming failed", "Nothing answered on /dev/ttyUSB0. No CDI seems to be connected to this port.",
+            "Programmierung fehlgeschlagen",
+            "An /dev/ttyUSB0 hat nichts geantwortet. An dieser Schnittstelle scheint keine CDI "
+            "angeschlossen zu sein."});
+    row("program, port lost after the request", E::Program, kPortLost, K::PortLost,
+        {"Programming failed",
+            "The connection to the CDI on /dev/ttyUSB0 was lost. Check the cable and the USB bridge, then "
+            "try again. The CDI may be programmed improperly and should not be used in its current state."});
+    row("program, port lost before the request", E::Program, kPortLostUnsent, K::PortLost,
+        {"Programming failed",
+            "The connection to the CDI on /dev/ttyUSB0 was lost. Check the cable and the USB bridge, then "
+            "try again. Nothing had been sent yet, so the CDI has not been changed."});
 }
 
 void TestDeviceFrame::answers()
@@ -181,8 +209,10 @@ void TestDeviceFrame::answers()
         communicator = std::make_unique<CImporter>(templates());
     else
         communicator = std::make_unique<CCalibrator>(sampleProfile("R&D %1"), true, quint8(0x10));
-    const ExchangeResult result
-        = answer == kPortLost ? communicator->brokenOff() : communicator->conclude(answer);
+    ExchangeResult result = answer == kPortLost ? communicator->brokenOff()
+        : answer == kPortLostUnsent             ? communicator->brokenOff(false)
+                                                : communicator->conclude(answer);
+    result.portName = QStringLiteral("ttyUSB0");
     QCOMPARE(int(result.exchange), exchange);
     QCOMPARE(int(result.kind), kind);
     QCOMPARE(result.profile.has_value(), exchange != int(DeviceExchange::Ping) && result.succeeded());
