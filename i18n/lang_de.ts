@@ -1125,10 +1125,6 @@
         <translation>Zündspannung</translation>
     </message>
     <message>
-        <source>Side stand blocking</source>
-        <translation>Seitenständersperre</translation>
-    </message>
-    <message>
         <source>enabled</source>
         <translation>aktiviert</translation>
     </message>
@@ -1145,24 +1141,24 @@
         <translation>deaktiviert</translation>
     </message>
     <message>
-        <source>Pick-up transition</source>
-        <translation>Geberflanke</translation>
-    </message>
-    <message>
-        <source>positive</source>
-        <translation>positiv</translation>
-    </message>
-    <message>
-        <source>negative</source>
-        <translation>negativ</translation>
-    </message>
-    <message>
         <source>Sensor advance</source>
         <translation>Sensorvorzündung</translation>
     </message>
     <message>
-        <source>Hall-sensor advance</source>
-        <translation>Hallgeber-Vorzündung</translation>
+        <source>Side stand monitoring</source>
+        <translation>Seitenständerüberwachung</translation>
+    </message>
+    <message>
+        <source>Pulse generator edge</source>
+        <translation>Impulsgeberflanke</translation>
+    </message>
+    <message>
+        <source>trigger with rising edge</source>
+        <translation>Zündung bei steigender Flanke</translation>
+    </message>
+    <message>
+        <source>trigger with falling edge</source>
+        <translation>Zündung bei fallender Flanke</translation>
     </message>
 </context>
 <context>
@@ -1204,10 +1200,6 @@
         <translation>Masse sperrt die Zündung</translation>
     </message>
     <message>
-        <source>Pulse generator</source>
-        <translation>Impulsgeber</translation>
-    </message>
-    <message>
         <source>trigger with rising edge</source>
         <translation>Zündung bei steigender Flanke</translation>
     </message>
@@ -1222,6 +1214,10 @@
     <message>
         <source>Notes (continued)</source>
         <translation>Notizen (Fortsetzung)</translation>
+    </message>
+    <message>
+        <source>Pulse generator edge</source>
+        <translation>Impulsgeberflanke</translation>
     </message>
 </context>
 <context>
@@ -1451,6 +1447,14 @@
     <message>
         <source>C&amp;ontinue</source>
         <translation>Wei&amp;ter</translation>
+    </message>
+    <message>
+        <source>Choose a profile to compare</source>
+        <translation>Profil zum Vergleichen auswählen</translation>
+    </message>
+    <message>
+        <source>Choose a profile to program</source>
+        <translation>Profil zum Programmieren auswählen</translation>
     </message>
 </context>
 <context>

@@ -45,7 +45,7 @@ QString summaryStatusLine(const Profile &profile)
     line += label(QCoreApplication::translate("SummaryForm", "Ignition voltage"))
         + QString::number(profile.voltage()) + QStringLiteral(" V") + separator;
 
-    line += label(QCoreApplication::translate("SummaryForm", "Side stand blocking"));
+    line += label(QCoreApplication::translate("SummaryForm", "Side stand monitoring"));
     if (profile.sideStandMonitoring()) {
         line += QCoreApplication::translate("SummaryForm", "enabled") + QStringLiteral("; ");
         line += profile.groundEnablesIgnition()
@@ -56,14 +56,12 @@ QString summaryStatusLine(const Profile &profile)
     }
     line += separator;
 
-    line += label(QCoreApplication::translate("SummaryForm", "Pick-up transition"));
-    line += profile.pickUpRisingEdge() ? QCoreApplication::translate("SummaryForm", "positive")
-                                       : QCoreApplication::translate("SummaryForm", "negative");
+    line += label(QCoreApplication::translate("SummaryForm", "Pulse generator edge"));
+    line += profile.pickUpRisingEdge() ? QCoreApplication::translate("SummaryForm", "trigger with rising edge")
+                                       : QCoreApplication::translate("SummaryForm", "trigger with falling edge");
     line += separator;
 
-    line += label(profile.sensorMode() == 0
-            ? QCoreApplication::translate("SummaryForm", "Sensor advance")
-            : QCoreApplication::translate("SummaryForm", "Hall-sensor advance"));
+    line += label(QCoreApplication::translate("SummaryForm", "Sensor advance"));
     line += sensorAdvanceText(profile);
     return line;
 }

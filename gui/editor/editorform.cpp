@@ -245,6 +245,8 @@ void EditorForm::setActive(bool active)
     if (active) {
         setStatusTip(prompt());
         show();
+        // The map is what the editor is for: the keyboard starts in it.
+        m_tableView->setFocus(Qt::OtherFocusReason);
     } else {
         hide();
     }
@@ -362,5 +364,8 @@ bool EditorForm::eventFilter(QObject *watched, QEvent *event)
         QApplication::closeAllWindows();
     else if (event->type() == QEvent::Resize && (watched == this || watched == m_tableView))
         m_tableForm->centreHintLabel();
+    // The notices over the map go when the keyboard starts working there, as they do for the mouse.
+    else if (event->type() == QEvent::KeyPress && watched == m_tableView && m_blinker->isRunning())
+        onHintLabelTouched();
     return QWidget::eventFilter(watched, event);
 }

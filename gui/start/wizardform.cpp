@@ -176,6 +176,9 @@ void WizardForm::showView(View view)
         break;
     case View::Template:
         templates();
+        m_ui->templateTitleLabel->setText(m_templateMode == kAddToComparison ? tr("Choose a profile to compare")
+                : m_templateMode == kProgramTemplate                       ? tr("Choose a profile to program")
+                                                                           : tr("Choose a template"));
         m_ui->views->setCurrentWidget(m_ui->templateView);
         m_backView = m_templateMode == kProgramTemplate ? View::Programming
             : m_templateMode == kAddToComparison        ? View::Comparison

@@ -335,6 +335,9 @@ void TestMainWindow::languageSwitchReachesEveryPage()
     QCOMPARE(program.button("calibrationSelectionButton")->toolTip(),
         QStringLiteral("<font color=#3E6C82>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl"));
     QCoreApplication::removeTranslator(&translator);
+    // The Language menu checks the language in use.
+    const QList<QAction *> languages = program.child<QMenu>("menuLanguage")->actions();
+    QVERIFY(languages.size() == 2 && languages[0]->isChecked() && !languages[1]->isChecked());
 }
 
 // Ctrl+Z, Ctrl+Y and Ctrl+Shift+Z walk the editor's history, whose steps the menu names, the
