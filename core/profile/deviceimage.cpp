@@ -86,8 +86,16 @@ QString readDeviceImage(const QByteArray &frame, bool isCustom, Profile &profile
     profile.setMap(map);
     profile.setVoltage(voltageOf(frame));
     // The device's K1 and K2 are taken as they come: no sensor-mode derivation here.
-    profile.setFlagsAndCoefficientsAsStored(
-        ProfileFlags::fromByte(byteAt(frame, kFlagsOffset)), coefficients);
+    const ProfileFlags flags = ProfileFlags::fromByte(byteAt(frame, kFlagsOffset));
+    profile.setFlagsAndCoefficientsAsStored(flags, coefficients);
+    // With a sensor mode, every later load derives K1 from the chosen edge's value: that value
+    // becomes the device's K1, so that saving, reopening and programming give back what was read.
+    if (flags.sensorMode != 0) {
+        if (flags.pickUpRisingEdge)
+            profile.setK1(coefficients.k1, profile.k1Falling());
+        else
+            profile.setK1(profile.k1Rising(), coefficients.k1);
+    }
     profile.setKind(isCustom ? ProfileKind::Custom : ProfileKind::Default);
     return {};
 }

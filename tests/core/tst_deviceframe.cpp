@@ -33,6 +33,7 @@ Profile sampleProfile(const QString &name = QStringLiteral("Template 2")) // an 
     profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
         {10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
     profile.setVoltage(200);
+    profile.setK1(0.0, 0.5); // an import keeps the device's K1 as the falling edge's
     profile.setFlagsAndCoefficientsAsStored(flagsOf(true, false, false, 2), {38.0, 0.5, -2.0});
     return profile;
 }
