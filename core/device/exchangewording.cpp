@@ -1,5 +1,6 @@
 #include "device/exchangewording.h"
 
+#include "profile/profilecomparison.h"
 #include "render/bracemarkup.h"
 
 #include <QCoreApplication>
@@ -14,9 +15,81 @@ QString highlighted(const QString &value)
     return withBraceMarkup(QLatin1Char('{') + value.toHtmlEscaped() + QLatin1Char('}'));
 }
 
+// The profile's name in bold in place of the text's "%". Not %1: a name may itself hold a "%1".
+QString withProfileName(QString text, const ExchangeResult &result)
+{
+    const int placeholder = text.indexOf(QLatin1Char('%'));
+    if (placeholder >= 0)
+        text.replace(placeholder, 1, result.profile ? result.profile->name().toHtmlEscaped() : QString());
+    return text;
+}
+
+// One difference a line, below the sentence that says which way they read.
+QString differenceLines(
+    const std::vector<ImageDifference> &differences, const DefaultLibrary *library = nullptr)
+{
+    QString lines;
+    for (const ImageDifference &difference : differences)
+        lines += QStringLiteral("<br>") + differenceText(difference, library).toHtmlEscaped();
+    return lines;
+}
+
+bool isReadBack(const ExchangeResult &result)
+{
+    return result.kind == ExchangeResult::Kind::ReadBackDiffers
+        || result.kind == ExchangeResult::Kind::ReadBackFailed
+        || (result.succeeded() && result.readBack != ExchangeResult::ReadBack::NotTried);
+}
+
+// The echo proved the frame arrived; reading back tells whether the CDI also holds it.
+ExchangeWords readBackWords(const ExchangeResult &result)
+{
+    switch (result.kind) {
+    case ExchangeResult::Kind::ReadBackDiffers:
+        return {QCoreApplication::translate("ExchangeWording", "Verification failed"),
+            withProfileName(
+                QCoreApplication::translate("ExchangeWording",
+                    "Your CDI echoed the profile <b>%</b>, but it gives back other values than were "
+                    "sent (sent → read back):"),
+                result)
+                + differenceLines(result.differences) + QStringLiteral("<br><br>")
+                + QCoreApplication::translate("ExchangeWording",
+                    "The CDI may be programmed improperly and should not be used in its current state.")};
+    case ExchangeResult::Kind::ReadBackFailed: {
+        ExchangeResult read;
+        read.exchange = DeviceExchange::ReadBack;
+        read.kind = result.readBackFailure;
+        return {QCoreApplication::translate("ExchangeWording", "Programmed, not verified"),
+            withProfileName(
+                QCoreApplication::translate("ExchangeWording",
+                    "Your CDI echoed the profile <b>%</b>, so it received it, but reading it back "
+                    "failed (%1). Whether the CDI holds it is not known: program it again.")
+                    .arg(resultWords(read).text),
+                result)};
+    }
+    default:
+        break;
+    }
+    const QString programmed = withProfileName(QCoreApplication::translate("ExchangeWording",
+                                                   "Your CDI is now programmed with the profile <b>%</b>."),
+        result);
+    if (result.readBack == ExchangeResult::ReadBack::Verified)
+        return {QCoreApplication::translate("ExchangeWording", "Programmed and verified"),
+            programmed + QLatin1Char(' ')
+                + QCoreApplication::translate(
+                    "ExchangeWording", "Read back from the CDI, it matches what was sent byte for byte.")};
+    return {QCoreApplication::translate("ExchangeWording", "Programming successful"),
+        programmed + QLatin1Char(' ')
+            + QCoreApplication::translate("ExchangeWording",
+                "The echo confirmed receipt, but the profile cannot be read back: it was programmed "
+                "without allowing reimport.")};
+}
+
 // Every failed programming may have left the CDI half programmed, so all carry the same warning.
 ExchangeWords programmingWords(const ExchangeResult &result)
 {
+    if (isReadBack(result))
+        return readBackWords(result);
     if (!result.succeeded()) {
         return {QCoreApplication::translate("ExchangeWording", "Programming failed"),
             QCoreApplication::translate("ExchangeWording",
@@ -73,6 +146,12 @@ ExchangeWords activityWords(DeviceExchange exchange)
     case DeviceExchange::Program:
         return {QCoreApplication::translate("ExchangeWording", "Programming"),
             QCoreApplication::translate("ExchangeWording", "Sending profile data to the CDI")};
+    case DeviceExchange::ReadHeld:
+        return {QCoreApplication::translate("ExchangeWording", "Reading the CDI"),
+            QCoreApplication::translate("ExchangeWording", "Asking the CDI for the profile it holds")};
+    case DeviceExchange::ReadBack:
+        return {QCoreApplication::translate("ExchangeWording", "Verifying"),
+            QCoreApplication::translate("ExchangeWording", "Reading the profile back from the CDI")};
     }
     return {};
 }
@@ -117,6 +196,8 @@ ExchangeWords resultWords(const ExchangeResult &result)
     case ExchangeResult::Kind::BadChecksum:
     case ExchangeResult::Kind::WrongEcho:
     case ExchangeResult::Kind::PortLost:
+    case ExchangeResult::Kind::ReadBackDiffers:
+    case ExchangeResult::Kind::ReadBackFailed:
         break;
     }
     return {QString(), QCoreApplication::translate("ExchangeWording", "CDI sent an invalid response")};
@@ -163,4 +244,28 @@ QString plainRefusalWords(const DeviceRefusal &refusal)
     QString words = refusalWords(refusal);
     words.replace(QLatin1String("</p><p>"), QLatin1String(" "));
     return withoutMarkup(words);
+}
+
+QString previewWords(const ProgrammingPreview &preview, const DefaultLibrary *library)
+{
+    if (!preview.read) {
+        ExchangeResult read;
+        read.exchange = DeviceExchange::ReadHeld;
+        read.kind = preview.readKind;
+        return QCoreApplication::translate("ExchangeWording",
+            "The CDI did not give the profile it holds (%1), so what programming changes cannot be "
+            "shown. A CDI programmed without allowing reimport keeps its profile to itself. You can "
+            "still go on.")
+            .arg(resultWords(read).text);
+    }
+    if (preview.differences.empty())
+        return QCoreApplication::translate("ExchangeWording", "The CDI already holds this profile");
+    return QCoreApplication::translate(
+               "ExchangeWording", "Programming changes what the CDI holds (now → after programming):")
+        + differenceLines(preview.differences, library);
+}
+
+QString confirmationPendingWords()
+{
+    return QCoreApplication::translate("ExchangeWording", "Waiting for your confirmation");
 }

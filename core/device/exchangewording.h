@@ -4,6 +4,8 @@
 
 #include <QString>
 
+class DefaultLibrary;
+
 // The one wording of what happens on the line to the CDI, shared by the program's device pages
 // and the command-line tool, which strips the markup. The texts are rich text.
 struct ExchangeWords
@@ -23,3 +25,8 @@ QString importSavedWords(const QString &path);
 QString refusalWords(const DeviceRefusal &refusal);
 // The same on one line, for the command-line tool.
 QString plainRefusalWords(const DeviceRefusal &refusal);
+// What programming the profile changes in the CDI, or why that cannot be shown; the
+// differences one a line. The library names motorbike types by their templates.
+QString previewWords(const ProgrammingPreview &preview, const DefaultLibrary *library = nullptr);
+// While the user decides whether to program.
+QString confirmationPendingWords();
