@@ -88,6 +88,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_device.get(), &CDeviceFlow::importedProfileReady, this, &MainWindow::openImportedProfile);
     connect(m_device.get(), &CDeviceFlow::busyChanged, this, &MainWindow::setDeviceBusy);
     connect(m_device.get(), &CDeviceFlow::finished, this, &MainWindow::onTransactionFinished);
+    connect(m_device.get(), &CDeviceFlow::programmingPreviewReady, this, &MainWindow::onProgrammingPreview);
     switchTo(nullptr);
 
     connect(m_ui->backButton, &QPushButton::clicked, this, &MainWindow::onBackButton);
@@ -401,13 +402,30 @@ void MainWindow::onNextButton()
 
 // ---- device requests ----
 
-// The last question before programming: whether the CDI may give the profile back. Cancel
-// sends nothing.
+// Before programming the CDI is read, so that the last question can show what programming
+// changes (onProgrammingPreview).
 void MainWindow::confirmProgramming(const Profile &profile)
 {
-    m_writeConfirmation->setProfile(profile);
+    rememberDeviceWayBack();
+    m_device->prepareProgramming(profile);
+}
+
+// The last question before programming: what changes, and whether the CDI may give the profile
+// back. Cancel sends nothing more.
+void MainWindow::onProgrammingPreview(const ProgrammingPreview &preview)
+{
+    if (m_quitWhenIdle) {
+        m_quitWhenIdle = false;
+        m_device->cancelProgramming();
+        QTimer::singleShot(0, this, &MainWindow::onExitMenu);
+        return;
+    }
+    m_waitForm->showConfirmationPending();
+    m_writeConfirmation->setPreview(preview, m_data.library());
     if (m_writeConfirmation->exec() == QDialog::Accepted)
-        requestProgramming(profile, m_writeConfirmation->allowReimport());
+        m_device->confirmProgramming(m_writeConfirmation->allowReimport());
+    else
+        m_device->cancelProgramming();
 }
 
 // The device pages return to where the action was chosen, unless it was chosen on them (a retry

@@ -14,6 +14,7 @@ class MainWindow;
 class AboutDialog;
 class CBrowserWidget;
 class CDataHolder;
+struct ProgrammingPreview;
 class CLanguageMenu;
 class CustomForm;
 class CDeviceFlow;
@@ -121,6 +122,7 @@ private:
     // The progress page's prompt says whether the exchange still runs.
     void setWaitPrompt();
     void openImportedProfile(const Profile &profile);
+    void onProgrammingPreview(const ProgrammingPreview &preview);
     void setDeviceBusy(bool busy);
     void writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
         const QString &failureHeading, const std::function<QByteArray()> &bytes,

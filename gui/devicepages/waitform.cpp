@@ -133,3 +133,9 @@ void WaitForm::onTimer()
     if (m_frame >= 2 * kBlinks)
         m_timer.stop();
 }
+
+void WaitForm::showConfirmationPending()
+{
+    m_movie->stop();
+    m_ui->textEdit->setHtml(confirmationPendingWords());
+}

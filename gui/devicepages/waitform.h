@@ -36,6 +36,8 @@ public:
     void showCopyNotKept(const FileError &error);
     // A message box: the action did not start.
     void showRefusal(const DeviceRefusal &refusal);
+    // Between reading the CDI and programming it, while the user is asked.
+    void showConfirmationPending();
 
     QString title() const;
     QString text() const;

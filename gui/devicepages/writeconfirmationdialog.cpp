@@ -1,5 +1,6 @@
 #include "devicepages/writeconfirmationdialog.h"
 
+#include "device/exchangewording.h"
 #include "profile/profile.h"
 #include "ui_writeconfirmationdialog.h"
 
@@ -22,8 +23,25 @@ void WriteConfirmationDialog::setProfile(const Profile &profile)
     m_name = profile.name();
     m_custom = profile.isCustom();
     m_ui->checkBoxAllowReimport->setChecked(true);
+    m_preview.reset();
     showProfileName();
+    showChanges();
     adjustSize();
+}
+
+void WriteConfirmationDialog::setPreview(const ProgrammingPreview &preview, const DefaultLibrary *library)
+{
+    setProfile(preview.profile);
+    m_preview = preview;
+    m_library = library;
+    showChanges();
+    adjustSize();
+}
+
+void WriteConfirmationDialog::showChanges()
+{
+    m_ui->changesArea->setVisible(m_preview.has_value());
+    m_ui->changesLabel->setText(m_preview ? previewWords(*m_preview, m_library) : QString());
 }
 
 bool WriteConfirmationDialog::allowReimport() const
@@ -48,6 +66,7 @@ void WriteConfirmationDialog::changeEvent(QEvent *event)
         m_ui->retranslateUi(this);
         m_ui->checkBoxAllowReimport->setChecked(allow);
         showProfileName();
+        showChanges();
     }
     QDialog::changeEvent(event);
 }
