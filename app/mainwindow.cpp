@@ -65,6 +65,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     m_wizard->setBrowserMain(this);
     m_portLister = std::make_unique<CSystemPortLister>();
     m_waitForm = new WaitForm();
+    m_waitForm->setLibrary(data.library());
     m_devicesForm = new DevicesForm(*m_portLister);
     m_ui->contentLayout->addWidget(m_waitForm);
     m_ui->contentLayout->addWidget(m_devicesForm);
@@ -421,6 +422,8 @@ void MainWindow::onProgrammingPreview(const ProgrammingPreview &preview)
         return;
     }
     m_waitForm->showConfirmationPending();
+    setWaitPrompt();
+    refreshPrompt();
     m_writeConfirmation->setPreview(preview, m_data.library());
     if (m_writeConfirmation->exec() == QDialog::Accepted)
         m_device->confirmProgramming(m_writeConfirmation->allowReimport());

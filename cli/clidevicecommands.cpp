@@ -191,7 +191,10 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
             result = readBack(bridge, port, result);
     }
 
-    const ExchangeWords words = resultWords(result);
+    // Motorbike types in a read back's differences go by their templates' names where it is found.
+    if (result.kind == ExchangeResult::Kind::ReadBackDiffers && !library)
+        library = loadInstalledLibrary();
+    const ExchangeWords words = resultWords(result, library ? &*library : nullptr);
     QString text = words.text;
     text.replace(QLatin1String("<br>"), QLatin1String("\n"));
     if (result.succeeded() && result.exchange == DeviceExchange::Import && result.profile) {

@@ -42,7 +42,7 @@ bool isReadBack(const ExchangeResult &result)
 }
 
 // The echo proved the frame arrived; reading back tells whether the CDI also holds it.
-ExchangeWords readBackWords(const ExchangeResult &result)
+ExchangeWords readBackWords(const ExchangeResult &result, const DefaultLibrary *library)
 {
     switch (result.kind) {
     case ExchangeResult::Kind::ReadBackDiffers:
@@ -52,7 +52,7 @@ ExchangeWords readBackWords(const ExchangeResult &result)
                     "Your CDI echoed the profile <b>%</b>, but it gives back other values than were "
                     "sent (sent → read back):"),
                 result)
-                + differenceLines(result.differences) + QStringLiteral("<br><br>")
+                + differenceLines(result.differences, library) + QStringLiteral("<br><br>")
                 + QCoreApplication::translate("ExchangeWording",
                     "The CDI may be programmed improperly and should not be used in its current state.")};
     case ExchangeResult::Kind::ReadBackFailed: {
@@ -86,10 +86,10 @@ ExchangeWords readBackWords(const ExchangeResult &result)
 }
 
 // Every failed programming may have left the CDI half programmed, so all carry the same warning.
-ExchangeWords programmingWords(const ExchangeResult &result)
+ExchangeWords programmingWords(const ExchangeResult &result, const DefaultLibrary *library)
 {
     if (isReadBack(result))
-        return readBackWords(result);
+        return readBackWords(result, library);
     if (!result.succeeded()) {
         return {QCoreApplication::translate("ExchangeWording", "Programming failed"),
             QCoreApplication::translate("ExchangeWording",
@@ -161,10 +161,10 @@ QString waitingWords()
     return QCoreApplication::translate("ExchangeWording", "Waiting for response");
 }
 
-ExchangeWords resultWords(const ExchangeResult &result)
+ExchangeWords resultWords(const ExchangeResult &result, const DefaultLibrary *library)
 {
     if (result.exchange == DeviceExchange::Program)
-        return programmingWords(result);
+        return programmingWords(result, library);
     switch (result.kind) {
     case ExchangeResult::Kind::Succeeded:
         if (result.exchange == DeviceExchange::Import)

@@ -18,7 +18,8 @@ struct ExchangeWords
 ExchangeWords activityWords(DeviceExchange exchange);
 // Once the request has gone out and the answer is due.
 QString waitingWords();
-ExchangeWords resultWords(const ExchangeResult &result);
+// The library names motorbike types in the differences a read back finds.
+ExchangeWords resultWords(const ExchangeResult &result, const DefaultLibrary *library = nullptr);
 // In place of the import's result text where no editor takes the profile: where it was saved.
 QString importSavedWords(const QString &path);
 // Rich text, but for the invalid map and the last guard.

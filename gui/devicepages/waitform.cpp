@@ -61,7 +61,7 @@ void WaitForm::showWaiting()
 // A failure without a title of its own keeps the activity's title.
 void WaitForm::showResult(const ExchangeResult &result)
 {
-    const ExchangeWords words = resultWords(result);
+    const ExchangeWords words = resultWords(result, m_library);
     if (!words.title.isEmpty())
         m_ui->titleLabel->setText(words.title);
     m_ui->textEdit->setHtml(words.text);

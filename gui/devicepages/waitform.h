@@ -8,6 +8,7 @@
 
 #include <memory>
 
+class DefaultLibrary;
 struct FileError;
 class QMovie;
 namespace Ui {
@@ -38,6 +39,8 @@ public:
     void showRefusal(const DeviceRefusal &refusal);
     // Between reading the CDI and programming it, while the user is asked.
     void showConfirmationPending();
+    // Names motorbike types in what a read back finds; it must outlive the page.
+    void setLibrary(const DefaultLibrary *library) { m_library = library; }
 
     QString title() const;
     QString text() const;
@@ -66,4 +69,5 @@ private:
     QTimer m_timer;
     Look m_look = Look::Busy;
     int m_frame = 0;
+    const DefaultLibrary *m_library = nullptr;
 };

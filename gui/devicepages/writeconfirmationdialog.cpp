@@ -6,6 +6,11 @@
 
 #include <QEvent>
 
+namespace {
+// The most the list of changes takes of the dialog's height: about a dozen lines.
+constexpr int kChangesHeight = 190;
+} // namespace
+
 WriteConfirmationDialog::WriteConfirmationDialog(QWidget *parent)
     : QDialog(parent)
     , m_ui(std::make_unique<Ui::WriteConfirmationDialog>())
@@ -42,6 +47,23 @@ void WriteConfirmationDialog::showChanges()
 {
     m_ui->changesArea->setVisible(m_preview.has_value());
     m_ui->changesLabel->setText(m_preview ? previewWords(*m_preview, m_library) : QString());
+    fitChanges();
+}
+
+// As tall as the changes need, up to the form's limit; beyond it they scroll. Only known once
+// the dialog has its width.
+void WriteConfirmationDialog::fitChanges()
+{
+    const int width = m_ui->changesArea->viewport()->width();
+    const int needed = m_ui->changesLabel->heightForWidth(width);
+    m_ui->changesArea->setFixedHeight(qMin(needed, kChangesHeight));
+}
+
+void WriteConfirmationDialog::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    fitChanges();
+    adjustSize();
 }
 
 bool WriteConfirmationDialog::allowReimport() const

@@ -35,10 +35,12 @@ public slots:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void showProfileName();
     void showChanges();
+    void fitChanges();
 
     std::unique_ptr<Ui::WriteConfirmationDialog> m_ui;
     QString m_name;
