@@ -417,6 +417,7 @@ void MainWindow::onProgrammingPreview(const ProgrammingPreview &preview)
 {
     if (m_quitWhenIdle) {
         m_quitWhenIdle = false;
+        m_device->setReadBack(true);
         m_device->cancelProgramming();
         QTimer::singleShot(0, this, &MainWindow::onExitMenu);
         return;
@@ -499,6 +500,7 @@ void MainWindow::onTransactionFinished()
 {
     if (m_quitWhenIdle) {
         m_quitWhenIdle = false;
+        m_device->setReadBack(true);
         // After the result was handled, as if the user had chosen Exit now.
         QTimer::singleShot(0, this, &MainWindow::onExitMenu);
     }
@@ -570,6 +572,8 @@ bool MainWindow::deferQuitWhileBusy()
     if (!m_device->isBusy())
         return false;
     m_quitWhenIdle = true;
+    // Nobody stays to see a read back: the programming ends with its echo.
+    m_device->setReadBack(false);
     m_waitForm->setStatusTip(tr("Sparkwright closes as soon as the exchange with your CDI has ended."));
     refreshPrompt();
     return true;
