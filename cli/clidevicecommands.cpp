@@ -192,7 +192,7 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
     }
 
     // Motorbike types in a read back's differences go by their templates' names where it is found.
-    if (result.kind == ExchangeResult::Kind::ReadBackDiffers && !library)
+    if (result.kind == ExchangeResult::Kind::ReadBackDiffers && (!library || library->count() == 0))
         library = loadInstalledLibrary();
     const ExchangeWords words = resultWords(result, library ? &*library : nullptr);
     QString text = words.text;
