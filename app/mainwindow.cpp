@@ -81,6 +81,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_wizard, &WizardForm::importRequested, this, &MainWindow::requestImport);
     m_portLister = std::make_unique<CSystemPortLister>();
     m_waitForm = new WaitForm();
+    m_waitForm->setLibrary(data.library());
     m_devicesForm = new DevicesForm(*m_portLister);
     m_ui->contentLayout->addWidget(m_waitForm);
     m_ui->contentLayout->addWidget(m_devicesForm);
@@ -108,6 +109,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_device.get(), &CDeviceFlow::importedProfileReady, this, &MainWindow::openImportedProfile);
     connect(m_device.get(), &CDeviceFlow::busyChanged, this, &MainWindow::setDeviceBusy);
     connect(m_device.get(), &CDeviceFlow::finished, this, &MainWindow::onTransactionFinished);
+    connect(m_device.get(), &CDeviceFlow::programmingPreviewReady, this, &MainWindow::onProgrammingPreview);
     switchTo(nullptr);
 
     connect(m_ui->backButton, &QPushButton::clicked, this, &MainWindow::onBackButton);
@@ -446,13 +448,33 @@ void MainWindow::onNextButton()
 
 // ---- device requests ----
 
-// The last question before programming: whether the CDI may give the profile back. Cancel
-// sends nothing.
+// Before programming the CDI is read, so that the last question can show what programming
+// changes (onProgrammingPreview).
 void MainWindow::confirmProgramming(const Profile &profile)
 {
-    m_writeConfirmation->setProfile(profile);
+    rememberDeviceWayBack();
+    m_device->prepareProgramming(profile);
+}
+
+// The last question before programming: what changes, and whether the CDI may give the profile
+// back. Cancel sends nothing more.
+void MainWindow::onProgrammingPreview(const ProgrammingPreview &preview)
+{
+    if (m_quitWhenIdle) {
+        m_quitWhenIdle = false;
+        m_device->setReadBack(true);
+        m_device->cancelProgramming();
+        QTimer::singleShot(0, this, &MainWindow::onExitMenu);
+        return;
+    }
+    m_waitForm->showConfirmationPending();
+    setWaitPrompt();
+    refreshPrompt();
+    m_writeConfirmation->setPreview(preview, m_data.library());
     if (m_writeConfirmation->exec() == QDialog::Accepted)
-        requestProgramming(profile, m_writeConfirmation->allowReimport());
+        m_device->confirmProgramming(m_writeConfirmation->allowReimport());
+    else
+        m_device->cancelProgramming();
 }
 
 // The device pages return to where the action was chosen, unless it was chosen on them (a retry
@@ -523,6 +545,7 @@ void MainWindow::onTransactionFinished()
 {
     if (m_quitWhenIdle) {
         m_quitWhenIdle = false;
+        m_device->setReadBack(true);
         // After the result was handled, as if the user had chosen Exit now.
         QTimer::singleShot(0, this, &MainWindow::onExitMenu);
     }
@@ -594,6 +617,8 @@ bool MainWindow::deferQuitWhileBusy()
     if (!m_device->isBusy())
         return false;
     m_quitWhenIdle = true;
+    // Nobody stays to see a read back: the programming ends with its echo.
+    m_device->setReadBack(false);
     m_waitForm->setStatusTip(tr("Sparkwright closes as soon as the exchange with your CDI has ended."));
     refreshPrompt();
     return true;

@@ -14,6 +14,7 @@ class MainWindow;
 class AboutDialog;
 class CBrowserWidget;
 class CDataHolder;
+struct ProgrammingPreview;
 class CLanguageMenu;
 class CustomForm;
 class CDeviceFlow;
@@ -119,6 +120,7 @@ private:
     // The progress page's prompt says whether the exchange still runs.
     void setWaitPrompt();
     void openImportedProfile(const Profile &profile);
+    void onProgrammingPreview(const ProgrammingPreview &preview);
     void setDeviceBusy(bool busy);
     void updateTitle();
     void setFixedTexts();

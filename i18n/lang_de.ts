@@ -637,6 +637,14 @@
         <translation>Die Verbindung zur CDI an %1 ist abgerissen. Prüfen Sie das Kabel und die USB-Brücke und versuchen Sie es erneut.</translation>
     </message>
     <message>
+        <source>Verification failed</source>
+        <translation>Prüfung fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Your CDI echoed the profile &lt;b&gt;%&lt;/b&gt;, but it gives back other values than were sent (sent → read back):</source>
+        <translation>Ihre CDI hat das Profil &lt;b&gt;%&lt;/b&gt; zurückgesendet, gibt beim Zurücklesen aber andere Werte heraus als gesendet (gesendet → zurückgelesen):</translation>
+    </message>
+    <message>
         <source>The CDI may be programmed improperly and should not be used in its current state.</source>
         <translation>Die CDI ist möglicherweise fehlerhaft programmiert und sollte in diesem Zustand nicht verwendet werden.</translation>
     </message>
@@ -655,6 +663,70 @@
     <message>
         <source>Imported from CDI %1</source>
         <translation>Aus der CDI importiert am %1</translation>
+    </message>
+    <message>
+        <source>Programmed, not verified</source>
+        <translation>Programmiert, nicht geprüft</translation>
+    </message>
+    <message>
+        <source>Your CDI echoed the profile &lt;b&gt;%&lt;/b&gt;, so it received it, but reading it back failed (%1). Whether the CDI holds it is not known: program it again.</source>
+        <translation>Ihre CDI hat das Profil &lt;b&gt;%&lt;/b&gt; zurückgesendet und also empfangen, aber das Zurücklesen ist fehlgeschlagen (%1). Ob die CDI es gespeichert hat, ist nicht bekannt: Programmieren Sie sie erneut.</translation>
+    </message>
+    <message>
+        <source>Programmed and verified</source>
+        <translation>Programmiert und geprüft</translation>
+    </message>
+    <message>
+        <source>Read back from the CDI, it matches what was sent byte for byte.</source>
+        <translation>Aus der CDI zurückgelesen, stimmt es Byte für Byte mit dem Gesendeten überein.</translation>
+    </message>
+    <message>
+        <source>The echo confirmed receipt, but the profile cannot be read back: it was programmed without allowing reimport.</source>
+        <translation>Die Rücksendung bestätigt den Empfang, aber das Profil kann nicht zurückgelesen werden: Es wurde ohne Erlaubnis zum Reimport programmiert.</translation>
+    </message>
+    <message>
+        <source>Reading the CDI</source>
+        <translation>CDI wird gelesen</translation>
+    </message>
+    <message>
+        <source>Asking the CDI for the profile it holds</source>
+        <translation>Das Profil in der CDI wird abgefragt</translation>
+    </message>
+    <message>
+        <source>Verifying</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Reading the profile back from the CDI</source>
+        <translation>Das Profil wird aus der CDI zurückgelesen</translation>
+    </message>
+    <message>
+        <source>The CDI did not give the profile it holds (%1), so what programming changes cannot be shown. A CDI programmed without allowing reimport keeps its profile to itself. You can still go on.</source>
+        <translation>Die CDI hat ihr Profil nicht herausgegeben (%1), daher kann nicht gezeigt werden, was das Programmieren ändert. Eine CDI, die ohne Erlaubnis zum Reimport programmiert wurde, gibt ihr Profil nicht heraus. Sie können trotzdem fortfahren.</translation>
+    </message>
+    <message>
+        <source>The CDI already holds this profile</source>
+        <translation>Die CDI enthält bereits dieses Profil</translation>
+    </message>
+    <message>
+        <source>Programming changes what the CDI holds (now → after programming):</source>
+        <translation>Das Programmieren ändert in der CDI (jetzt → danach):</translation>
+    </message>
+    <message>
+        <source>Waiting for your confirmation</source>
+        <translation>Warten auf Ihre Bestätigung</translation>
+    </message>
+    <message>
+        <source>the CDI did not answer</source>
+        <translation>die CDI hat nicht geantwortet</translation>
+    </message>
+    <message>
+        <source>the connection to the CDI was lost</source>
+        <translation>die Verbindung zur CDI ist abgerissen</translation>
+    </message>
+    <message>
+        <source>Reading failed</source>
+        <translation>Lesen fehlgeschlagen</translation>
     </message>
 </context>
 <context>
@@ -1070,6 +1142,113 @@
     <message>
         <source>Appl&amp;y [Esc]</source>
         <translation>Übe&amp;rnehmen [Esc]</translation>
+    </message>
+</context>
+<context>
+    <name>ProfileComparison</name>
+    <message>
+        <source>empty</source>
+        <translation>leer</translation>
+    </message>
+    <message>
+        <source>%1 rpm, %2°</source>
+        <translation>%1 U/min, %2°</translation>
+    </message>
+    <message>
+        <source>type %1</source>
+        <translation>Typ %1</translation>
+    </message>
+    <message>
+        <source>Motorbike type</source>
+        <translation>Motorradtyp</translation>
+    </message>
+    <message>
+        <source>Profile kind</source>
+        <translation>Profilart</translation>
+    </message>
+    <message>
+        <source>Custom</source>
+        <translation>Eigenes</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Slot %1</source>
+        <translation>Punkt %1</translation>
+    </message>
+    <message>
+        <source>Ignition voltage</source>
+        <translation>Zündspannung</translation>
+    </message>
+    <message>
+        <source>Side stand monitoring</source>
+        <translation>Seitenständerüberwachung</translation>
+    </message>
+    <message>
+        <source>enabled</source>
+        <translation>aktiviert</translation>
+    </message>
+    <message>
+        <source>disabled</source>
+        <translation>deaktiviert</translation>
+    </message>
+    <message>
+        <source>Ground enables ignition</source>
+        <translation>Masse gibt die Zündung frei</translation>
+    </message>
+    <message>
+        <source>Ground blocks ignition</source>
+        <translation>Masse sperrt die Zündung</translation>
+    </message>
+    <message>
+        <source>Pulse generator edge</source>
+        <translation>Impulsgeberflanke</translation>
+    </message>
+    <message>
+        <source>Trigger with rising edge</source>
+        <translation>Zündung bei steigender Flanke</translation>
+    </message>
+    <message>
+        <source>Trigger with falling edge</source>
+        <translation>Zündung bei fallender Flanke</translation>
+    </message>
+    <message>
+        <source>Sensor mode</source>
+        <translation>Sensormodus</translation>
+    </message>
+    <message>
+        <source>Reimporting</source>
+        <translation>Reimport</translation>
+    </message>
+    <message>
+        <source>allowed</source>
+        <translation>erlaubt</translation>
+    </message>
+    <message>
+        <source>not allowed</source>
+        <translation>nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>Flag byte</source>
+        <translation>Flag-Byte</translation>
+    </message>
+    <message>
+        <source>Sensor advance</source>
+        <translation>Sensorvorzündung</translation>
+    </message>
+    <message>
+        <source>Sensor coefficient K1</source>
+        <translation>Sensorkoeffizient K1</translation>
+    </message>
+    <message>
+        <source>Sensor coefficient K2</source>
+        <translation>Sensorkoeffizient K2</translation>
+    </message>
+    <message>
+        <source>%1: %2 → %3</source>
+        <translation>%1: %2 → %3</translation>
     </message>
 </context>
 <context>

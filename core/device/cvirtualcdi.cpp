@@ -36,6 +36,8 @@ const FaultName kFaultNames[] = {
     {CVirtualCdi::Fault::Hangup, "hangup"},
     {CVirtualCdi::Fault::UnknownType, "unknown-type"},
     {CVirtualCdi::Fault::BadValue, "bad-value"},
+    {CVirtualCdi::Fault::KeepsOld, "keeps-old"},
+    {CVirtualCdi::Fault::ReadSilent, "read-silent"},
 };
 
 QString hex(const QByteArray &bytes)
@@ -194,6 +196,10 @@ void CVirtualCdi::handleFrame(const QByteArray &frame)
             emit requestHandled(QStringLiteral("read refused: the profile was programmed without reimport"));
             return;
         }
+        if (m_fault == Fault::ReadSilent) {
+            emit requestHandled(QStringLiteral("read: stays silent"));
+            return;
+        }
         QByteArray answer = DeviceFrame::build(DeviceFrame::Read);
         answer.replace(DeviceImage::kTypeOffset, m_image.size(), m_image);
         if (m_fault == Fault::UnknownType)
@@ -207,10 +213,13 @@ void CVirtualCdi::handleFrame(const QByteArray &frame)
     if (command == DeviceFrame::Program) {
         QByteArray plain = frame;
         DeviceFrame::unscramble(plain);
-        m_image = plain.mid(DeviceImage::kTypeOffset, DeviceImage::kEnd - DeviceImage::kTypeOffset);
+        if (m_fault != Fault::KeepsOld)
+            m_image = plain.mid(DeviceImage::kTypeOffset, DeviceImage::kEnd - DeviceImage::kTypeOffset);
         send(m_fault == Fault::WrongEcho ? frame : plain,
             QStringLiteral("program, reimport %1")
-                .arg(reimportAllowed() ? QStringLiteral("allowed") : QStringLiteral("not allowed")));
+                .arg(quint8(plain.at(DeviceImage::kFlagsOffset)) & DeviceFrame::kReimportBit
+                        ? QStringLiteral("allowed")
+                        : QStringLiteral("not allowed")));
         return;
     }
     emit requestHandled(QStringLiteral("ignored unknown command %1").arg(command));

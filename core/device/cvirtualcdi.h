@@ -33,7 +33,9 @@ public:
         TooSlow,
         Hangup,
         UnknownType,
-        BadValue
+        BadValue,
+        KeepsOld, // echoes a programming right but keeps the profile it held
+        ReadSilent // answers everything but a read
     };
     static std::optional<Fault> faultFromName(const QString &name);
     static QStringList faultNames();

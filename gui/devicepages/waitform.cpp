@@ -72,7 +72,7 @@ void WaitForm::showWaiting()
 // A failure without a title of its own keeps the activity's title.
 void WaitForm::showResult(const ExchangeResult &result)
 {
-    const ExchangeWords words = resultWords(result);
+    const ExchangeWords words = resultWords(result, m_library);
     if (!words.title.isEmpty())
         m_ui->titleLabel->setText(words.title);
     m_ui->textEdit->setHtml(words.text);
@@ -187,4 +187,10 @@ void WaitForm::onTimer()
     m_ui->okLabel2->setVisible(second);
     if (m_frame >= 2 * kBlinks)
         m_timer.stop();
+}
+
+void WaitForm::showConfirmationPending()
+{
+    m_movie->stop();
+    m_ui->textEdit->setHtml(confirmationPendingWords());
 }

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class DefaultLibrary;
 struct FileError;
 class QMovie;
 namespace Ui {
@@ -39,6 +40,10 @@ public:
     void showRefusal(const DeviceRefusal &refusal);
     // The port in use, and in the details every frame so far.
     void showTranscript(const ExchangeTranscript &transcript);
+    // Between reading the CDI and programming it, while the user is asked.
+    void showConfirmationPending();
+    // Names motorbike types in what a read back finds; it must outlive the page.
+    void setLibrary(const DefaultLibrary *library) { m_library = library; }
 
     QString title() const;
     QString text() const;
@@ -76,4 +81,5 @@ private:
     Look m_look = Look::Busy;
     int m_frame = 0;
     ExchangeTranscript m_transcript;
+    const DefaultLibrary *m_library = nullptr;
 };

@@ -88,13 +88,17 @@ void TestDevicePages::exchanges_data()
         "<p>PTY is in use by another program: tst_devicepages (process ");
     row("import", "none", "Import OK", "Imported profile data will be sent to editor shortly.");
     row("program", "copy cannot be kept", "Programming successful",
-        "Your CDI is now programmed with the profile Track.\nA copy of this profile could not be kept among "
-        "the programmed profiles: the file may not be written there: /proc/x.");
-    row("cancel", "none", "", "");
+        "Your CDI is now programmed with the profile Track. The echo confirmed receipt, but the profile "
+        "cannot be read back: it was programmed without allowing reimport.\nA copy of this profile could "
+        "not be kept among the programmed profiles: the file may not be written there: /proc/x.");
+    // The question shows what programming changes in the CDI, read just before.
+    row("cancel", "none", "",
+        "Programming changes what the CDI holds (now → after programming):<br>Ignition voltage: 169 V → 170 "
+        "V");
+    // Quitting, nobody stays for a read back.
     const char programmed[]
-        = "Your CDI is now programmed with the profile Track.\nA copy of this profile could "
-          "not be kept among the programmed profiles: the file may not be written there: "
-          "/proc/x.";
+        = "Your CDI is now programmed with the profile Track.\nA copy of this profile could not be kept among "
+          "the programmed profiles: the file may not be written there: /proc/x.";
     row("quit by Exit", "slow", "Programming successful", programmed);
     row("quit by closing the window", "slow", "Programming successful", programmed);
 }
@@ -127,6 +131,7 @@ void TestDevicePages::exchanges()
     QVERIFY(fault != QLatin1String("port in use") || other.open(QIODevice::ReadWrite));
     Profile mine = program.firstTemplate();
     mine.setName(QStringLiteral("Track"));
+    QString changes; // what the question before programming says
     if (action == QLatin1String("ping")) {
         program.window().requestConnectionTest();
     } else if (action == QLatin1String("import")) {
@@ -145,24 +150,31 @@ void TestDevicePages::exchanges()
     } else {
         program.window().showEditor(mine);
         program.window().showProgrammingConfirmation(mine);
-        // The reimport box starts checked: a click gone astray shows as a CDI that allows a reimport.
-        QTimer::singleShot(0, [confirm = action == QLatin1String("program")] {
+        // The question comes once the CDI was read. The reimport box starts checked: a click gone
+        // astray shows as a CDI that allows a reimport.
+        QTimer answer;
+        answer.setInterval(20);
+        connect(&answer, &QTimer::timeout, [&, confirm = action == QLatin1String("program")] {
             auto *dialog = qobject_cast<WriteConfirmationDialog *>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
+            if (!dialog)
+                return;
+            answer.stop();
+            changes = dialog->findChild<QLabel *>("changesLabel")->text();
             if (confirm)
                 WidgetTest::clickCheckBox(dialog->findChild<QCheckBox *>("checkBoxAllowReimport"));
             const char *button = confirm ? "pushButtonConfirm" : "pushButtonCancel";
             QTest::mouseClick(dialog->findChild<QPushButton *>(button), Qt::LeftButton);
         });
+        answer.start();
         program.click("nextButton");
+        QTRY_VERIFY_WITH_TIMEOUT(!answer.isActive(), 5000);
     }
 
     WaitForm *wait = program.window().findChild<WaitForm *>();
     if (!wait->isVisible()) {
         QVERIFY(!requests.wait(300));
         QCOMPARE(program.prompts.titles().join(""), title);
-        QCOMPARE(program.prompts.each(&ScriptedPrompts::Shown::text)
-                     .join("")
+        QCOMPARE(QString(program.prompts.each(&ScriptedPrompts::Shown::text).join("") + changes)
                      .replace(cdi.portName(), "PTY")
                      .left(text.size()),
             text);

@@ -1,6 +1,7 @@
 // The bytes of every request, the verdict on every kind of answer and the words each verdict is
 // shown in, in English and German, against frames and texts written out by hand, without a port.
 #include "device/ccalibrator.h"
+#include "device/cimagereader.h"
 #include "device/cimporter.h"
 #include "device/cpinger.h"
 #include "device/deviceframe.h"
@@ -34,6 +35,7 @@ Profile sampleProfile(const QString &name = QStringLiteral("Track"))
     profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
         {10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
     profile.setVoltage(200);
+    profile.setK1(0.0, 0.5); // an import keeps the device's K1 as the falling edge's
     profile.setFlagsAndCoefficientsAsStored(flagsOf(true, false, false, 2), {38.0, 0.5, -2.0});
     return profile;
 }
@@ -194,6 +196,26 @@ void TestDeviceFrame::answers_data()
         {"Programming failed",
             "The connection to the CDI on /dev/ttyUSB0 was lost. Check the cable and the USB bridge, then "
             "try again. Nothing had been sent yet, so the CDI has not been changed."});
+    // Read back after the programming echoed right: the answer is the read's.
+    row("program, read back the same", E::ReadBack, echo, K::Succeeded,
+        {"Programmed and verified",
+            "Your CDI is now programmed with the profile <b>R&amp;D %1</b>. Read back from the CDI, it matches "
+            "what was sent byte for byte."});
+    row("program, read back with another voltage and K1", E::ReadBack, sealed(echo, 34, "c73342180000bf"),
+        K::ReadBackDiffers,
+        {"Verification failed",
+            "Your CDI echoed the profile <b>R&amp;D %1</b>, but it gives back other values than were sent (sent "
+            "→ read back):<br>Ignition voltage: 200 V → 199 V<br>Sensor coefficient K1: 0.5 → -0.5<br><br>The "
+            "CDI may be programmed improperly and should not be used in its current state.",
+            "Prüfung fehlgeschlagen",
+            "Ihre CDI hat das Profil <b>R&amp;D %1</b> zurückgesendet, gibt beim Zurücklesen aber andere Werte "
+            "heraus als gesendet (gesendet → zurückgelesen):<br>Zündspannung: 200 V → 199 V<br>"
+            "Sensorkoeffizient K1: 0,5 → -0,5<br><br>Die CDI ist möglicherweise fehlerhaft programmiert und "
+            "sollte in diesem Zustand nicht verwendet werden."});
+    row("program, read back short", E::ReadBack, echo.left(50), K::ReadBackFailed,
+        {"Programmed, not verified",
+            "Your CDI echoed the profile <b>R&amp;D %1</b>, so it received it, but reading it back failed (CDI "
+            "sent an invalid response). Whether the CDI holds it is not known: program it again."});
 }
 
 void TestDeviceFrame::answers()
@@ -207,15 +229,23 @@ void TestDeviceFrame::answers()
         communicator = std::make_unique<CPinger>(quint8(0x5A));
     else if (exchange == int(DeviceExchange::Import))
         communicator = std::make_unique<CImporter>(templates());
+    else if (exchange == int(DeviceExchange::ReadBack))
+        communicator = std::make_unique<CImageReader>(DeviceExchange::ReadBack);
     else
         communicator = std::make_unique<CCalibrator>(sampleProfile("R&D %1"), true, quint8(0x10));
     ExchangeResult result = answer == kPortLost ? communicator->brokenOff()
         : answer == kPortLostUnsent             ? communicator->brokenOff(false)
                                                 : communicator->conclude(answer);
+    const bool readBack = exchange == int(DeviceExchange::ReadBack); // the programming's profile stays
+    if (readBack) {
+        const CCalibrator programming(sampleProfile("R&D %1"), true, quint8(0x10));
+        result = readBackVerdict(programming.conclude(QByteArray::fromHex(kProgramEcho)), result);
+        exchange = int(DeviceExchange::Program);
+    }
     result.portName = QStringLiteral("ttyUSB0");
     QCOMPARE(int(result.exchange), exchange);
     QCOMPARE(int(result.kind), kind);
-    QCOMPARE(result.profile.has_value(), exchange != int(DeviceExchange::Ping) && result.succeeded());
+    QCOMPARE(result.profile.has_value(), exchange != int(DeviceExchange::Ping) && (result.succeeded() || readBack));
     if (result.profile)
         QCOMPARE(fieldsOf(*result.profile), fieldsOf(sampleProfile(result.profile->name())));
 
@@ -224,7 +254,9 @@ void TestDeviceFrame::answers()
     if (words.size() > 2) {
         QVERIFY(german.load(QDir(qEnvironmentVariable("SPARKWRIGHT_BUILD_DIR")).filePath("lang_de.qm")));
         QCoreApplication::installTranslator(&german);
+        QLocale::setDefault(QLocale(QLocale::German)); // as the language switch sets it
         shown << resultWords(result).title << resultWords(result).text;
+        QLocale::setDefault(QLocale::c());
     }
     QCOMPARE(shown, words);
 }
