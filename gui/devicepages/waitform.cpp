@@ -57,6 +57,9 @@ void WaitForm::onNext()
 
 void WaitForm::showActivity(DeviceExchange exchange)
 {
+    // A new action starts its details afresh; the exchanges that follow within it add to them.
+    if (exchange != DeviceExchange::Program && exchange != DeviceExchange::ReadBack)
+        m_transcripts.clear();
     const ExchangeWords words = activityWords(exchange);
     m_ui->titleLabel->setText(words.title);
     m_ui->textEdit->setHtml(words.text);
@@ -112,14 +115,21 @@ void WaitForm::showRefusal(const DeviceRefusal &refusal)
     }
 }
 
+// Told again as the exchange goes on; an exchange is known by when its port was opened.
 void WaitForm::showTranscript(const ExchangeTranscript &transcript)
 {
-    m_transcript = transcript;
+    if (!m_transcripts.isEmpty() && m_transcripts.constLast().opened == transcript.opened)
+        m_transcripts.last() = transcript;
+    else
+        m_transcripts.append(transcript);
     QString port = tr("Port: %1").arg(portPath(transcript.portName));
     if (!transcript.description.isEmpty())
         port += QStringLiteral(" (%1)").arg(transcript.description);
     m_ui->portLabel->setText(port);
-    m_ui->detailsEdit->setPlainText(transcriptText(transcript));
+    QStringList texts;
+    for (const ExchangeTranscript &each : std::as_const(m_transcripts))
+        texts << transcriptText(each);
+    m_ui->detailsEdit->setPlainText(texts.join(QLatin1Char('\n')));
 }
 
 void WaitForm::onDetailsToggled(bool open)
@@ -134,8 +144,8 @@ void WaitForm::wordDetails()
     m_ui->detailsButton->setText(tr("&Details"));
     m_ui->copyButton->setText(tr("Cop&y"));
     m_ui->detailsEdit->setAccessibleName(tr("Frames exchanged with the CDI"));
-    if (!m_transcript.portName.isEmpty())
-        showTranscript(m_transcript);
+    if (!m_transcripts.isEmpty())
+        showTranscript(m_transcripts.takeLast());
 }
 
 // A result already shown stays in its language; the controls follow the new one.

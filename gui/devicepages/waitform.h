@@ -80,6 +80,8 @@ private:
     QTimer m_timer;
     Look m_look = Look::Busy;
     int m_frame = 0;
-    ExchangeTranscript m_transcript;
+    // Every exchange of the action shown, in order: a programming reads the CDI, writes it and
+    // reads it back.
+    QList<ExchangeTranscript> m_transcripts;
     const DefaultLibrary *m_library = nullptr;
 };

@@ -196,6 +196,8 @@ void TestDevicePages::exchanges()
     QCOMPARE(QGuiApplication::clipboard()->text(), wait->details());
     QVERIFY2(wait->details().contains(QRegularExpression("\n +\\d+ ms  sent +4d f6 68 ")),
         qPrintable(wait->details()));
+    // A programming keeps every exchange it made: the read before it, the write, the read back.
+    QVERIFY(action != QLatin1String("program") || wait->details().count(QLatin1String("Opened: ")) >= 2);
     // Every failure offers another port; the port page's Back leaves like the progress page's.
     auto *otherPort = wait->findChild<QPushButton *>("otherPortButton");
     QCOMPARE(otherPort->isVisible(), wait->look() == WaitForm::Look::Failure);
