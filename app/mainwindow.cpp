@@ -33,6 +33,7 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QPainter>
+#include <QPrinter>
 #include <QScreen>
 #include <QStatusBar>
 #include <QStyle>
@@ -131,6 +132,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_ui->actionImport, &QAction::triggered, this, &MainWindow::onImportMenu);
     connect(m_ui->actionExport, &QAction::triggered, this, &MainWindow::onExportMenu);
     connect(m_ui->actionPrint, &QAction::triggered, this, &MainWindow::onPrintMenu);
+    connect(m_ui->actionPrintDialog, &QAction::triggered, this, &MainWindow::onPrintDialogMenu);
     connect(m_ui->actionProgrammedProfiles, &QAction::triggered, this, &MainWindow::onProgrammedProfilesMenu);
     connect(m_ui->actionTechnicalSpecifications, &QAction::triggered, this,
         &MainWindow::onTechnicalSpecifications);
@@ -293,7 +295,8 @@ void MainWindow::switchTo(QWidget *target)
     if (editing)
         m_ui->exitButton->hide();
     for (QAction *action :
-        {m_ui->actionSave, m_ui->actionSaveAs, m_ui->actionReset, m_ui->actionExport, m_ui->actionPrint})
+        {m_ui->actionSave, m_ui->actionSaveAs, m_ui->actionReset, m_ui->actionExport, m_ui->actionPrint,
+            m_ui->actionPrintDialog})
         action->setEnabled(editing);
     m_wizard->setActive(target == m_wizard);
     if (m_editor)
@@ -821,6 +824,24 @@ void MainWindow::onPrintMenu()
     const qint32 libraryValue = m_data.library() ? m_data.library()->libraryValue() : 0;
     CProfileFiles::write(this, path, title, tr("Printing PDF failed"),
         summarySheetPdf(m_editor->profile(), summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime())));
+}
+
+// The same sheet on a printer the user picks in the system's print dialog.
+void MainWindow::onPrintDialogMenu()
+{
+    if (!isShown(m_editor))
+        return;
+    QPrinter printer;
+    printer.setResolution(summarySheetResolution());
+    printer.setPageLayout(summarySheetPageLayout());
+    printer.setDocName(m_editor->profile().name());
+    printer.setCreator(QStringLiteral("Sparkwright ") + programVersion());
+    if (!userPrompts().choosePrinter(this, printer))
+        return;
+    const qint32 libraryValue = m_data.library() ? m_data.library()->libraryValue() : 0;
+    if (!paintSummarySheetDocument(printer, m_editor->profile(),
+            summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime())))
+        userPrompts().warn(this, tr("Print"), tr("The sheet could not be printed."), tr("OK"));
 }
 
 // On the editor the title names the profile and its file, and marks unsaved changes.

@@ -92,6 +92,7 @@ private slots:
     void onImportMenu();
     void onExportMenu();
     void onPrintMenu();
+    void onPrintDialogMenu();
     void onTechnicalSpecifications();
     void onProgrammableCDIs();
     void onTrivia();

@@ -1071,6 +1071,22 @@
         <source>%1 (%2)[*] - Sparkwright</source>
         <translation>%1 (%2)[*] - Sparkwright</translation>
     </message>
+    <message>
+        <source>Prin&amp;t...</source>
+        <translation>Druc&amp;ken...</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>Drucken</translation>
+    </message>
+    <message>
+        <source>The sheet could not be printed.</source>
+        <translation>Das Blatt konnte nicht gedruckt werden.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
 </context>
 <context>
     <name>MapPlotter</name>

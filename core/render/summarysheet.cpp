@@ -403,6 +403,36 @@ QStringList paintSummarySheet(
     return rest;
 }
 
+int summarySheetResolution()
+{
+    return kResolution;
+}
+
+QPageLayout summarySheetPageLayout()
+{
+    return QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape,
+        QMarginsF(kPageMarginMm, kPageMarginMm, kPageMarginMm, kPageMarginMm), QPageLayout::Millimeter);
+}
+
+bool paintSummarySheetDocument(QPagedPaintDevice &device, const Profile &profile, const QString &headerLine)
+{
+    QPainter painter;
+    if (!painter.begin(&device))
+        return false;
+    const QRect sheet(QPoint(0, 0), device.pageLayout().paintRectPixels(device.logicalDpiX()).size());
+    QStringList rest = paintSummarySheet(painter, sheet, profile, headerLine);
+    // Long notes go on over further pages; a page that takes no line ends it.
+    while (!rest.isEmpty()) {
+        if (!device.newPage())
+            return false;
+        const int before = rest.size();
+        rest = paintNotesPage(painter, sheet, profile, headerLine, rest);
+        if (rest.size() == before)
+            return false;
+    }
+    return painter.end();
+}
+
 QByteArray summarySheetPdf(const Profile &profile, const QString &headerLine)
 {
     QBuffer buffer;
@@ -411,25 +441,10 @@ QByteArray summarySheetPdf(const Profile &profile, const QString &headerLine)
     {
         QPdfWriter writer(&buffer);
         writer.setResolution(kResolution);
-        writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Landscape,
-            QMarginsF(kPageMarginMm, kPageMarginMm, kPageMarginMm, kPageMarginMm), QPageLayout::Millimeter));
+        writer.setPageLayout(summarySheetPageLayout());
         writer.setCreator(QStringLiteral("Sparkwright ") + programVersion());
         writer.setTitle(profile.name());
-        QPainter painter;
-        if (!painter.begin(&writer))
-            return {};
-        const QRect page(QPoint(0, 0), writer.pageLayout().paintRectPixels(writer.resolution()).size());
-        QStringList rest = paintSummarySheet(painter, page, profile, headerLine);
-        // Long notes go on over further pages; a page that takes no line ends it.
-        while (!rest.isEmpty()) {
-            if (!writer.newPage())
-                return {};
-            const int before = rest.size();
-            rest = paintNotesPage(painter, page, profile, headerLine, rest);
-            if (rest.size() == before)
-                return {};
-        }
-        if (!painter.end())
+        if (!paintSummarySheetDocument(writer, profile, headerLine))
             return {};
     }
     return buffer.data();

@@ -2,9 +2,12 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QPageLayout>
 #include <QRect>
 #include <QString>
 #include <QStringList>
+
+class QPagedPaintDevice;
 
 class Profile;
 class QPainter;
@@ -32,6 +35,14 @@ QStringList summarySheetItems(const Profile &profile);
 // and returns the lines of the notes that did not fit on it.
 QStringList paintSummarySheet(
     QPainter &painter, const QRect &page, const Profile &profile, const QString &headerLine);
+
+// The sheet's page: A4 landscape with its margins, laid out at this resolution (dots per inch).
+QPageLayout summarySheetPageLayout();
+int summarySheetResolution();
+
+// The whole document on a paged device, a PDF file or a printer, whose page layout and
+// resolution are the sheet's; false when a page could not be painted.
+bool paintSummarySheetDocument(QPagedPaintDevice &device, const Profile &profile, const QString &headerLine);
 
 // The whole document as PDF bytes, empty when it could not be produced.
 QByteArray summarySheetPdf(const Profile &profile, const QString &headerLine);

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+class QPrinter;
 class QWidget;
 
 // Every modal question, warning and file dialog of the program goes through this seam, so that
@@ -32,6 +33,8 @@ public:
     virtual QString saveFileName(
         QWidget *parent, const QString &title, const QString &suggestedPath, const QString &filter)
         = 0;
+    // The system's print dialog for the printer; false when cancelled.
+    virtual bool choosePrinter(QWidget *parent, QPrinter &printer) = 0;
 };
 
 // The real dialogs; one instance lives for the whole run.

@@ -121,6 +121,7 @@ private slots:
     void undoAndRedoByMenuAndKeys();
     void recentProfilesOpenThroughTheQuestion();
     void saveGoesBackToItsFile();
+    void printsOnAPrinter();
     void unsavedEditsAreGuardedOnEveryPath_data();
     void unsavedEditsAreGuardedOnEveryPath();
 };
@@ -244,7 +245,7 @@ void TestMainWindow::waysThroughThePages()
 
 void TestMainWindow::saveAndPrintFlows_data()
 {
-    QTest::addColumn<QString>("key"); // "^S" saves, "^P" prints
+    QTest::addColumn<QString>("key"); // "^S" saves, "actionPrint" prints to PDF
     QTest::addColumn<QString>("target"); // "older", "read-only" or "missing folder"
     QTest::addColumn<QString>("message");
 
@@ -256,8 +257,8 @@ void TestMainWindow::saveAndPrintFlows_data()
     row("save over a read-only file", "^S", "read-only", "Saving profile" + refused + '.');
     row("save into a missing folder", "^S", "missing folder",
         "Saving profile" + refused + ": No such file or directory.");
-    row("print over an older file", "^P", "older", "");
-    row("print over a read-only file", "^P", "read-only", "Printing PDF" + refused + '.');
+    row("print over an older file", "actionPrint", "older", "");
+    row("print over a read-only file", "actionPrint", "read-only", "Printing PDF" + refused + '.');
 }
 
 // A failed save or print leaves the old file as it was, and no temporary file behind.
@@ -267,7 +268,7 @@ void TestMainWindow::saveAndPrintFlows()
     QFETCH(QString, target);
     QFETCH(QString, message);
 
-    const QString name = QLatin1String("mine") + (key == QLatin1String("^P") ? ".pdf" : ".cdi");
+    const QString name = QLatin1String("mine") + (key == QLatin1String("actionPrint") ? ".pdf" : ".cdi");
     QTemporaryDir folder;
     const bool missingFolder = target == QLatin1String("missing folder");
     const QString path = folder.filePath(missingFolder ? QLatin1String("gone/") + name : name);
@@ -427,6 +428,23 @@ void TestMainWindow::saveGoesBackToItsFile()
     QCOMPARE(program.prompts.shown.value(1).buttons, QStringList {path});
     QCOMPARE(window.windowTitle(), QStringLiteral("Track (other.cdi)[*] - Sparkwright"));
     QVERIFY(QFile::exists(other));
+}
+
+// Ctrl+P prints the sheet on the printer chosen in the system's dialog, here one that writes
+// PDF: one page, A4 landscape, as Print PDF makes it. A cancelled dialog prints nothing.
+void TestMainWindow::printsOnAPrinter()
+{
+    Program program;
+    QVERIFY(program.ready());
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("printed.pdf"));
+    take(program, QStringLiteral("editor ^P"));
+    program.prompts.fileAnswers = QStringList {path};
+    take(program, QStringLiteral("^P"));
+    QCOMPARE(program.prompts.kinds(), (QStringList {"print", "print"}));
+    const QByteArray printed = WidgetTest::readFile(path);
+    QVERIFY(printed.startsWith("%PDF") && printed.contains("/MediaBox [0 0 842.000000 595.000000]")
+        && printed.contains("/Count 1"));
 }
 
 void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()

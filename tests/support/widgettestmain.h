@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QFile>
 #include <QHash>
+#include <QPrinter>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QTemporaryDir>
@@ -131,6 +132,16 @@ public:
     {
         shown.append({QStringLiteral("save"), title, filter, {suggestedPath}});
         return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
+    }
+    // The next file answer is a printer that writes PDF there; none cancels.
+    bool choosePrinter(QWidget *, QPrinter &printer) override
+    {
+        shown.append({QStringLiteral("print"), {}, {}, {}});
+        if (fileAnswers.isEmpty())
+            return false;
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(fileAnswers.takeFirst());
+        return true;
     }
 
     QStringList titles() const { return each(&Shown::title); }
