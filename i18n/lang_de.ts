@@ -447,6 +447,14 @@
         <source>Saving profile failed</source>
         <translation>Speichern des Profils fehlgeschlagen</translation>
     </message>
+    <message>
+        <source>paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>change of the selected points</source>
+        <translation>Ändern der ausgewählten Punkte</translation>
+    </message>
 </context>
 <context>
     <name>ErrorGui</name>
@@ -1428,6 +1436,62 @@
     <message>
         <source>S&amp;ort ascending</source>
         <translation>Aufsteigend s&amp;ortieren</translation>
+    </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>&amp;Paste</source>
+        <translation>&amp;Einfügen</translation>
+    </message>
+    <message>
+        <source>&amp;Add one degree</source>
+        <translation>Ein Grad &amp;mehr</translation>
+    </message>
+    <message>
+        <source>&amp;Subtract one degree</source>
+        <translation>Ein Grad we&amp;niger</translation>
+    </message>
+    <message>
+        <source>Set to &amp;value...</source>
+        <translation>Auf &amp;Wert setzen...</translation>
+    </message>
+    <message>
+        <source>&amp;Interpolate angles</source>
+        <translation>Winkel &amp;interpolieren</translation>
+    </message>
+    <message>
+        <source>Set to value</source>
+        <translation>Auf Wert setzen</translation>
+    </message>
+    <message>
+        <source>Angle for the selected points:</source>
+        <translation>Winkel für die ausgewählten Punkte:</translation>
+    </message>
+    <message>
+        <source>Value for the selected cells:</source>
+        <translation>Wert für die ausgewählten Zellen:</translation>
+    </message>
+    <message>
+        <source>Paste</source>
+        <translation>Einfügen</translation>
+    </message>
+    <message>
+        <source>Only whole numbers can be pasted into the map; &quot;%1&quot; is not one. Nothing was changed.</source>
+        <translation>In das Kennfeld lassen sich nur ganze Zahlen einfügen; „%1“ ist keine. Nichts wurde geändert.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>The clipboard holds no numbers to paste.</source>
+        <translation>Die Zwischenablage enthält keine Zahlen zum Einfügen.</translation>
+    </message>
+    <message>
+        <source>%1 rows of %2 values do not fit into the map from row %3 on: it has 10 rows of speed and angle. Nothing was changed.</source>
+        <translation>%1 Zeilen mit %2 Werten passen ab Zeile %3 nicht in das Kennfeld: Es hat 10 Zeilen mit Drehzahl und Winkel. Nichts wurde geändert.</translation>
     </message>
 </context>
 <context>

@@ -326,6 +326,12 @@ void EditorForm::onEdited(Edit edit, int point)
     case Edit::Setting:
         record(tr("change of settings"));
         break;
+    case Edit::Paste:
+        record(tr("paste"));
+        break;
+    case Edit::Operation:
+        record(tr("change of the selected points"));
+        break;
     }
 }
 

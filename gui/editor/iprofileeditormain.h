@@ -20,13 +20,16 @@ public:
     virtual void onPointSelected(int index, bool rescale) = 0;
 
     // A finished change, one step of the history: a cell (point is its row), a drag (once, on
-    // release), a sort or a setting (point -1).
+    // release), a sort, a setting, a paste or an operation on the selection (point -1).
     enum class Edit
     {
         Cell,
         Drag,
         Sort,
-        Setting
+        Setting,
+        Paste,
+        // Degrees added, a value set or angles interpolated over the selected cells.
+        Operation
     };
     virtual void onEdited(Edit edit, int point) = 0;
 };

@@ -4,15 +4,22 @@
 #include "editor/iprofileeditormain.h"
 #include "profile/mapvalidation.h"
 #include "profile/profile.h"
+#include "shell/iuserprompts.h"
 
 #include "ui_tableform.h"
 
+#include <QAction>
+#include <QClipboard>
 #include <QEvent>
+#include <QKeyEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QRegularExpression>
 #include <QStandardItemModel>
 #include <QStyle>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -72,6 +79,267 @@ TableForm::TableForm(IProfileEditorMain *editor, QWidget *parent)
         &TableForm::onTableRowChanged);
     connect(m_model, &QStandardItemModel::itemChanged, this, &TableForm::onTableEdited);
     connect(m_ui->toolButtonSort, &QToolButton::clicked, this, &TableForm::onSortButtonClicked);
+    // Return confirms a value and goes on to the next row, as in a spreadsheet.
+    connect(m_ui->tableView->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
+        [this](QWidget *, QAbstractItemDelegate::EndEditHint hint) {
+            const QModelIndex current = m_ui->tableView->currentIndex();
+            if (hint == QAbstractItemDelegate::SubmitModelCache && current.row() + 1 < kMapPointCount)
+                m_ui->tableView->setCurrentIndex(current.sibling(current.row() + 1, current.column()));
+        });
+    createActions();
+}
+
+// The table's own commands, on its keys and in its context menu.
+void TableForm::createActions()
+{
+    QTableView *view = m_ui->tableView;
+    const auto add = [this, view](const QKeySequence &key, void (TableForm::*slot)()) {
+        auto *action = new QAction(view);
+        if (!key.isEmpty()) {
+            action->setShortcut(key);
+            action->setShortcutContext(Qt::WidgetShortcut);
+        }
+        connect(action, &QAction::triggered, this, slot);
+        view->addAction(action);
+        return action;
+    };
+    m_copy = add(QKeySequence::Copy, &TableForm::onCopy);
+    m_paste = add(QKeySequence::Paste, &TableForm::onPaste);
+    // + and - are keys of the angles only (eventFilter): in a speed they start typing as before.
+    m_raise = add(QKeySequence(), &TableForm::onRaise);
+    m_lower = add(QKeySequence(), &TableForm::onLower);
+    view->installEventFilter(this);
+    m_setValue = add(QKeySequence(Qt::CTRL | Qt::Key_E), &TableForm::onSetValue);
+    m_interpolate = add(QKeySequence(Qt::CTRL | Qt::Key_I), &TableForm::onInterpolate);
+    view->setContextMenuPolicy(Qt::ActionsContextMenu);
+    setTexts();
+}
+
+void TableForm::setTexts()
+{
+    m_copy->setText(tr("&Copy"));
+    m_paste->setText(tr("&Paste"));
+    m_raise->setText(tr("&Add one degree") + QLatin1String("\t+"));
+    m_lower->setText(tr("&Subtract one degree") + QLatin1String("\t-"));
+    m_setValue->setText(tr("Set to &value..."));
+    m_interpolate->setText(tr("&Interpolate angles"));
+}
+
+bool TableForm::eventFilter(QObject *watched, QEvent *event)
+{
+    // While a value is typed the keys go to the cell's editor, not to the view.
+    if (watched == m_ui->tableView && event->type() == QEvent::KeyPress
+        && m_ui->tableView->currentIndex().column() == kAngleColumn) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Plus || key == Qt::Key_Minus) {
+            addDegrees(key == Qt::Key_Plus ? 1 : -1);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void TableForm::onCopy()
+{
+    QGuiApplication::clipboard()->setText(selectedText());
+}
+
+void TableForm::onPaste()
+{
+    paste(QGuiApplication::clipboard()->text());
+}
+
+void TableForm::onRaise()
+{
+    addDegrees(1);
+}
+
+void TableForm::onLower()
+{
+    addDegrees(-1);
+}
+
+void TableForm::onSetValue()
+{
+    const QList<int> rows = selectedRows();
+    if (!m_profile || rows.isEmpty())
+        return;
+    const QPair<int, int> columns = selectedColumns();
+    const MapPoint first = m_profile->map().point(rows.first());
+    const bool angles = columns.first == kAngleColumn;
+    const std::optional<int> value = userPrompts().askNumber(this, tr("Set to value"),
+        angles ? tr("Angle for the selected points:") : tr("Value for the selected cells:"),
+        angles ? first.angle : first.rpm, 0, angles ? kMaxAngle : kMaxRpm);
+    if (value)
+        setSelectedCells(*value);
+}
+
+void TableForm::onInterpolate()
+{
+    interpolateSelectedAngles();
+}
+
+QList<int> TableForm::selectedRows() const
+{
+    QList<int> rows;
+    for (const QModelIndex &index : m_ui->tableView->selectionModel()->selectedIndexes()) {
+        if (!rows.contains(index.row()))
+            rows << index.row();
+    }
+    if (rows.isEmpty() && currentRow() >= 0)
+        rows << currentRow();
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+QPair<int, int> TableForm::selectedColumns() const
+{
+    int first = kAngleColumn;
+    int last = kRpmColumn;
+    const QModelIndexList selected = m_ui->tableView->selectionModel()->selectedIndexes();
+    for (const QModelIndex &index : selected) {
+        first = std::min(first, index.column());
+        last = std::max(last, index.column());
+    }
+    if (selected.isEmpty()) {
+        const int column = m_ui->tableView->currentIndex().isValid() ? m_ui->tableView->currentIndex().column()
+                                                                    : kAngleColumn;
+        return {column, column};
+    }
+    return {first, last};
+}
+
+QString TableForm::selectedText() const
+{
+    if (!m_profile)
+        return QString();
+    const QPair<int, int> columns = selectedColumns();
+    QStringList lines;
+    for (const int row : selectedRows()) {
+        const MapPoint point = m_profile->map().point(row);
+        QStringList cells;
+        for (int column = columns.first; column <= columns.second; ++column)
+            cells << QString::number(column == kRpmColumn ? point.rpm : point.angle);
+        lines << cells.join(QLatin1Char('\t'));
+    }
+    return lines.join(QLatin1Char('\n')) + (lines.isEmpty() ? QString() : QStringLiteral("\n"));
+}
+
+bool TableForm::paste(const QString &text)
+{
+    if (!m_profile)
+        return false;
+    // Rows by line, cells by tab, semicolon, comma or blanks, as spreadsheets and editors give
+    // them; empty lines at the end do not count.
+    QStringList lines = QString(text).remove(QLatin1Char('\r')).split(QLatin1Char('\n'));
+    while (!lines.isEmpty() && lines.constLast().trimmed().isEmpty())
+        lines.removeLast();
+    const QModelIndex current = m_ui->tableView->currentIndex();
+    const int firstRow = current.isValid() ? current.row() : 0;
+    const int firstColumn = current.isValid() ? current.column() : kRpmColumn;
+    static const QRegularExpression separators(QStringLiteral("[\\t;,\\s]+"));
+    QList<QList<int>> block;
+    int width = 0;
+    for (const QString &line : lines) {
+        QList<int> values;
+        for (const QString &cell : line.trimmed().split(separators, Qt::SkipEmptyParts)) {
+            bool ok = false;
+            const int value = cell.toInt(&ok, 10);
+            if (!ok) {
+                userPrompts().warn(this, tr("Paste"),
+                    tr("Only whole numbers can be pasted into the map; \"%1\" is not one. Nothing was changed.")
+                        .arg(cell.left(40)),
+                    tr("OK"));
+                return false;
+            }
+            values << value;
+        }
+        width = std::max(width, int(values.size()));
+        block << values;
+    }
+    if (block.isEmpty() || width == 0) {
+        userPrompts().warn(this, tr("Paste"), tr("The clipboard holds no numbers to paste."), tr("OK"));
+        return false;
+    }
+    if (firstRow + block.size() > kMapPointCount || firstColumn + width > 2) {
+        userPrompts().warn(this, tr("Paste"),
+            tr("%1 rows of %2 values do not fit into the map from row %3 on: it has 10 rows of speed "
+               "and angle. Nothing was changed.")
+                .arg(block.size())
+                .arg(width)
+                .arg(firstRow + 1),
+            tr("OK"));
+        return false;
+    }
+    IgnitionMap map = m_profile->map();
+    for (int i = 0; i < block.size(); ++i) {
+        MapPoint point = map.point(firstRow + i);
+        for (int j = 0; j < block[i].size(); ++j) {
+            if (firstColumn + j == kRpmColumn)
+                point.rpm = block[i][j];
+            else
+                point.angle = block[i][j];
+        }
+        map.setPoint(firstRow + i, point.rpm, point.angle);
+    }
+    applyMap(map, int(IProfileEditorMain::Edit::Paste));
+    return true;
+}
+
+void TableForm::addDegrees(int degrees)
+{
+    if (!m_profile)
+        return;
+    IgnitionMap map = m_profile->map();
+    for (const int row : selectedRows())
+        map.setPoint(row, map.point(row).rpm, map.point(row).angle + degrees);
+    applyMap(map, int(IProfileEditorMain::Edit::Operation));
+}
+
+void TableForm::setSelectedCells(int value)
+{
+    if (!m_profile)
+        return;
+    const QPair<int, int> columns = selectedColumns();
+    IgnitionMap map = m_profile->map();
+    for (const int row : selectedRows()) {
+        MapPoint point = map.point(row);
+        if (columns.first == kRpmColumn)
+            point.rpm = value;
+        if (columns.second == kAngleColumn)
+            point.angle = value;
+        map.setPoint(row, point.rpm, point.angle);
+    }
+    applyMap(map, int(IProfileEditorMain::Edit::Operation));
+}
+
+void TableForm::interpolateSelectedAngles()
+{
+    const QList<int> rows = selectedRows();
+    if (!m_profile || rows.size() < 3)
+        return;
+    IgnitionMap map = m_profile->map();
+    const MapPoint first = map.point(rows.first());
+    const MapPoint last = map.point(rows.last());
+    for (int row = rows.first() + 1; row < rows.last(); ++row) {
+        // Over the speeds where they rise, else evenly over the rows.
+        const double share = last.rpm > first.rpm
+            ? double(map.point(row).rpm - first.rpm) / (last.rpm - first.rpm)
+            : double(row - rows.first()) / (rows.last() - rows.first());
+        const int angle = int(std::lround(first.angle + share * (last.angle - first.angle)));
+        map.setPoint(row, map.point(row).rpm, angle);
+    }
+    applyMap(map, int(IProfileEditorMain::Edit::Operation));
+}
+
+// One step for the whole change; a change that changes nothing is none.
+void TableForm::applyMap(const IgnitionMap &map, int editKind)
+{
+    if (map == m_profile->map())
+        return;
+    m_profile->setMap(map);
+    m_editor->onMapChanged(true);
+    m_editor->onEdited(IProfileEditorMain::Edit(editKind), -1);
 }
 
 TableForm::~TableForm()
@@ -214,6 +482,7 @@ void TableForm::retranslate()
 {
     m_ui->retranslateUi(this);
     setHeaderTexts();
+    setTexts();
 }
 
 void TableForm::onTableRowChanged(const QModelIndex &current, const QModelIndex &)

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -77,6 +78,13 @@ public:
             ? suggestedPath
             : QDir(startFolder()).filePath(suggestedPath);
         return remembered(QFileDialog::getSaveFileName(parent, title, start, filter));
+    }
+    std::optional<int> askNumber(
+        QWidget *parent, const QString &title, const QString &label, int value, int minimum, int maximum) override
+    {
+        bool ok = false;
+        const int number = QInputDialog::getInt(parent, title, label, value, minimum, maximum, 1, &ok);
+        return ok ? std::optional<int>(number) : std::nullopt;
     }
     bool choosePrinter(QWidget *parent, QPrinter &printer) override
     {

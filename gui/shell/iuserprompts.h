@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class QPrinter;
 class QWidget;
 
@@ -32,6 +34,10 @@ public:
         = 0;
     virtual QString saveFileName(
         QWidget *parent, const QString &title, const QString &suggestedPath, const QString &filter)
+        = 0;
+    // A whole number between the bounds; nothing when cancelled.
+    virtual std::optional<int> askNumber(
+        QWidget *parent, const QString &title, const QString &label, int value, int minimum, int maximum)
         = 0;
     // The system's print dialog for the printer; false when cancelled.
     virtual bool choosePrinter(QWidget *parent, QPrinter &printer) = 0;

@@ -105,6 +105,7 @@ public:
     QList<Shown> shown;
     QList<int> askAnswers;
     QStringList fileAnswers;
+    QList<int> numberAnswers;
 
     int ask(QWidget *, const QString &title, const QString &text, const QStringList &buttons,
         int defaultButton, int escapeButton) override
@@ -132,6 +133,11 @@ public:
     {
         shown.append({QStringLiteral("save"), title, filter, {suggestedPath}});
         return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
+    }
+    std::optional<int> askNumber(QWidget *, const QString &title, const QString &label, int, int, int) override
+    {
+        shown.append({QStringLiteral("number"), title, label, {}});
+        return numberAnswers.isEmpty() ? std::nullopt : std::optional<int>(numberAnswers.takeFirst());
     }
     // The next file answer is a printer that writes PDF there; none cancels.
     bool choosePrinter(QWidget *, QPrinter &printer) override

@@ -18,6 +18,7 @@
 #include "support/layoutencoder.h"
 #include "support/widgettestmain.h"
 
+#include <QClipboard>
 #include <QDoubleSpinBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -111,6 +112,8 @@ private slots:
     void reset_data();
     void reset();
     void sortButtonFollowsTheMap();
+    void tableWorksLikeASpreadsheet_data();
+    void tableWorksLikeASpreadsheet();
     void textsKeepTheirContrast_data();
     void textsKeepTheirContrast();
     void withoutMouseInEitherLanguage();
@@ -368,6 +371,7 @@ void TestEditorForm::leavingAsksWhileEdited()
     QVERIFY(left.size() == 2 && m_prompts.shown.size() == 1);
 
     perform(QStringLiteral("cell 2 1:15"));
+    QCOMPARE(table()->currentIndex().row(), 3); // Return went on to the next row
     m_editor->onNext();
     QVERIFY(confirmations.size() == 1
         && confirmations.first().map().pointEquals(2, 3000, 15));
@@ -557,6 +561,94 @@ void TestEditorForm::withoutMouseInEitherLanguage()
         QTest::mouseClick(m_hints->findChild<QPushButton *>(QStringLiteral("closeButton")), Qt::LeftButton);
         QVERIFY(!m_hints->isVisible());
     }
+}
+
+void TestEditorForm::tableWorksLikeASpreadsheet_data()
+{
+    QTest::addColumn<QPoint>("from"); // column, row of the first cell
+    QTest::addColumn<QPoint>("extent"); // Shift+Right and Shift+Down presses from there
+    QTest::addColumn<QString>("steps"); // keys, "paste <text>" or "set <value>"
+    QTest::addColumn<QString>("map"); // the angles after it, or the clipboard after a copy
+    QTest::addColumn<QString>("message"); // what a refused paste says
+
+    const QString scooter = "14 16 18 20 26 18 16 14 13 12";
+    QTest::newRow("copy two columns") << QPoint(0, 1) << QPoint(1, 1) << "^C" << "2000\t16\n3000\t18\n" << "";
+    QTest::newRow("paste a spreadsheet's block")
+        << QPoint(0, 2) << QPoint(0, 0) << "paste 3100\t19\r\n4100\t21\r\n"
+        << "14 16 19 21 26 18 16 14 13 12" << "";
+    QTest::newRow("paste angles from a text editor")
+        << QPoint(1, 7) << QPoint(0, 0) << "paste 15\n 14\n13\n\n" << "14 16 18 20 26 18 16 15 14 13" << "";
+    QTest::newRow("paste past the last row") << QPoint(0, 8) << QPoint(0, 0) << "paste 1\n2\n3" << scooter
+                                             << "3 rows of 1 values do not fit into the map from row 9 on: it "
+                                                "has 10 rows of speed and angle. Nothing was changed.";
+    QTest::newRow("paste two columns into the angles")
+        << QPoint(1, 0) << QPoint(0, 0) << "paste 1000;15" << scooter
+        << "1 rows of 2 values do not fit into the map from row 1 on: it has 10 rows of speed and angle. "
+           "Nothing was changed.";
+    QTest::newRow("paste a fraction") << QPoint(1, 0) << QPoint(0, 0) << "paste 12.5" << scooter
+                                      << "Only whole numbers can be pasted into the map; \"12.5\" is not one. "
+                                         "Nothing was changed.";
+    QTest::newRow("plus on three angles") << QPoint(1, 0) << QPoint(0, 2) << "+" << "15 17 19 20 26 18 16 14 13 12"
+                                          << "";
+    QTest::newRow("minus twice on one angle") << QPoint(1, 4) << QPoint(0, 0) << "- -"
+                                              << "14 16 18 20 24 18 16 14 13 12" << "";
+    QTest::newRow("minus on a speed starts typing it") << QPoint(0, 4) << QPoint(0, 0) << "-" << scooter << "";
+    QTest::newRow("set two angles") << QPoint(1, 3) << QPoint(0, 1) << "set 22" << "14 16 18 22 22 18 16 14 13 12"
+                                    << "";
+    // From 20 at 4000 rpm to 16 at 7000 rpm: 18.67 and 17.33, rounded.
+    QTest::newRow("interpolate over the speeds")
+        << QPoint(1, 3) << QPoint(0, 3) << "^I" << "14 16 18 20 19 17 16 14 13 12" << "";
+}
+
+// Ranges are selected with Shift and the arrow keys; each change is one step to undo, and a
+// refused paste says why and changes nothing.
+void TestEditorForm::tableWorksLikeASpreadsheet()
+{
+    QFETCH(QPoint, from);
+    QFETCH(QPoint, extent);
+    QFETCH(QString, steps);
+    QFETCH(QString, map);
+    QFETCH(QString, message);
+    load(scooterTemplate());
+    const auto angles = [this] {
+        QStringList list;
+        for (int i = 0; i < kMapPointCount; ++i)
+            list << QString::number(m_editor->profile().map().point(i).angle);
+        return list.join(' ');
+    };
+    const QString before = angles();
+    clickCell(from.y(), from.x());
+    for (int i = 0; i < extent.x(); ++i)
+        QTest::keyClick(table(), Qt::Key_Right, Qt::ShiftModifier);
+    for (int i = 0; i < extent.y(); ++i)
+        QTest::keyClick(table(), Qt::Key_Down, Qt::ShiftModifier);
+    QGuiApplication::clipboard()->clear();
+    if (steps.startsWith("paste ")) {
+        QGuiApplication::clipboard()->setText(steps.mid(6));
+        QTest::keyClick(table(), Qt::Key_V, Qt::ControlModifier);
+    } else if (steps.startsWith("set ")) {
+        m_prompts.numberAnswers = {steps.mid(4).toInt()};
+        QTest::keyClick(table(), Qt::Key_E, Qt::ControlModifier);
+    } else {
+        for (const QString &key : steps.split(' '))
+            QTest::keyClick(table(), key == "^C" ? Qt::Key_C : key == "^I" ? Qt::Key_I : Qt::Key(key.at(0).unicode()),
+                key.startsWith('^') ? Qt::ControlModifier : Qt::NoModifier);
+    }
+    if (steps == "^C") {
+        QCOMPARE(QGuiApplication::clipboard()->text(), map);
+        return;
+    }
+    QCOMPARE(angles(), map);
+    const int warning = m_prompts.kinds().indexOf("warn");
+    QCOMPARE(warning < 0 ? QString() : m_prompts.shown.at(warning).text, message);
+    if (steps.startsWith("paste 3100"))
+        QCOMPARE(m_editor->profile().map().point(3).rpm, 4100);
+    // One step per key, or for the whole paste or setting.
+    const int keys = steps.startsWith("paste") || steps.startsWith("set") ? 1 : int(steps.count(' ') + 1);
+    QCOMPARE(m_editor->history().count(), map == before ? 0 : keys);
+    while (m_editor->history().canUndo())
+        m_editor->history().undo();
+    QCOMPARE(angles(), before);
 }
 
 void TestEditorForm::textsKeepTheirContrast_data()
