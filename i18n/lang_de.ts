@@ -853,6 +853,14 @@
         <source>Graph</source>
         <translation>Diagramm</translation>
     </message>
+    <message>
+        <source>Graph of the ignition map</source>
+        <translation>Diagramm des Zündkennfelds</translation>
+    </message>
+    <message>
+        <source>%1 rpm, %2°</source>
+        <translation>%1 U/min, %2°</translation>
+    </message>
 </context>
 <context>
     <name>HintDialog</name>

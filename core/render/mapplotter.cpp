@@ -145,7 +145,7 @@ void MapPlotter::fitAxes(float rpmMaximum, float angleMaximum)
     m_y.setUp(0.0f, angleMaximum, m, float(m_height) - m, true);
 }
 
-MapPoint MapPlotter::dragTarget(QPoint pixel, const SensorCoefficients &coefficients) const
+MapPoint MapPlotter::dragTarget(QPoint pixel, const SensorCoefficients &coefficients, std::optional<int> keptRpm) const
 {
     constexpr int kSnap = 50;
     const int raw = m_x.toValue(pixel.x());
@@ -153,7 +153,7 @@ MapPoint MapPlotter::dragTarget(QPoint pixel, const SensorCoefficients &coeffici
     int rpm = raw / kSnap * kSnap;
     if (raw % kSnap > kSnap / 2)
         rpm += kSnap;
-    rpm = std::clamp(rpm, 0, kMaxRpm);
+    rpm = keptRpm ? *keptRpm : std::clamp(rpm, 0, kMaxRpm);
     // The ceiling first, then zero: where the curve lies below the margin the point rests on 0.
     const int angle = std::max(std::min(m_y.toValue(pixel.y()), angleCeiling(coefficients, rpm)), 0);
     return {rpm, angle};

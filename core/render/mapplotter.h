@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <array>
+#include <optional>
 #include <vector>
 
 class QPainter;
@@ -69,7 +70,9 @@ public:
     // up to 25 rounds down) and held within 0..20000, the angle held under the ceiling of that
     // speed and at least 0. Speeds keep no order and 49 degrees is no limit here; the checker
     // flags such points.
-    MapPoint dragTarget(QPoint pixel, const SensorCoefficients &coefficients) const;
+    // A kept speed stays as it is, whatever the pixel's column: a drag straight up or down.
+    MapPoint dragTarget(
+        QPoint pixel, const SensorCoefficients &coefficients, std::optional<int> keptRpm = std::nullopt) const;
 
     // Sixteen colours; the line styles shift once the colours come round again, so that the
     // first 64 profiles each look different.

@@ -83,13 +83,13 @@ EditorForm::EditorForm(
 EditorForm::~EditorForm() = default;
 
 // Tab walks the page as it reads: the name and Rename, the tabs, the map table and its sort
-// button (while shown), the map's hint button, then each setting followed by its own hint button.
+// button (while shown), the graph, the map's hint button, then each setting followed by its own hint button.
 void EditorForm::setTabOrderAsSeen()
 {
     QWidget *chain[] = {m_nameForm->findChild<QWidget *>(QStringLiteral("lineEditName")),
         m_nameForm->findChild<QWidget *>(QStringLiteral("pushButtonRename")), m_ui->tabWidget,
         m_tableForm->findChild<QWidget *>(QStringLiteral("tableView")),
-        m_tableForm->findChild<QWidget *>(QStringLiteral("toolButtonSort")), m_ui->hintButtonMap,
+        m_tableForm->findChild<QWidget *>(QStringLiteral("toolButtonSort")), m_graphForm, m_ui->hintButtonMap,
         m_flagsForm->findChild<QWidget *>(QStringLiteral("spinBoxIgnitionVoltage"))};
     for (size_t i = 1; i < std::size(chain); ++i) {
         if (chain[i - 1] && chain[i])

@@ -2,13 +2,18 @@
 
 #include "editor/chintlabel.h"
 #include "editor/iprofileeditormain.h"
+#include "profile/mapvalidation.h"
 #include "profile/profile.h"
 #include "render/mapplotter.h"
 
 #include "ui_graphform.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+
+#include <algorithm>
+#include <cstdlib>
 
 GraphForm::GraphForm(IProfileEditorMain *editor, QWidget *parent)
     : QWidget(parent)
@@ -18,6 +23,11 @@ GraphForm::GraphForm(IProfileEditorMain *editor, QWidget *parent)
 {
     m_ui->setupUi(this);
     installEventFilter(this);
+    // The pointer's speed and angle show while it moves, pressed or not; the arrow keys move the
+    // selected point once the graph has the focus.
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(tr("Graph of the ignition map"));
 }
 
 GraphForm::~GraphForm() = default;
@@ -67,11 +77,23 @@ bool GraphForm::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::MouseButtonPress:
         press(static_cast<QMouseEvent *>(event)->localPos().toPoint());
+        // After the table took the selection: the arrow keys work on the graph pressed last.
+        setFocus(Qt::MouseFocusReason);
         return true;
     case QEvent::MouseMove:
+        m_pointer = static_cast<QMouseEvent *>(event)->localPos().toPoint();
         if (m_dragging && m_selected >= 0)
-            dragTo(static_cast<QMouseEvent *>(event)->localPos().toPoint());
+            dragTo(*m_pointer);
+        update();
         return true;
+    case QEvent::Leave:
+        m_pointer.reset();
+        update();
+        break;
+    case QEvent::KeyPress:
+        if (moveSelectedPoint(static_cast<QKeyEvent *>(event)->key()))
+            return true;
+        break;
     case QEvent::MouseButtonRelease:
         finishDrag();
         return true;
@@ -82,6 +104,7 @@ bool GraphForm::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::LanguageChange:
         // "Angle", "RPM" and "Invalid" in the new language; the axes stay.
+        setAccessibleName(tr("Graph of the ignition map"));
         redraw(false);
         update();
         break;
@@ -102,13 +125,21 @@ void GraphForm::press(const QPoint &position)
         return;
     m_editor->onPointSelected(nearest, false);
     m_dragging = true;
+    m_pressPixel = position;
+    m_pressRpm = m_profile->map().point(nearest).rpm;
+    m_sideways = false;
 }
 
 void GraphForm::dragTo(const QPoint &position)
 {
     if (!m_profile || m_selected >= kMapPointCount)
         return;
-    const MapPoint target = m_plotter->dragTarget(position, m_profile->sensorCoefficients());
+    // A hand moving a point up or down wavers a few pixels; the speed follows only a clear move
+    // sideways, and then for the rest of the drag.
+    constexpr int kSidewaysPixels = 12;
+    m_sideways = m_sideways || std::abs(position.x() - m_pressPixel.x()) > kSidewaysPixels;
+    const MapPoint target = m_plotter->dragTarget(position, m_profile->sensorCoefficients(),
+        m_sideways ? std::nullopt : std::optional<int>(m_pressRpm));
     if (m_profile->map().pointEquals(m_selected, target.rpm, target.angle))
         return;
     IgnitionMap map = m_profile->map();
@@ -129,11 +160,59 @@ void GraphForm::finishDrag()
     repaint();
 }
 
+bool GraphForm::moveSelectedPoint(int key)
+{
+    if (!m_profile || m_selected < 0 || m_selected >= kMapPointCount)
+        return false;
+    constexpr int kRpmStep = 50; // as a drag snaps
+    const MapPoint point = m_profile->map().point(m_selected);
+    int rpm = point.rpm;
+    int angle = point.angle;
+    switch (key) {
+    case Qt::Key_Up:
+        ++angle;
+        break;
+    case Qt::Key_Down:
+        --angle;
+        break;
+    case Qt::Key_Left:
+        rpm -= kRpmStep;
+        break;
+    case Qt::Key_Right:
+        rpm += kRpmStep;
+        break;
+    default:
+        return false;
+    }
+    // Held as a drag holds it: speeds within their bounds, angles under the ceiling and above 0.
+    rpm = std::clamp(rpm, 0, kMaxRpm);
+    angle = std::max(std::min(angle, angleCeiling(m_profile->sensorCoefficients(), rpm)), 0);
+    if (rpm == point.rpm && angle == point.angle)
+        return true;
+    IgnitionMap map = m_profile->map();
+    map.setPoint(m_selected, rpm, angle);
+    m_profile->setMap(map);
+    m_editor->onMapChanged(false);
+    m_editor->onEdited(IProfileEditorMain::Edit::Drag, m_selected);
+    return true;
+}
+
 void GraphForm::paintEvent(QPaintEvent *event)
 {
     if (m_profile && !m_plotter->image().isNull()) {
         QPainter painter(this);
         painter.drawImage(0, 0, m_plotter->image());
+        // The speed and angle under the pointer, in the top right corner.
+        if (m_pointer && rect().contains(*m_pointer)) {
+            const QString where = tr("%1 rpm, %2°")
+                                      .arg(std::max(m_plotter->xAxis().toValue(m_pointer->x()), 0))
+                                      .arg(std::max(m_plotter->yAxis().toValue(m_pointer->y()), 0));
+            const QRect box = painter.fontMetrics().boundingRect(where).adjusted(-4, -2, 4, 2);
+            const QRect placed = box.translated(width() - box.width() - 8 - box.left(), 24 - box.top());
+            painter.fillRect(placed, palette().color(QPalette::ToolTipBase));
+            painter.setPen(palette().color(QPalette::ToolTipText));
+            painter.drawText(placed, Qt::AlignCenter, where);
+        }
         return;
     }
     QWidget::paintEvent(event);

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class CHintLabel;
 class IProfileEditorMain;
@@ -44,6 +45,8 @@ private:
     void press(const QPoint &position);
     void dragTo(const QPoint &position);
     void finishDrag();
+    // The arrow keys: a degree up or down, a speed step left or right.
+    bool moveSelectedPoint(int key);
     void centreHintLabel();
 
     std::unique_ptr<Ui::GraphForm> m_ui;
@@ -53,5 +56,12 @@ private:
     int m_selected = -1;
     bool m_dragging = false;
     bool m_moved = false;
+    // Where the press was, and the pressed point's speed, which a drag keeps until the pointer
+    // clearly moves sideways.
+    QPoint m_pressPixel;
+    int m_pressRpm = 0;
+    bool m_sideways = false;
+    // The pointer over the graph, whose speed and angle are shown; none while it is outside.
+    std::optional<QPoint> m_pointer;
     CHintLabel *m_hintLabel = nullptr;
 };

@@ -168,7 +168,7 @@ void TestKeyboard::tabWalksTheEditorAsItReads()
     QVERIFY(program.ready());
     program.window().showEditor(program.firstTemplate());
     program.child("lineEditName")->setFocus();
-    const QStringList expected {"pushButtonRename", "qt_tabwidget_tabbar", "tableView", "hintButtonMap",
+    const QStringList expected {"pushButtonRename", "qt_tabwidget_tabbar", "tableView", "GraphForm", "hintButtonMap",
         "spinBoxIgnitionVoltage", "hintButtonVoltage", "checkBoxSideStand", "radioButtonGroundEnables",
         "hintButtonSideStand", "doubleSpinBoxHall", "hintButtonSensorAdvance", "backButton", "nextButton",
         "lineEditName"};

@@ -108,6 +108,7 @@ private slots:
     void leavingAsksWhileEdited();
     void pressAndDrag_data();
     void pressAndDrag();
+    void arrowKeysMoveThePoint();
     void sensorAdvanceMovesTheForbiddenRegion();
     void reset_data();
     void reset();
@@ -396,6 +397,8 @@ void TestEditorForm::pressAndDrag_data()
         << far << high << 8000 << 20.0 << false << QPoint(8200, 23);
     // Dragged speeds snap to 50 rpm: aiming at 6010 rpm lands within a pixel's 29 rpm of it and
     // gives 6000.
+    // A drag up or down wavering a few pixels sideways keeps the speed.
+    QTest::newRow("a small waver keeps the speed") << kSpreadMap << high << 8200 << 15.0 << true << QPoint(8000, 15);
     QTest::newRow("left of the axis gives 0 rpm")
         << kSpreadMap << high << -3000 << 20.0 << true << QPoint(0, 20);
     QTest::newRow("below the speed axis gives 0 degrees")
@@ -426,6 +429,21 @@ void TestEditorForm::pressAndDrag()
     QCOMPARE(m_editor->profile().isModified(), result != points[4]);
     clickCell(7, 1);
     QCOMPARE(graph()->selectedIndex(), 7);
+}
+
+// With the focus in the graph the arrow keys move the selected point, a degree or a speed step
+// at a time, held under the ceiling as a drag is; each key is a step to undo.
+void TestEditorForm::arrowKeysMoveThePoint()
+{
+    load(scooterTemplate()); // point 5 at 5000 rpm and 26 degrees, under a ceiling of 28
+    drag(graphPixel(5000, 26), graphPixel(5000, 26));
+    QCOMPARE(graph()->selectedIndex(), 4);
+    QCOMPARE(QApplication::focusWidget(), graph());
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Right, Qt::Key_Right, Qt::Key_Left})
+        QTest::keyClick(graph(), key);
+    const MapPoint moved = m_editor->profile().map().point(4);
+    QCOMPARE(QPoint(moved.rpm, moved.angle), QPoint(5050, 28));
+    QCOMPARE(m_editor->history().count(), 5); // the third Up met the ceiling
 }
 
 // Lowering the sensor advance from 30 to 20 degrees lowers the ceiling from 28 to 18 at once:
