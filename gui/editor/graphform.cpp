@@ -66,11 +66,11 @@ bool GraphForm::eventFilter(QObject *watched, QEvent *event)
 
     switch (event->type()) {
     case QEvent::MouseButtonPress:
-        press(static_cast<QMouseEvent *>(event)->localPos().toPoint());
+        press(static_cast<QMouseEvent *>(event)->pos());
         return true;
     case QEvent::MouseMove:
         if (m_dragging && m_selected >= 0)
-            dragTo(static_cast<QMouseEvent *>(event)->localPos().toPoint());
+            dragTo(static_cast<QMouseEvent *>(event)->pos());
         return true;
     case QEvent::MouseButtonRelease:
         finishDrag();
