@@ -2,6 +2,7 @@
 
 #include "data/cdataholder.h"
 #include "data/cfilemanifest.h"
+#include "device/cbridgewatch.h"
 #include "device/cdeviceflow.h"
 #include "device/serialports.h"
 #include "devicepages/devicesform.h"
@@ -11,12 +12,14 @@
 #include "dialogs/cupdater.h"
 #include "dialogs/cweblinks.h"
 #include "editor/editorform.h"
+#include "profile/mapvalidation.h"
 #include "profile/profilefile.h"
 #include "profile/recentprofiles.h"
-#include "profile/safefilewriter.h"
 #include "profile/suggestedfilename.h"
 #include "render/summarysheet.h"
+#include "shell/cbrowserwidget.h"
 #include "shell/clanguagemenu.h"
+#include "shell/cprofilefiles.h"
 #include "shell/iuserprompts.h"
 #include "start/wizardform.h"
 #include "summary/customform.h"
@@ -31,6 +34,7 @@
 #include <QLocale>
 #include <QPainter>
 #include <QScreen>
+#include <QStatusBar>
 #include <QStyle>
 #include <QThread>
 #include <QTimer>
@@ -40,6 +44,7 @@
 namespace {
 
 const char kOrganizationFallback[] = "sparkwright.example";
+const int kSavedMessageMs = 8000;
 
 } // namespace
 
@@ -62,9 +67,21 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
 
     // The content area owns the pages from here on; only the page shown is visible.
     m_ui->contentLayout->addWidget(wizard.release());
-    m_wizard->setBrowserMain(this);
+    // The start page's choices.
+    connect(m_wizard, &WizardForm::buttonsChanged, this, &MainWindow::setButtons);
+    connect(m_wizard, &WizardForm::promptChanged, this, &MainWindow::refreshPrompt);
+    connect(m_wizard, &WizardForm::editorRequested, this, &MainWindow::openInEditor);
+    connect(m_wizard, &WizardForm::programmingRequested, this, &MainWindow::confirmProgramming);
+    connect(m_wizard, &WizardForm::openFileRequested, this, &MainWindow::onOpenProfileMenu);
+    connect(m_wizard, &WizardForm::programFileRequested, this, &MainWindow::programProfileFile);
+    connect(m_wizard, &WizardForm::recentProfileRequested, this, &MainWindow::openProfileFile);
+    connect(m_wizard, &WizardForm::continueEditingRequested, this, &MainWindow::continueEditing);
+    connect(m_wizard, &WizardForm::programEditedRequested, this, &MainWindow::programEditedProfile);
+    connect(m_wizard, &WizardForm::connectionTestRequested, this, &MainWindow::requestConnectionTest);
+    connect(m_wizard, &WizardForm::importRequested, this, &MainWindow::requestImport);
     m_portLister = std::make_unique<CSystemPortLister>();
     m_waitForm = new WaitForm();
+    m_waitForm->setLibrary(data.library());
     m_devicesForm = new DevicesForm(*m_portLister);
     m_ui->contentLayout->addWidget(m_waitForm);
     m_ui->contentLayout->addWidget(m_devicesForm);
@@ -76,6 +93,10 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_device.get(), &CDeviceFlow::finished, m_waitForm, &WaitForm::showResult);
     connect(m_device.get(), &CDeviceFlow::copyNotKept, m_waitForm, &WaitForm::showCopyNotKept);
     connect(m_device.get(), &CDeviceFlow::refused, m_waitForm, &WaitForm::showRefusal);
+    connect(m_device.get(), &CDeviceFlow::recorded, m_waitForm, &WaitForm::showTranscript);
+    connect(m_device.get(), &CDeviceFlow::busyChanged, &m_wizard->bridgeWatch(),
+        &CBridgeWatch::setExchangeRunning);
+    connect(m_device.get(), &CDeviceFlow::finished, &m_wizard->bridgeWatch(), &CBridgeWatch::noteResult);
     connect(m_waitForm, &WaitForm::backRequested, m_device.get(), &CDeviceFlow::back);
     connect(m_waitForm, &WaitForm::nextRequested, m_device.get(), &CDeviceFlow::next);
     connect(m_waitForm, &WaitForm::retryRequested, m_device.get(), &CDeviceFlow::retry);
@@ -88,6 +109,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_device.get(), &CDeviceFlow::importedProfileReady, this, &MainWindow::openImportedProfile);
     connect(m_device.get(), &CDeviceFlow::busyChanged, this, &MainWindow::setDeviceBusy);
     connect(m_device.get(), &CDeviceFlow::finished, this, &MainWindow::onTransactionFinished);
+    connect(m_device.get(), &CDeviceFlow::programmingPreviewReady, this, &MainWindow::onProgrammingPreview);
     switchTo(nullptr);
 
     connect(m_ui->backButton, &QPushButton::clicked, this, &MainWindow::onBackButton);
@@ -96,6 +118,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_ui->actionExit, &QAction::triggered, this, &MainWindow::onExitMenu);
     connect(m_ui->actionNew, &QAction::triggered, this, &MainWindow::onNewProfileMenu);
     connect(m_ui->actionOpen, &QAction::triggered, this, &MainWindow::onOpenProfileMenu);
+    connect(m_ui->actionSave, &QAction::triggered, this, &MainWindow::onSaveProfileMenu);
     connect(m_ui->actionSaveAs, &QAction::triggered, this, &MainWindow::onSaveProfileAsMenu);
     connect(m_ui->actionReset, &QAction::triggered, this, &MainWindow::onResetMenu);
     connect(m_ui->menuRecent, &QMenu::aboutToShow, this, &MainWindow::onRecentMenu);
@@ -117,6 +140,12 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_ui->actionVisitUs, &QAction::triggered, this, &MainWindow::onVisitUs);
     connect(m_ui->actionContactUs, &QAction::triggered, this, &MainWindow::onContactUs);
 
+    // The status bar shows only while it has something to say, so that the pages keep their
+    // room in a small window.
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->hide();
+    connect(statusBar(), &QStatusBar::messageChanged, statusBar(),
+        [this](const QString &message) { statusBar()->setVisible(!message.isEmpty()); });
     setFixedTexts();
     paintBanner();
     placeOnScreen();
@@ -138,10 +167,13 @@ EditorForm &MainWindow::editor()
         m_editor = m_laterPages.editor().release(); // owned by the content area
         m_ui->contentLayout->addWidget(m_editor);
         m_editor->setActive(false);
-        m_editor->setBrowserMain(this);
+        connect(m_editor, &EditorForm::leaveRequested, this, &MainWindow::showStart);
+        connect(m_editor, &EditorForm::programmingRequested, this, &MainWindow::showProgrammingConfirmation);
         connect(m_ui->actionUndo, &QAction::triggered, &m_editor->history(), &QUndoStack::undo);
         connect(m_ui->actionRedo, &QAction::triggered, &m_editor->history(), &QUndoStack::redo);
         connect(&m_editor->history(), &QUndoStack::indexChanged, this, &MainWindow::updateUndoActions);
+        connect(&m_editor->history(), &QUndoStack::indexChanged, this, &MainWindow::updateTitle);
+        connect(m_editor, &EditorForm::saved, this, &MainWindow::onProfileSaved);
     }
     return *m_editor;
 }
@@ -152,7 +184,6 @@ CustomForm &MainWindow::confirmation()
         m_confirmation = m_laterPages.confirmation().release(); // owned by the content area
         m_ui->contentLayout->addWidget(m_confirmation);
         m_confirmation->setActive(false);
-        m_confirmation->setBrowserMain(this);
         connect(m_confirmation, &CustomForm::backRequested, this, &MainWindow::onConfirmationBack);
         connect(m_confirmation, &CustomForm::nextRequested, this, &MainWindow::onConfirmationNext);
     }
@@ -255,11 +286,14 @@ void MainWindow::updateUndoActions()
 
 void MainWindow::switchTo(QWidget *target)
 {
-    setNextEnabled(true);
+    // Between pages Next is enabled again; the page being prepared may then disable it.
+    if (!target)
+        setNextEnabled(true);
     const bool editing = target && target == m_editor;
     if (editing)
         m_ui->exitButton->hide();
-    for (QAction *action : {m_ui->actionSaveAs, m_ui->actionReset, m_ui->actionExport, m_ui->actionPrint})
+    for (QAction *action :
+        {m_ui->actionSave, m_ui->actionSaveAs, m_ui->actionReset, m_ui->actionExport, m_ui->actionPrint})
         action->setEnabled(editing);
     m_wizard->setActive(target == m_wizard);
     if (m_editor)
@@ -269,12 +303,12 @@ void MainWindow::switchTo(QWidget *target)
     m_waitForm->setActive(target == m_waitForm);
     m_devicesForm->setActive(target == m_devicesForm);
     updateUndoActions();
+    updateTitle();
     m_ui->promptLabel->setText(target ? target->statusTip() : QString());
 }
 
 void MainWindow::resetFrame()
 {
-    setWindowTitle(QStringLiteral("Sparkwright"));
     m_ui->nextButton->setToolTip(QString());
     m_ui->imageColumn->show();
     m_ui->leftBorderFrame->show();
@@ -295,7 +329,10 @@ void MainWindow::showPage(QWidget *target, CBrowserWidget *page, const std::func
 
 void MainWindow::showStartPage(const std::function<void()> &chooseView)
 {
-    showPage(m_wizard, m_wizard, chooseView);
+    showPage(m_wizard, m_wizard, [this, &chooseView] {
+        m_wizard->setEditedProfileName(editedProfileName());
+        chooseView();
+    });
 }
 
 void MainWindow::showStart()
@@ -309,11 +346,11 @@ void MainWindow::prepareEditorFrame()
     setButtonState(false, true, true, true, tr("&Next"), tr("Program the CDI with this profile"));
 }
 
-void MainWindow::showEditor(const Profile &profile)
+void MainWindow::showEditor(const Profile &profile, const QString &filePath)
 {
     EditorForm &page = editor();
-    showPage(&page, &page, [this, &page, &profile] {
-        page.setProfile(profile);
+    showPage(&page, &page, [this, &page, &profile, &filePath] {
+        page.setProfile(profile, filePath);
         prepareEditorFrame();
     });
 }
@@ -325,10 +362,12 @@ void MainWindow::continueEditing()
     showPage(m_editor, m_editor, [this] { prepareEditorFrame(); });
 }
 
+// A profile whose map the CDI would refuse cannot go further; the page says why.
 void MainWindow::prepareConfirmationFrame()
 {
     confirmation().setStatusTip(tr("Please confirm programming the CDI with this profile."));
-    setButtonState(true, true, true, true, tr("Program the &CDI"), QString());
+    const bool valid = !validate(confirmation().profile()).hasErrors();
+    setButtonState(true, true, true, valid, tr("Program the &CDI"), QString());
 }
 
 void MainWindow::showProgrammingConfirmation(const Profile &profile)
@@ -382,9 +421,17 @@ bool MainWindow::mayLeaveEditor()
     return !m_editor || m_editor->confirmDiscard();
 }
 
-const Profile *MainWindow::editedProfile() const
+std::optional<QString> MainWindow::editedProfileName() const
 {
-    return m_editor && m_editor->hasProfile() ? &m_editor->profile() : nullptr;
+    if (m_editor && m_editor->hasProfile())
+        return m_editor->profile().name();
+    return std::nullopt;
+}
+
+void MainWindow::setButtons(const PageButtons &buttons)
+{
+    setButtonState(buttons.exitVisible, buttons.backVisible, buttons.nextVisible, buttons.nextEnabled,
+        buttons.nextText, buttons.nextToolTip);
 }
 
 void MainWindow::onBackButton()
@@ -401,13 +448,33 @@ void MainWindow::onNextButton()
 
 // ---- device requests ----
 
-// The last question before programming: whether the CDI may give the profile back. Cancel
-// sends nothing.
+// Before programming the CDI is read, so that the last question can show what programming
+// changes (onProgrammingPreview).
 void MainWindow::confirmProgramming(const Profile &profile)
 {
-    m_writeConfirmation->setProfile(profile);
+    rememberDeviceWayBack();
+    m_device->prepareProgramming(profile);
+}
+
+// The last question before programming: what changes, and whether the CDI may give the profile
+// back. Cancel sends nothing more.
+void MainWindow::onProgrammingPreview(const ProgrammingPreview &preview)
+{
+    if (m_quitWhenIdle) {
+        m_quitWhenIdle = false;
+        m_device->setReadBack(true);
+        m_device->cancelProgramming();
+        QTimer::singleShot(0, this, &MainWindow::onExitMenu);
+        return;
+    }
+    m_waitForm->showConfirmationPending();
+    setWaitPrompt();
+    refreshPrompt();
+    m_writeConfirmation->setPreview(preview, m_data.library());
     if (m_writeConfirmation->exec() == QDialog::Accepted)
-        requestProgramming(profile, m_writeConfirmation->allowReimport());
+        m_device->confirmProgramming(m_writeConfirmation->allowReimport());
+    else
+        m_device->cancelProgramming();
 }
 
 // The device pages return to where the action was chosen, unless it was chosen on them (a retry
@@ -478,6 +545,7 @@ void MainWindow::onTransactionFinished()
 {
     if (m_quitWhenIdle) {
         m_quitWhenIdle = false;
+        m_device->setReadBack(true);
         // After the result was handled, as if the user had chosen Exit now.
         QTimer::singleShot(0, this, &MainWindow::onExitMenu);
     }
@@ -528,9 +596,9 @@ void MainWindow::onProgrammedProfilesMenu()
 {
     const QString folder = m_device->programmedFolder();
     QDir().mkpath(folder);
-    const QString path = userPrompts().openFileName(this, tr("Programmed profiles"), profileFilter(), folder);
+    const QString path = userPrompts().openFileName(this, tr("Programmed profiles"), CProfileFiles::filter(), folder);
     if (!path.isEmpty())
-        openRecentProfile(path);
+        openProfileFile(path);
 }
 
 // ---- menus ----
@@ -549,6 +617,8 @@ bool MainWindow::deferQuitWhileBusy()
     if (!m_device->isBusy())
         return false;
     m_quitWhenIdle = true;
+    // Nobody stays to see a read back: the programming ends with its echo.
+    m_device->setReadBack(false);
     m_waitForm->setStatusTip(tr("Sparkwright closes as soon as the exchange with your CDI has ended."));
     refreshPrompt();
     return true;
@@ -591,31 +661,45 @@ void MainWindow::onRecentMenu()
         text = number + text.replace(QLatin1Char('&'), QLatin1String("&&"));
         const QString path = entry.path;
         connect(m_ui->menuRecent->addAction(text), &QAction::triggered, this,
-            [this, path] { openRecentProfile(path); });
+            [this, path] { openProfileFile(path); });
     }
     if (entries.isEmpty())
         m_ui->menuRecent->addAction(tr("No recent profiles"))->setEnabled(false);
 }
 
-void MainWindow::openRecentProfile(const QString &path)
+void MainWindow::openInEditor(const Profile &profile)
 {
-    if (!mayLeaveEditor())
-        return;
-    const tl::expected<Profile, FileError> profile = readProfileFile(path);
-    if (!profile) {
-        userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
-        return;
-    }
-    CRecentProfiles().add(path, profile->name());
-    showEditor(*profile);
+    if (mayLeaveEditor())
+        showEditor(profile);
 }
 
-void MainWindow::onOpenProfileMenu()
+void MainWindow::openProfileFile(const QString &path)
 {
     if (!mayLeaveEditor())
         return;
-    if (const std::optional<Profile> profile = readProfileFromFile())
-        showEditor(*profile);
+    if (const std::optional<Profile> profile = CProfileFiles::load(this, path))
+        showEditor(*profile, path);
+}
+
+// The question about unsaved changes comes once a file was chosen: a cancelled dialog changes
+// nothing.
+void MainWindow::onOpenProfileMenu()
+{
+    const QString path = CProfileFiles::chooseToOpen(this);
+    if (!path.isEmpty())
+        openProfileFile(path);
+}
+
+void MainWindow::programProfileFile()
+{
+    if (const std::optional<Profile> profile = CProfileFiles::open(this))
+        showProgrammingConfirmation(*profile);
+}
+
+void MainWindow::programEditedProfile()
+{
+    if (m_editor && m_editor->hasProfile())
+        showProgrammingConfirmation(m_editor->profile());
 }
 
 // The reset asks its own question, naming the template; a second question about unsaved
@@ -704,71 +788,63 @@ void MainWindow::onContactUs()
 
 // ---- files ----
 
-QString MainWindow::profileFilter() const
+void MainWindow::onSaveProfileMenu()
 {
-    return tr("CDI profiles") + QLatin1String(" (*.cdi)");
-}
-
-std::optional<Profile> MainWindow::readProfileFromFile()
-{
-    const QString path = userPrompts().openFileName(this, tr("Open CDI profile"), profileFilter());
-    if (path.isEmpty())
-        return std::nullopt;
-    const tl::expected<Profile, FileError> profile = readProfileFile(path);
-    if (!profile) {
-        userPrompts().warn(this, tr("Open CDI profile"), tr("CDI profile could not be loaded."), tr("OK"));
-        return std::nullopt;
-    }
-    CRecentProfiles().add(path, profile->name());
-    return *profile;
-}
-
-// Save as and Print PDF: the file is written completely beside the target and only then takes
-// its place, so a failure never costs the file that was there before.
-void MainWindow::writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
-    const QString &failureHeading, const std::function<QByteArray()> &bytes,
-    const std::function<void(const QString &path)> &onSuccess)
-{
-    if (m_currentWidget != m_editor)
-        return;
-    const QString suggested = suggestedFileName(m_editor->profile().name(), tr("profile")) + extension;
-    const QString path = userPrompts().saveFileName(this, title, suggested, fileFilter);
-    if (path.isEmpty())
-        return;
-    const QByteArray content = bytes();
-    const tl::expected<void, FileError> written = content.isEmpty()
-        ? tl::make_unexpected(FileError {FileError::Kind::WriteFailed, QString()})
-        : writeFileSafely(path, content);
-    if (!written) {
-        userPrompts().warn(
-            this, title, failureHeading + QLatin1String(":\n\n") + fileErrorText(written.error()), tr("OK"));
-        return;
-    }
-    onSuccess(path);
+    if (isShown(m_editor))
+        m_editor->save();
 }
 
 void MainWindow::onSaveProfileAsMenu()
 {
-    writeEditedProfile(
-        tr("Save CDI profile"), profileFilter(), QStringLiteral(".cdi"), tr("Saving profile failed"),
-        [this] { return profileFileBytes(m_editor->profile()); },
-        [this](const QString &path) {
-            m_editor->markSaved();
-            CRecentProfiles().add(path, m_editor->profile().name());
-        });
+    if (isShown(m_editor))
+        m_editor->saveAs();
 }
 
+void MainWindow::onProfileSaved(const QString &path)
+{
+    updateTitle();
+    statusBar()->showMessage(tr("Saved to %1").arg(QDir::toNativeSeparators(path)), kSavedMessageMs);
+}
+
+// The sheet is written completely beside the target before it takes its place, as a profile is.
 void MainWindow::onPrintMenu()
 {
-    writeEditedProfile(
-        tr("Print PDF"), tr("PDF files") + QLatin1String(" (*.pdf)"), QStringLiteral(".pdf"),
-        tr("Printing PDF failed"),
-        [this] {
-            const qint32 libraryValue = m_data.library() ? m_data.library()->libraryValue() : 0;
-            return summarySheetPdf(
-                m_editor->profile(), summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime()));
-        },
-        [](const QString &) {});
+    if (!isShown(m_editor))
+        return;
+    const QString title = tr("Print PDF");
+    const QString suggested
+        = suggestedFileName(m_editor->profile().name(), tr("profile")) + QLatin1String(".pdf");
+    const QString path
+        = userPrompts().saveFileName(this, title, suggested, tr("PDF files") + QLatin1String(" (*.pdf)"));
+    if (path.isEmpty())
+        return;
+    const qint32 libraryValue = m_data.library() ? m_data.library()->libraryValue() : 0;
+    CProfileFiles::write(this, path, title, tr("Printing PDF failed"),
+        summarySheetPdf(m_editor->profile(), summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime())));
+}
+
+// On the editor the title names the profile and its file, and marks unsaved changes.
+void MainWindow::updateTitle()
+{
+    const bool editing = isShown(m_editor);
+    if (!editing) {
+        setWindowTitle(QStringLiteral("Sparkwright"));
+    } else {
+        const QString file = QFileInfo(m_editor->filePath()).fileName();
+        const QString name = m_editor->profile().name();
+        setWindowTitle(file.isEmpty() ? tr("%1[*] - Sparkwright").arg(name)
+                                      : tr("%1 (%2)[*] - Sparkwright").arg(name, file));
+    }
+    setWindowModified(editing && m_editor->profile().isModified());
+}
+
+// The pages keep their prompts as status tips, which the prompt line shows; the status bar is
+// for messages such as a save's confirmation, not for tips shown while the pointer passes.
+bool MainWindow::event(QEvent *event)
+{
+    if (event->type() == QEvent::StatusTip)
+        return true;
+    return QMainWindow::event(event);
 }
 
 // ---- language ----
@@ -787,6 +863,7 @@ void MainWindow::retranslate(int language)
     m_ui->retranslateUi(this);
     m_devicesForm->retranslate(language);
     updateUndoActions();
+    updateTitle();
     setFixedTexts();
     paintBanner();
     // The start page sets its own texts when it is told; the others are prepared here.

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "shell/ibrowsermain.h"
 #include "shell/itranslatable.h"
 
 #include <QMainWindow>
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class MainWindow;
@@ -14,6 +14,7 @@ class MainWindow;
 class AboutDialog;
 class CBrowserWidget;
 class CDataHolder;
+struct ProgrammingPreview;
 class CLanguageMenu;
 class CustomForm;
 class CDeviceFlow;
@@ -22,12 +23,15 @@ class IPortLister;
 class WaitForm;
 class WriteConfirmationDialog;
 class EditorForm;
+class Profile;
 class WizardForm;
+struct PageButtons;
 
 // The program's one window. It holds every page and shows one of them at a time under a prompt
 // line, with Exit, Back and Next below; Back and Next go to the page shown, which asks back for
-// the next page. It carries the menus and the file commands: open, save as and print to PDF.
-class MainWindow : public QMainWindow, public IBrowserMain, public IBrowserSub, public ITranslatable
+// the next page by its signals. It carries the menus and the file commands: open, save as and
+// print to PDF.
+class MainWindow : public QMainWindow, public ITranslatable
 {
     Q_OBJECT
 
@@ -51,32 +55,24 @@ public:
     // The device actions: finding the port, the exchange, what follows it.
     CDeviceFlow &deviceFlow() { return *m_device; }
 
-    // IBrowserMain
-    void showStart() override;
-    void setButtonState(bool exitVisible, bool backVisible, bool nextVisible, bool nextEnabled,
-        const QString &nextText, const QString &nextToolTip) override;
-    void showEditor(const Profile &profile) override;
-    void showProgrammingConfirmation(const Profile &profile) override;
-    void showPortSelection() override;
-    void showProgress() override;
-    bool mayLeaveEditor() override;
-    void setNextEnabled(bool enabled) override;
-    void requestProgramming(const Profile &profile, bool allowReimport) override;
-    void requestConnectionTest() override;
-    void requestImport() override;
-    void continueEditing() override;
-    const Profile *editedProfile() const override;
-    std::optional<Profile> readProfileFromFile() override;
-    void confirmProgramming(const Profile &profile) override;
-    void refreshPrompt() override;
-    void openRecentProfile(const QString &path) override;
-
-    // IBrowserSub
-    void onTransactionFinished() override;
+    // The pages: the start page with its main choices, the editor with a copy of the profile,
+    // the confirmation before programming the CDI with the profile, and the device pages.
+    void showStart();
+    void showEditor(const Profile &profile, const QString &filePath = QString());
+    void showProgrammingConfirmation(const Profile &profile);
+    void showPortSelection();
+    void showProgress();
+    // Back to the editor with the profile it holds.
+    void continueEditing();
+    // Device requests.
+    void requestProgramming(const Profile &profile, bool allowReimport);
+    void requestConnectionTest();
+    void requestImport();
 
     void retranslate(int language) override;
 
 protected:
+    bool event(QEvent *event) override;
     void changeEvent(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
@@ -87,7 +83,9 @@ private slots:
     void onNewProfileMenu();
     void onOpenProfileMenu();
     void onRecentMenu();
+    void onSaveProfileMenu();
     void onSaveProfileAsMenu();
+    void onProfileSaved(const QString &path);
     void onResetMenu();
     void onUpdateMenu();
     void onAboutMenu();
@@ -103,6 +101,7 @@ private slots:
     void onConfirmationBack();
     void onConfirmationNext();
     void onProgrammedProfilesMenu();
+    void onTransactionFinished();
 
 private:
     bool deferQuitWhileBusy();
@@ -121,14 +120,29 @@ private:
     // The progress page's prompt says whether the exchange still runs.
     void setWaitPrompt();
     void openImportedProfile(const Profile &profile);
+    void onProgrammingPreview(const ProgrammingPreview &preview);
     void setDeviceBusy(bool busy);
-    void writeEditedProfile(const QString &title, const QString &fileFilter, const QString &extension,
-        const QString &failureHeading, const std::function<QByteArray()> &bytes,
-        const std::function<void(const QString &path)> &onSuccess);
+    void updateTitle();
     void setFixedTexts();
     void paintBanner();
     void placeOnScreen();
-    QString profileFilter() const;
+    // Asks the editor whether its profile may be left; true when there is nothing to lose.
+    bool mayLeaveEditor();
+    // The name of the profile the editor holds; nothing while no profile was loaded in this run.
+    std::optional<QString> editedProfileName() const;
+    // A profile chosen on the start page replaces the editor's, after the unsaved-changes question.
+    void openInEditor(const Profile &profile);
+    void openProfileFile(const QString &path);
+    void programProfileFile();
+    void programEditedProfile();
+    // Asks whether the CDI may give the profile back later, then programs it.
+    void confirmProgramming(const Profile &profile);
+    void setButtons(const PageButtons &buttons);
+    void setButtonState(bool exitVisible, bool backVisible, bool nextVisible, bool nextEnabled,
+        const QString &nextText, const QString &nextToolTip);
+    void setNextEnabled(bool enabled);
+    // The current page changed its prompt (its status tip) without a page change.
+    void refreshPrompt();
 
     std::unique_ptr<Ui::MainWindow> m_ui;
     CDataHolder &m_data;

@@ -2,8 +2,10 @@
 
 #include "device/cbridgecomm.h"
 #include "device/ccalibrator.h"
+#include "device/cdeviceflow.h"
 #include "device/cpinger.h"
 #include "device/cvirtualcdi.h"
+#include "device/serialports.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -26,6 +28,17 @@ Profile sampleProfile()
     profile.setSensorCoefficients({40.0, 0.0, 0.0});
     return profile;
 }
+
+// The virtual CDI as the one port there is, so that the flow finds it as the bridge.
+struct OnePort : IPortLister
+{
+    explicit OnePort(const QString &name)
+        : name(name)
+    { }
+    std::vector<SerialPortEntry> ports() const override { return {{name, {}, {}, 0, 0, false, true}}; }
+    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<OnePort>(name); }
+    const QString name;
+};
 
 // One whole exchange with the program's own pacing, from opening the port to the result.
 template<typename Make> void exchange(CBridgeComm &bridge, const QString &port, Make make)
@@ -70,6 +83,28 @@ int main(int argc, char *argv[])
         [&] {
             exchange(
                 bridge, cdi.portName(), [&] { return std::make_unique<CCalibrator>(profile, true, random); });
+        },
+        5);
+    // As the program programs: the exchange, then the read back and the comparison.
+    CDeviceFlow flow(nullptr, OnePort(cdi.portName()));
+    flow.setProgrammedFolder(QString());
+    runBenchmark(
+        "device.programVerified", 1,
+        [&] {
+            ExchangeResult result;
+            QEventLoop loop;
+            const QMetaObject::Connection done = QObject::connect(
+                &flow, &CDeviceFlow::finished, &loop, [&](const ExchangeResult &ended) {
+                    result = ended;
+                    loop.quit();
+                });
+            flow.program(profile, true);
+            loop.exec();
+            QObject::disconnect(done);
+            if (result.readBack != ExchangeResult::ReadBack::Verified) {
+                std::fprintf(stderr, "programming not verified: kind %d\n", int(result.kind));
+                std::exit(1);
+            }
         },
         5);
     return 0;

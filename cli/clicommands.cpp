@@ -3,6 +3,9 @@
 #include "programversion.h"
 
 #include "data/datafiles.h"
+#include "profile/defaultlibrary.h"
+#include "profile/deviceimage.h"
+#include "profile/profilecomparison.h"
 #include "profile/profilefile.h"
 #include "profile/profilejson.h"
 #include "render/mapplotter.h"
@@ -57,6 +60,8 @@ int CliCommands::run(const QStringList &arguments)
         return deviceExchange(verb, rest);
     if (verb == QLatin1String("virtual-cdi"))
         return virtualCdi(rest);
+    if (verb == QLatin1String("diff"))
+        return diff(rest);
 
     const QStringList verbs {QStringLiteral("dump"), QStringLiteral("pack"), QStringLiteral("build-library"),
         QStringLiteral("build-hints"), QStringLiteral("ports")};
@@ -81,12 +86,19 @@ void CliCommands::printHelp()
              "                                     the map as the editor's graph draws it (733x430)\n"
              "  ports                              list the serial ports; 'bridge' marks the one a CDI\n"
              "                                     is looked for on, 'virtual' a virtual CDI\n"
-             "  ping [--port P] [--language en|de] test the connection to the CDI\n"
-             "  import OUT.cdi [--port P] [--language en|de]\n"
+             "  ping [--port P] [--verbose] [--language en|de]\n"
+             "                                     test the connection to the CDI\n"
+             "  import OUT.cdi [--port P] [--verbose] [--language en|de]\n"
              "                                     read the CDI's profile; needs default.cds from the\n"
              "                                     data folder\n"
-             "  program IN.cdi [--port P] [--no-reimport] [--language en|de]\n"
-             "                                     write a profile into the CDI\n"
+             "  program IN.cdi [--port P] [--no-reimport] [--no-verify] [--verbose] [--language en|de]\n"
+             "                                     write a profile into the CDI and read it back to\n"
+             "                                     compare (not with --no-reimport or --no-verify);\n"
+             "                                     --verbose prints the frames sent and received on\n"
+             "                                     the error stream\n"
+             "  diff A.cdi B.cdi [--language en|de]\n"
+             "                                     what writing B into a CDI holding A changes; exit\n"
+             "                                     0 when nothing, 1 when something, 2 on an error\n"
              "  virtual-cdi [--firmware TEXT] [--serial N] [--profile FILE.cdi] [--fault KIND]\n"
              "                                     serve a CDI on a pseudo-terminal until interrupted;\n"
              "                                     prints its path first, then one line per request\n"
@@ -301,4 +313,33 @@ int CliCommands::graph(const QStringList &arguments)
     if (!plotter.image().save(&buffer, "PNG"))
         return fileError(positional.at(1), QStringLiteral("could not encode the image"));
     return writeOutput(positional.at(1), buffer.data());
+}
+
+// Two profiles as a CDI gets them, so names and notes, which it never holds, do not count. Exit
+// codes as diff(1)'s: 0 the same, 1 different, 2 trouble.
+int CliCommands::diff(const QStringList &arguments)
+{
+    QStringList positional;
+    QMap<QString, QString> options;
+    if (!parseOptions(
+            QStringLiteral("diff"), arguments, {QStringLiteral("--language")}, {}, positional, options))
+        return kUsageError;
+    if (positional.size() != 2)
+        return usage(QStringLiteral("wrong number of arguments for 'diff'"));
+    QTranslator translator;
+    int status = kOk;
+    if (!installLanguage(
+            QStringLiteral("diff"), options.value(QStringLiteral("--language")), translator, status))
+        return kUsageError;
+    Profile before;
+    Profile after;
+    if (!readProfile(positional.at(0), before) || !readProfile(positional.at(1), after))
+        return kUsageError;
+    // Motorbike types by their templates' names where the library is at hand, else by number.
+    const tl::expected<DefaultLibrary, FileError> library = loadInstalledLibrary();
+    const std::vector<ImageDifference> differences = profileDifferences(before, after);
+    for (const ImageDifference &difference : differences)
+        m_out << differenceText(difference, library ? &*library : nullptr) << "\n";
+    m_out.flush();
+    return differences.empty() ? kOk : kFileError;
 }

@@ -43,6 +43,7 @@ private:
     int ports();
     int deviceExchange(const QString &verb, const QStringList &arguments);
     int virtualCdi(const QStringList &arguments);
+    int diff(const QStringList &arguments);
     // Splits arguments into positional ones, options with a value and bare switches; false
     // (after a usage message) on anything not allowed for the verb.
     bool parseOptions(const QString &verb, const QStringList &arguments, const QStringList &valued,

@@ -4,9 +4,11 @@
 #include "data/datafiles.h"
 #include "device/cbridgecomm.h"
 #include "device/ccalibrator.h"
+#include "device/cimagereader.h"
 #include "device/cimporter.h"
 #include "device/cpinger.h"
 #include "device/cvirtualcdi.h"
+#include "device/exchangetranscript.h"
 #include "device/exchangewording.h"
 #include "device/serialports.h"
 #include "profile/defaultlibrary.h"
@@ -43,6 +45,23 @@ void onTerminationSignal(int)
 QString hexId(quint16 id)
 {
     return QStringLiteral("%1").arg(id, 4, 16, QLatin1Char('0'));
+}
+
+// Reads the programmed profile back at once, on the same port, as the program does. The
+// programming's result by value: whoever heard its end may hear this one's too.
+ExchangeResult readBack(CBridgeComm &bridge, const QString &port, const ExchangeResult programmed)
+{
+    ExchangeResult read;
+    read.exchange = DeviceExchange::ReadBack;
+    read.kind = ExchangeResult::Kind::PortLost;
+    QEventLoop loop;
+    QObject::connect(&bridge, &CBridgeComm::finished, &loop, [&](const ExchangeResult &ended) {
+        read = ended;
+        loop.quit();
+    });
+    if (bridge.runTransaction(std::make_unique<CImageReader>(DeviceExchange::ReadBack), port))
+        loop.exec();
+    return readBackVerdict(programmed, read);
 }
 
 } // namespace
@@ -100,8 +119,10 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
 {
     QStringList positional;
     QMap<QString, QString> options;
-    const QStringList switches
-        = verb == QLatin1String("program") ? QStringList {QStringLiteral("--no-reimport")} : QStringList();
+    QStringList switches = verb == QLatin1String("program")
+        ? QStringList {QStringLiteral("--no-reimport"), QStringLiteral("--no-verify")}
+        : QStringList();
+    switches << QStringLiteral("--verbose");
     if (!parseOptions(verb, arguments, {QStringLiteral("--port"), QStringLiteral("--language")}, switches,
             positional, options))
         return kUsageError;
@@ -165,9 +186,30 @@ int CliCommands::deviceExchange(const QString &verb, const QStringList &argument
         return kUsageError;
     }
     loop.exec();
+    // Before the result, which may still fail to be written: what went over the line, for support.
+    const bool verbose = options.contains(QStringLiteral("--verbose"));
+    if (verbose) {
+        m_err << transcriptText(bridge.transcript());
+        m_err.flush();
+    }
+    if (result.exchange == DeviceExchange::Program && result.succeeded()) {
+        if (!mayReadBack(result)) {
+            result.readBack = ExchangeResult::ReadBack::NotAllowed;
+        } else if (!options.contains(QStringLiteral("--no-verify"))) {
+            result = readBack(bridge, port, result);
+            if (verbose) {
+                m_err << transcriptText(bridge.transcript());
+                m_err.flush();
+            }
+        }
+    }
 
-    const ExchangeWords words = resultWords(result);
+    // Motorbike types in a read back's differences go by their templates' names where it is found.
+    if (result.kind == ExchangeResult::Kind::ReadBackDiffers && (!library || library->count() == 0))
+        library = loadInstalledLibrary();
+    const ExchangeWords words = resultWords(result, library ? &*library : nullptr);
     QString text = words.text;
+    text.replace(QLatin1String("<br>"), QLatin1String("\n"));
     if (result.succeeded() && result.exchange == DeviceExchange::Import && result.profile) {
         // As the editor takes it over: the user's own profile from now on. There is no editor
         // here: the result says where the file went, once it is there.

@@ -33,6 +33,25 @@
     </message>
 </context>
 <context>
+    <name>BridgeWatch</name>
+    <message>
+        <source>No CDI bridge plugged in</source>
+        <translation>Keine CDI-Brücke eingesteckt</translation>
+    </message>
+    <message>
+        <source>Virtual CDI on %1</source>
+        <translation>Virtuelle CDI an %1</translation>
+    </message>
+    <message>
+        <source>CDI bridge on %1</source>
+        <translation>CDI-Brücke an %1</translation>
+    </message>
+    <message>
+        <source>%1: firmware %2, serial number %3</source>
+        <translation>%1: Firmware %2, Seriennummer %3</translation>
+    </message>
+</context>
+<context>
     <name>CDataHolder</name>
     <message>
         <source>The default CDI profiles could not be loaded. The source file is either missing or corrupted or was created for a newer version of Sparkwright.</source>
@@ -66,6 +85,25 @@
     <message>
         <source>&amp;German</source>
         <translation>&amp;Deutsch</translation>
+    </message>
+</context>
+<context>
+    <name>CProfileFiles</name>
+    <message>
+        <source>CDI profiles</source>
+        <translation>CDI-Profile</translation>
+    </message>
+    <message>
+        <source>Open CDI profile</source>
+        <translation>CDI-Profil öffnen</translation>
+    </message>
+    <message>
+        <source>CDI profile could not be loaded.</source>
+        <translation>Das CDI-Profil konnte nicht geladen werden.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
 </context>
 <context>
@@ -201,6 +239,14 @@
         <source>Custom profile:</source>
         <translation>Eigenes Profil:</translation>
     </message>
+    <message>
+        <source>The CDI cannot be programmed with this profile: the values marked in rows %1 break their limits.</source>
+        <translation>Die CDI kann mit diesem Profil nicht programmiert werden: Die markierten Werte in den Zeilen %1 verletzen ihre Grenzen.</translation>
+    </message>
+    <message>
+        <source>The CDI cannot be programmed with this profile.</source>
+        <translation>Die CDI kann mit diesem Profil nicht programmiert werden.</translation>
+    </message>
 </context>
 <context>
     <name>DefaultProfilesGui</name>
@@ -254,6 +300,10 @@
     <message>
         <source>Automatic detection failed.</source>
         <translation>Die automatische Erkennung ist fehlgeschlagen.</translation>
+    </message>
+    <message>
+        <source>The {USB/UART bridge} of your CDI was found on %1 and is selected in the list below. Choose Next to use it, or select another port.</source>
+        <translation>Die {USB/UART-Brücke} Ihrer CDI wurde an %1 gefunden und ist in der Liste unten ausgewählt. Wählen Sie „Weiter“, um sie zu verwenden, oder wählen Sie eine andere Schnittstelle aus.</translation>
     </message>
 </context>
 <context>
@@ -318,20 +368,8 @@
         <translation>Keine Informationen vorhanden</translation>
     </message>
     <message>
-        <source>Your current CDI profile &lt;b&gt;%1&lt;/b&gt; has unsaved changes.&lt;br&gt;&lt;br&gt;Do you really want to discard them?</source>
-        <translation>Ihr aktuelles CDI-Profil &lt;b&gt;%1&lt;/b&gt; enthält ungespeicherte Änderungen.&lt;br&gt;&lt;br&gt;Möchten Sie diese Änderungen wirklich verwerfen?</translation>
-    </message>
-    <message>
         <source>Unsaved changes</source>
         <translation>Ungespeicherte Änderungen</translation>
-    </message>
-    <message>
-        <source>Discard changes</source>
-        <translation>Änderungen verwerfen</translation>
-    </message>
-    <message>
-        <source>Back</source>
-        <translation>Zurück</translation>
     </message>
     <message>
         <source>This will reset your profile to the factory settings of &lt;b&gt;%1&lt;/b&gt;.</source>
@@ -385,6 +423,30 @@
         <source>&amp;Information</source>
         <translation>&amp;Informationen</translation>
     </message>
+    <message>
+        <source>Your current CDI profile &lt;b&gt;%1&lt;/b&gt; has unsaved changes.&lt;br&gt;&lt;br&gt;Do you want to save them?</source>
+        <translation>Ihr aktuelles CDI-Profil &lt;b&gt;%1&lt;/b&gt; hat ungespeicherte Änderungen.&lt;br&gt;&lt;br&gt;Möchten Sie sie speichern?</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>&amp;Discard</source>
+        <translation>&amp;Verwerfen</translation>
+    </message>
+    <message>
+        <source>profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>Save CDI profile</source>
+        <translation>CDI-Profil speichern</translation>
+    </message>
+    <message>
+        <source>Saving profile failed</source>
+        <translation>Speichern des Profils fehlgeschlagen</translation>
+    </message>
 </context>
 <context>
     <name>ErrorGui</name>
@@ -399,6 +461,53 @@
     <message>
         <source>&amp;Close</source>
         <translation>&amp;Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>ExchangeTranscript</name>
+    <message>
+        <source>sent</source>
+        <translation>gesendet</translation>
+    </message>
+    <message>
+        <source>received</source>
+        <translation>empfangen</translation>
+    </message>
+    <message>
+        <source>discarded</source>
+        <translation>verworfen</translation>
+    </message>
+    <message>
+        <source>port error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>closed</source>
+        <translation>geschlossen</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>Port: %1</source>
+        <translation>Schnittstelle: %1</translation>
+    </message>
+    <message>
+        <source>Description: %1</source>
+        <translation>Beschreibung: %1</translation>
+    </message>
+    <message>
+        <source>USB IDs: %1</source>
+        <translation>USB-IDs: %1</translation>
+    </message>
+    <message>
+        <source>Opened: %1</source>
+        <translation>Geöffnet: %1</translation>
+    </message>
+    <message>
+        <source>... %1 bytes in all</source>
+        <translation>... insgesamt %1 Bytes</translation>
     </message>
 </context>
 <context>
@@ -472,10 +581,6 @@
         <translation>Die CDI hat eine ungültige Antwort gesendet</translation>
     </message>
     <message>
-        <source>CDI did not respond</source>
-        <translation>Die CDI hat nicht geantwortet</translation>
-    </message>
-    <message>
         <source>Importing</source>
         <translation>Import</translation>
     </message>
@@ -526,6 +631,102 @@
     <message>
         <source>Test successful</source>
         <translation>Test erfolgreich</translation>
+    </message>
+    <message>
+        <source>The connection to the CDI on %1 was lost. Check the cable and the USB bridge, then try again.</source>
+        <translation>Die Verbindung zur CDI an %1 ist abgerissen. Prüfen Sie das Kabel und die USB-Brücke und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>Verification failed</source>
+        <translation>Prüfung fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Your CDI echoed the profile &lt;b&gt;%&lt;/b&gt;, but it gives back other values than were sent (sent → read back):</source>
+        <translation>Ihre CDI hat das Profil &lt;b&gt;%&lt;/b&gt; zurückgesendet, gibt beim Zurücklesen aber andere Werte heraus als gesendet (gesendet → zurückgelesen):</translation>
+    </message>
+    <message>
+        <source>The CDI may be programmed improperly and should not be used in its current state.</source>
+        <translation>Die CDI ist möglicherweise fehlerhaft programmiert und sollte in diesem Zustand nicht verwendet werden.</translation>
+    </message>
+    <message>
+        <source>Nothing had been sent yet, so the CDI has not been changed.</source>
+        <translation>Es war noch nichts gesendet worden, die CDI ist also unverändert.</translation>
+    </message>
+    <message>
+        <source>Nothing answered on %1. The CDI may have been programmed not to give its profile back; otherwise no CDI seems to be connected to this port.</source>
+        <translation>An %1 hat nichts geantwortet. Die CDI wurde möglicherweise so programmiert, dass sie ihr Profil nicht herausgibt; andernfalls scheint an dieser Schnittstelle keine CDI angeschlossen zu sein.</translation>
+    </message>
+    <message>
+        <source>Nothing answered on %1. No CDI seems to be connected to this port.</source>
+        <translation>An %1 hat nichts geantwortet. An dieser Schnittstelle scheint keine CDI angeschlossen zu sein.</translation>
+    </message>
+    <message>
+        <source>Imported from CDI %1</source>
+        <translation>Aus der CDI importiert am %1</translation>
+    </message>
+    <message>
+        <source>Programmed, not verified</source>
+        <translation>Programmiert, nicht geprüft</translation>
+    </message>
+    <message>
+        <source>Your CDI echoed the profile &lt;b&gt;%&lt;/b&gt;, so it received it, but reading it back failed (%1). Whether the CDI holds it is not known: program it again.</source>
+        <translation>Ihre CDI hat das Profil &lt;b&gt;%&lt;/b&gt; zurückgesendet und also empfangen, aber das Zurücklesen ist fehlgeschlagen (%1). Ob die CDI es gespeichert hat, ist nicht bekannt: Programmieren Sie sie erneut.</translation>
+    </message>
+    <message>
+        <source>Programmed and verified</source>
+        <translation>Programmiert und geprüft</translation>
+    </message>
+    <message>
+        <source>Read back from the CDI, it matches what was sent byte for byte.</source>
+        <translation>Aus der CDI zurückgelesen, stimmt es Byte für Byte mit dem Gesendeten überein.</translation>
+    </message>
+    <message>
+        <source>The echo confirmed receipt, but the profile cannot be read back: it was programmed without allowing reimport.</source>
+        <translation>Die Rücksendung bestätigt den Empfang, aber das Profil kann nicht zurückgelesen werden: Es wurde ohne Erlaubnis zum Reimport programmiert.</translation>
+    </message>
+    <message>
+        <source>Reading the CDI</source>
+        <translation>CDI wird gelesen</translation>
+    </message>
+    <message>
+        <source>Asking the CDI for the profile it holds</source>
+        <translation>Das Profil in der CDI wird abgefragt</translation>
+    </message>
+    <message>
+        <source>Verifying</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Reading the profile back from the CDI</source>
+        <translation>Das Profil wird aus der CDI zurückgelesen</translation>
+    </message>
+    <message>
+        <source>The CDI did not give the profile it holds (%1), so what programming changes cannot be shown. A CDI programmed without allowing reimport keeps its profile to itself. You can still go on.</source>
+        <translation>Die CDI hat ihr Profil nicht herausgegeben (%1), daher kann nicht gezeigt werden, was das Programmieren ändert. Eine CDI, die ohne Erlaubnis zum Reimport programmiert wurde, gibt ihr Profil nicht heraus. Sie können trotzdem fortfahren.</translation>
+    </message>
+    <message>
+        <source>The CDI already holds this profile</source>
+        <translation>Die CDI enthält bereits dieses Profil</translation>
+    </message>
+    <message>
+        <source>Programming changes what the CDI holds (now → after programming):</source>
+        <translation>Das Programmieren ändert in der CDI (jetzt → danach):</translation>
+    </message>
+    <message>
+        <source>Waiting for your confirmation</source>
+        <translation>Warten auf Ihre Bestätigung</translation>
+    </message>
+    <message>
+        <source>the CDI did not answer</source>
+        <translation>die CDI hat nicht geantwortet</translation>
+    </message>
+    <message>
+        <source>the connection to the CDI was lost</source>
+        <translation>die Verbindung zur CDI ist abgerissen</translation>
+    </message>
+    <message>
+        <source>Reading failed</source>
+        <translation>Lesen fehlgeschlagen</translation>
     </message>
 </context>
 <context>
@@ -679,10 +880,6 @@
         <translation>Bitte bestätigen Sie, dass die CDI mit diesem Profil programmiert werden soll.</translation>
     </message>
     <message>
-        <source>OK</source>
-        <translation>OK</translation>
-    </message>
-    <message>
         <source>Update Failed</source>
         <translation>Aktualisierung fehlgeschlagen</translation>
     </message>
@@ -695,28 +892,8 @@
         <translation>Schließen</translation>
     </message>
     <message>
-        <source>CDI profiles</source>
-        <translation>CDI-Profile</translation>
-    </message>
-    <message>
-        <source>Open CDI profile</source>
-        <translation>CDI-Profil öffnen</translation>
-    </message>
-    <message>
-        <source>CDI profile could not be loaded.</source>
-        <translation>Das CDI-Profil konnte nicht geladen werden.</translation>
-    </message>
-    <message>
         <source>profile</source>
         <translation>Profil</translation>
-    </message>
-    <message>
-        <source>Save CDI profile</source>
-        <translation>CDI-Profil speichern</translation>
-    </message>
-    <message>
-        <source>Saving profile failed</source>
-        <translation>Speichern des Profils fehlgeschlagen</translation>
     </message>
     <message>
         <source>PDF files</source>
@@ -793,10 +970,6 @@
     <message>
         <source>&amp;Open file</source>
         <translation>&amp;Datei öffnen</translation>
-    </message>
-    <message>
-        <source>&amp;Save as</source>
-        <translation>&amp;Speichern unter</translation>
     </message>
     <message>
         <source>R&amp;eset to defaults</source>
@@ -878,6 +1051,26 @@
         <source>Update</source>
         <translation>Aktualisierung</translation>
     </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Speichern</translation>
+    </message>
+    <message>
+        <source>Save &amp;as...</source>
+        <translation>Speichern u&amp;nter...</translation>
+    </message>
+    <message>
+        <source>Saved to %1</source>
+        <translation>Gespeichert unter %1</translation>
+    </message>
+    <message>
+        <source>%1[*] - Sparkwright</source>
+        <translation>%1[*] - Sparkwright</translation>
+    </message>
+    <message>
+        <source>%1 (%2)[*] - Sparkwright</source>
+        <translation>%1 (%2)[*] - Sparkwright</translation>
+    </message>
 </context>
 <context>
     <name>MapPlotter</name>
@@ -952,6 +1145,113 @@
     </message>
 </context>
 <context>
+    <name>ProfileComparison</name>
+    <message>
+        <source>empty</source>
+        <translation>leer</translation>
+    </message>
+    <message>
+        <source>%1 rpm, %2°</source>
+        <translation>%1 U/min, %2°</translation>
+    </message>
+    <message>
+        <source>type %1</source>
+        <translation>Typ %1</translation>
+    </message>
+    <message>
+        <source>Motorbike type</source>
+        <translation>Motorradtyp</translation>
+    </message>
+    <message>
+        <source>Profile kind</source>
+        <translation>Profilart</translation>
+    </message>
+    <message>
+        <source>Custom</source>
+        <translation>Eigenes</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>Standard</translation>
+    </message>
+    <message>
+        <source>Slot %1</source>
+        <translation>Punkt %1</translation>
+    </message>
+    <message>
+        <source>Ignition voltage</source>
+        <translation>Zündspannung</translation>
+    </message>
+    <message>
+        <source>Side stand monitoring</source>
+        <translation>Seitenständerüberwachung</translation>
+    </message>
+    <message>
+        <source>enabled</source>
+        <translation>aktiviert</translation>
+    </message>
+    <message>
+        <source>disabled</source>
+        <translation>deaktiviert</translation>
+    </message>
+    <message>
+        <source>Ground enables ignition</source>
+        <translation>Masse gibt die Zündung frei</translation>
+    </message>
+    <message>
+        <source>Ground blocks ignition</source>
+        <translation>Masse sperrt die Zündung</translation>
+    </message>
+    <message>
+        <source>Pulse generator edge</source>
+        <translation>Impulsgeberflanke</translation>
+    </message>
+    <message>
+        <source>Trigger with rising edge</source>
+        <translation>Zündung bei steigender Flanke</translation>
+    </message>
+    <message>
+        <source>Trigger with falling edge</source>
+        <translation>Zündung bei fallender Flanke</translation>
+    </message>
+    <message>
+        <source>Sensor mode</source>
+        <translation>Sensormodus</translation>
+    </message>
+    <message>
+        <source>Reimporting</source>
+        <translation>Reimport</translation>
+    </message>
+    <message>
+        <source>allowed</source>
+        <translation>erlaubt</translation>
+    </message>
+    <message>
+        <source>not allowed</source>
+        <translation>nicht erlaubt</translation>
+    </message>
+    <message>
+        <source>Flag byte</source>
+        <translation>Flag-Byte</translation>
+    </message>
+    <message>
+        <source>Sensor advance</source>
+        <translation>Sensorvorzündung</translation>
+    </message>
+    <message>
+        <source>Sensor coefficient K1</source>
+        <translation>Sensorkoeffizient K1</translation>
+    </message>
+    <message>
+        <source>Sensor coefficient K2</source>
+        <translation>Sensorkoeffizient K2</translation>
+    </message>
+    <message>
+        <source>%1: %2 → %3</source>
+        <translation>%1: %2 → %3</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>RPM cannot be negative</source>
@@ -972,6 +1272,14 @@
     <message>
         <source>the angle for %rpm RPM should not exceed %max for this profile</source>
         <translation>Bei %rpm U/min sollte der Winkel in diesem Profil %max nicht überschreiten</translation>
+    </message>
+    <message>
+        <source>Speeds must rise from row to row</source>
+        <translation>Die Drehzahlen müssen von Zeile zu Zeile steigen</translation>
+    </message>
+    <message>
+        <source>Row %1: %2</source>
+        <translation>Zeile %1: %2</translation>
     </message>
 </context>
 <context>
@@ -996,10 +1304,6 @@
         <translation>Zündspannung</translation>
     </message>
     <message>
-        <source>Side stand blocking</source>
-        <translation>Seitenständersperre</translation>
-    </message>
-    <message>
         <source>enabled</source>
         <translation>aktiviert</translation>
     </message>
@@ -1016,24 +1320,24 @@
         <translation>deaktiviert</translation>
     </message>
     <message>
-        <source>Pick-up transition</source>
-        <translation>Geberflanke</translation>
-    </message>
-    <message>
-        <source>positive</source>
-        <translation>positiv</translation>
-    </message>
-    <message>
-        <source>negative</source>
-        <translation>negativ</translation>
-    </message>
-    <message>
         <source>Sensor advance</source>
         <translation>Sensorvorzündung</translation>
     </message>
     <message>
-        <source>Hall-sensor advance</source>
-        <translation>Hallgeber-Vorzündung</translation>
+        <source>Side stand monitoring</source>
+        <translation>Seitenständerüberwachung</translation>
+    </message>
+    <message>
+        <source>Pulse generator edge</source>
+        <translation>Impulsgeberflanke</translation>
+    </message>
+    <message>
+        <source>trigger with rising edge</source>
+        <translation>Zündung bei steigender Flanke</translation>
+    </message>
+    <message>
+        <source>trigger with falling edge</source>
+        <translation>Zündung bei fallender Flanke</translation>
     </message>
 </context>
 <context>
@@ -1075,10 +1379,6 @@
         <translation>Masse sperrt die Zündung</translation>
     </message>
     <message>
-        <source>Pulse generator</source>
-        <translation>Impulsgeber</translation>
-    </message>
-    <message>
         <source>trigger with rising edge</source>
         <translation>Zündung bei steigender Flanke</translation>
     </message>
@@ -1093,6 +1393,10 @@
     <message>
         <source>Notes (continued)</source>
         <translation>Notizen (Fortsetzung)</translation>
+    </message>
+    <message>
+        <source>Pulse generator edge</source>
+        <translation>Impulsgeberflanke</translation>
     </message>
 </context>
 <context>
@@ -1146,7 +1450,23 @@
     </message>
     <message>
         <source>&amp;Choose another port</source>
-        <translation>Andere &amp;Schnittstelle wählen</translation>
+        <translation>&amp;Andere Schnittstelle wählen</translation>
+    </message>
+    <message>
+        <source>Frames exchanged with the CDI</source>
+        <translation>Mit der CDI ausgetauschte Datenrahmen</translation>
+    </message>
+    <message>
+        <source>Port: %1</source>
+        <translation>Schnittstelle: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Details</source>
+        <translation>&amp;Details</translation>
+    </message>
+    <message>
+        <source>Cop&amp;y</source>
+        <translation>&amp;Kopieren</translation>
     </message>
 </context>
 <context>
@@ -1306,6 +1626,14 @@
     <message>
         <source>C&amp;ontinue</source>
         <translation>Wei&amp;ter</translation>
+    </message>
+    <message>
+        <source>Choose a profile to compare</source>
+        <translation>Profil zum Vergleichen auswählen</translation>
+    </message>
+    <message>
+        <source>Choose a profile to program</source>
+        <translation>Profil zum Programmieren auswählen</translation>
     </message>
 </context>
 <context>

@@ -60,6 +60,17 @@ tl::expected<void, DeviceRefusal> CBridgeComm::runTransaction(
     connect(m_port, &QSerialPort::errorOccurred, this, &CBridgeComm::onPortError);
     qCDebug(lcDevice) << "opened" << portName;
 
+    m_clock.start();
+    const SerialPortEntry described = describePort(CSystemPortLister(), portName);
+    m_transcript = ExchangeTranscript();
+    m_transcript.portName = portName;
+    m_transcript.description = described.description;
+    m_transcript.hasIds = described.hasIds;
+    m_transcript.vendorId = described.vendorId;
+    m_transcript.productId = described.productId;
+    m_transcript.opened = QDateTime::currentDateTime();
+    emit recorded(m_transcript);
+
     m_tick.start(m_pacing.tickMs);
     return {};
 }
@@ -114,9 +125,11 @@ void CBridgeComm::send()
     const QByteArray request = m_transaction->requestBytes();
     qCDebug(lcDevice) << "sent" << request.toHex(' ');
     m_state = State::Sent;
+    record(ExchangeTranscript::Direction::Sent, request);
     if (m_port->write(request) != request.size()) {
         // Whatever part of it went out may still be answered; the exchange ends as broken off.
         qCDebug(lcDevice) << "cannot write" << m_port->errorString();
+        record(ExchangeTranscript::Direction::PortError, {}, m_port->errorString());
         breakOff();
         return;
     }
@@ -132,10 +145,12 @@ void CBridgeComm::onDataAvailable()
         return;
     if (m_state == State::Opened) {
         qCDebug(lcDevice) << "discarded" << chunk.toHex(' ');
+        record(ExchangeTranscript::Direction::Discarded, chunk);
         m_quiet.start(m_pacing.quietMs);
         return;
     }
     qCDebug(lcDevice) << "received" << chunk.toHex(' ');
+    record(ExchangeTranscript::Direction::Received, chunk);
     m_received.append(chunk.left(kReceiveCapacity - m_received.size()));
     if (m_received.size() >= m_transaction->expectedLength())
         m_quiet.start(m_pacing.quietMs);
@@ -146,6 +161,7 @@ void CBridgeComm::onPortError(QSerialPort::SerialPortError error)
     if (error == QSerialPort::NoError || m_state == State::Idle || m_broken)
         return;
     qCDebug(lcDevice) << "port error" << error << (m_port ? m_port->errorString() : QString());
+    record(ExchangeTranscript::Direction::PortError, {}, m_port ? m_port->errorString() : QString());
     // A pulled-out bridge keeps signalling read errors until the port is closed. The exchange ends
     // on the next turn of the event loop rather than inside the port's signal, so that whoever
     // hears finished may do anything with the bridge.
@@ -185,5 +201,23 @@ void CBridgeComm::end(bool broken)
     const std::unique_ptr<CCommunicator> transaction = std::move(m_transaction);
     if (!broken)
         qCDebug(lcDevice) << "exchange ended with" << m_received.size() << "bytes";
-    emit finished(broken ? transaction->brokenOff() : transaction->conclude(m_received));
+    record(ExchangeTranscript::Direction::Closed, {});
+    ExchangeResult result = broken ? transaction->brokenOff(sent) : transaction->conclude(m_received);
+    result.portName = m_portName;
+    emit finished(result);
+}
+
+// The pieces of one answer make one entry, timed by its first byte. A line that floods keeps only
+// its first bytes and their count, so that the transcript stays small whatever arrives.
+void CBridgeComm::record(
+    ExchangeTranscript::Direction direction, const QByteArray &bytes, const QString &note)
+{
+    std::vector<ExchangeTranscript::Entry> &entries = m_transcript.entries;
+    if (entries.empty() || direction == ExchangeTranscript::Direction::Sent
+        || entries.back().direction != direction || !note.isEmpty())
+        entries.push_back({m_clock.elapsed(), direction, {}, note, 0});
+    ExchangeTranscript::Entry &entry = entries.back();
+    entry.bytes += bytes.left(ExchangeTranscript::kShownBytes - entry.bytes.size());
+    entry.count += bytes.size();
+    emit recorded(m_transcript);
 }

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "device/ccommunicator.h"
+#include "device/exchangetranscript.h"
 
 #include <QDeadlineTimer>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
 #include <QPointer>
@@ -55,11 +57,16 @@ public:
 
     static constexpr int kReceiveCapacity = 200;
 
+    // What went over the line in the running exchange, or in the last one.
+    const ExchangeTranscript &transcript() const { return m_transcript; }
+
 signals:
     // The request has gone out and the answer is due.
     void waiting();
     // Never from within one of the port's signals: the bridge may be deleted in answer to it.
     void finished(const ExchangeResult &result);
+    // The transcript has grown: the port was opened, or a frame went out or came in.
+    void recorded(const ExchangeTranscript &transcript);
 
 private:
     void onTimerTick();
@@ -69,6 +76,7 @@ private:
     // The port failed: the exchange ends at the next tick.
     void breakOff();
     void end(bool broken);
+    void record(ExchangeTranscript::Direction direction, const QByteArray &bytes, const QString &note = {});
 
     std::unique_ptr<CCommunicator> m_transaction;
     // The open port. Ports are children of the bridge, so none outlives it; a closed one goes with
@@ -90,4 +98,7 @@ private:
     State m_state = State::Idle;
     // The port failed; the exchange ends at the next tick.
     bool m_broken = false;
+    ExchangeTranscript m_transcript;
+    // Since the port was opened.
+    QElapsedTimer m_clock;
 };

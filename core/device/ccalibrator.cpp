@@ -35,5 +35,6 @@ ExchangeResult CCalibrator::handleResponse(const QByteArray &frame) const
         return result(ExchangeResult::Kind::WrongEcho);
     ExchangeResult programmed = result(ExchangeResult::Kind::Succeeded);
     programmed.profile = m_profile;
+    programmed.image = m_expectedEcho;
     return programmed;
 }

@@ -25,7 +25,12 @@ public:
     // Everything that arrived, judged.
     ExchangeResult conclude(const QByteArray &received) const;
     // The exchange broke off: the bridge was pulled out or took no request.
-    ExchangeResult brokenOff() const { return result(ExchangeResult::Kind::PortLost); }
+    ExchangeResult brokenOff(bool requestSent = true) const
+    {
+        ExchangeResult lost = result(ExchangeResult::Kind::PortLost);
+        lost.requestSent = requestSent;
+        return lost;
+    }
 
 protected:
     // Receives an answer that passed the length, header and checksum test.

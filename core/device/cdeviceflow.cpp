@@ -1,6 +1,7 @@
 #include "device/cdeviceflow.h"
 
 #include "device/ccalibrator.h"
+#include "device/cimagereader.h"
 #include "device/cimporter.h"
 #include "device/cpinger.h"
 #include "device/serialports.h"
@@ -25,6 +26,7 @@ CDeviceFlow::CDeviceFlow(const DefaultLibrary *library, const IPortLister &ports
     connect(&m_importDelay, &QTimer::timeout, this, &CDeviceFlow::handOverImport);
     connect(&m_bridge, &CBridgeComm::waiting, this, &CDeviceFlow::waiting);
     connect(&m_bridge, &CBridgeComm::finished, this, &CDeviceFlow::onFinished);
+    connect(&m_bridge, &CBridgeComm::recorded, this, &CDeviceFlow::recorded);
 }
 
 CDeviceFlow::~CDeviceFlow() = default;
@@ -55,6 +57,42 @@ void CDeviceFlow::program(const Profile &profile, bool allowReimport)
     request([this, profile, allowReimport] {
         return std::make_unique<CCalibrator>(profile, allowReimport, m_random);
     });
+}
+
+void CDeviceFlow::prepareProgramming(const Profile &profile)
+{
+    if (!CCalibrator::isProgrammable(profile)) {
+        emit refused({DeviceRefusal::Kind::InvalidMap, {}, {}, QSerialPort::NoError});
+        return;
+    }
+    if (isBusy()) {
+        emit refused({DeviceRefusal::Kind::Busy, {}, {}, QSerialPort::NoError});
+        return;
+    }
+    m_previewProfile = profile;
+    request([] { return std::make_unique<CImageReader>(DeviceExchange::ReadHeld); });
+}
+
+// On the port the CDI was read on, even when it did not answer: one that keeps its profile to
+// itself still takes a new one.
+void CDeviceFlow::confirmProgramming(bool allowReimport)
+{
+    if (isBusy() || !m_previewProfile)
+        return;
+    const Profile profile = *m_previewProfile;
+    m_previewProfile.reset();
+    if (!CCalibrator::isProgrammable(profile))
+        return;
+    m_pending = [this, profile, allowReimport] {
+        return std::make_unique<CCalibrator>(profile, allowReimport, m_random);
+    };
+    portChosen(m_previewPort);
+}
+
+void CDeviceFlow::cancelProgramming()
+{
+    m_previewProfile.reset();
+    emit leaveRequested();
 }
 
 // The port a CDI answered on last comes first; a bridge found now comes next; else the user chooses.
@@ -118,6 +156,8 @@ bool cdiAnswered(ExchangeResult::Kind kind)
     case ExchangeResult::Kind::WrongEcho:
     case ExchangeResult::Kind::UnknownType:
     case ExchangeResult::Kind::BadValue:
+    case ExchangeResult::Kind::ReadBackDiffers:
+    case ExchangeResult::Kind::ReadBackFailed:
         return true;
     case ExchangeResult::Kind::NoResponse:
     case ExchangeResult::Kind::WrongLength:
@@ -131,16 +171,39 @@ bool cdiAnswered(ExchangeResult::Kind kind)
 
 } // namespace
 
-void CDeviceFlow::onFinished(const ExchangeResult &result)
+void CDeviceFlow::onFinished(const ExchangeResult &ended)
 {
+    // A read back ends the programming it followed: its result is the programming's.
+    ExchangeResult result = ended;
+    tl::expected<void, FileError> kept;
+    if (ended.exchange == DeviceExchange::ReadBack && m_programmed) {
+        result = readBackVerdict(*m_programmed, ended);
+        kept = m_programmedKept;
+        m_programmed.reset();
+    }
     // A port nothing answered on is not where the next action should go, even if it worked once.
     if (cdiAnswered(result.kind))
         m_port = m_lastPort;
     else if (m_port == m_lastPort)
         m_port.clear();
-    tl::expected<void, FileError> kept;
-    if (result.succeeded() && result.exchange == DeviceExchange::Program && result.profile)
+    if (result.exchange == DeviceExchange::ReadHeld) {
+        finishPreview(result);
+        return;
+    }
+    if (result.succeeded() && ended.exchange == DeviceExchange::Program && result.profile)
         kept = keepProgrammedCopy(*result.profile);
+    if (result.exchange == DeviceExchange::Program && result.succeeded()
+        && result.readBack == ExchangeResult::ReadBack::NotTried) {
+        if (!mayReadBack(result)) {
+            result.readBack = ExchangeResult::ReadBack::NotAllowed;
+        } else if (m_readBack) {
+            m_programmedKept = kept;
+            if (startReadBack(result))
+                return;
+            result.kind = ExchangeResult::Kind::ReadBackFailed;
+            result.readBackFailure = ExchangeResult::Kind::PortLost;
+        }
+    }
     if (result.succeeded() && result.exchange == DeviceExchange::Import)
         m_imported = result.profile;
     emit busyChanged(false);
@@ -214,4 +277,39 @@ tl::expected<void, FileError> CDeviceFlow::keepProgrammedCopy(const Profile &pro
     for (int copy = 2; QFileInfo::exists(path); ++copy)
         path = folder.filePath(QStringLiteral("%1 (%2).cdi").arg(base).arg(copy));
     return saveProfileFile(programmed, path);
+}
+
+// Right after the echo, on the same port, before the user is told anything: the exchange goes on.
+bool CDeviceFlow::startReadBack(const ExchangeResult &programmed)
+{
+    m_programmed = programmed;
+    if (!m_bridge.runTransaction(
+            std::make_unique<CImageReader>(DeviceExchange::ReadBack), m_lastPort, m_pacing)) {
+        m_programmed.reset();
+        return false;
+    }
+    emit exchangeStarted(DeviceExchange::ReadBack);
+    return true;
+}
+
+void CDeviceFlow::finishPreview(const ExchangeResult &read)
+{
+    if (!m_previewProfile) {
+        emit busyChanged(false);
+        return;
+    }
+    ProgrammingPreview preview;
+    preview.profile = *m_previewProfile;
+    preview.read = read.succeeded();
+    preview.readKind = read.kind;
+    if (preview.read) {
+        // As it would be sent with the choice the question starts with: reimport allowed.
+        QByteArray written;
+        writeDeviceImage(preview.profile, true, written);
+        preview.differences = imageDifferences(read.image, written);
+    }
+    m_previewPort = m_lastPort;
+    emit busyChanged(false);
+    QMetaObject::invokeMethod(
+        this, [this, preview] { emit programmingPreviewReady(preview); }, Qt::QueuedConnection);
 }

@@ -36,6 +36,11 @@ public:
     void testConnection();
     void importProfile();
     void program(const Profile &profile, bool allowReimport);
+    // Reads what the CDI holds and offers what programming would change (programmingPreviewReady);
+    // the user's answer comes by confirmProgramming() or cancelProgramming().
+    void prepareProgramming(const Profile &profile);
+    void confirmProgramming(bool allowReimport);
+    void cancelProgramming();
 
     // From the progress page, once the exchange has ended.
     void back();
@@ -61,6 +66,8 @@ public:
     void setProgrammedFolder(const QString &folder) { m_programmedFolder = folder; }
     QString programmedFolder() const { return m_programmedFolder; }
     static QString defaultProgrammedFolder();
+    // A programming that allows reimporting is read back at once and compared with what was sent.
+    void setReadBack(bool readBack) { m_readBack = readBack; }
 
 signals:
     void portSelectionShown();
@@ -76,6 +83,11 @@ signals:
     void leaveRequested();
     void importedProfileReady(const Profile &profile);
     void busyChanged(bool busy);
+    // What went over the line so far, from the opening of the port on.
+    void recorded(const ExchangeTranscript &transcript);
+    // The CDI was read before programming: the user decides now. Never from within the exchange's
+    // end, so that a modal question may be asked here.
+    void programmingPreviewReady(const ProgrammingPreview &preview);
 
 private:
     using Factory = std::function<std::unique_ptr<CCommunicator>()>;
@@ -83,6 +95,8 @@ private:
     void onFinished(const ExchangeResult &result);
     void handOverImport();
     tl::expected<void, FileError> keepProgrammedCopy(const Profile &programmed) const;
+    bool startReadBack(const ExchangeResult &programmed);
+    void finishPreview(const ExchangeResult &read);
 
     const std::shared_ptr<const DefaultLibrary> m_library;
     const std::unique_ptr<const IPortLister> m_ports;
@@ -97,4 +111,11 @@ private:
     std::optional<Profile> m_imported;
     QTimer m_importDelay;
     QString m_programmedFolder;
+    bool m_readBack = true;
+    // Read before programming: the profile the user is asked about, and the port it was read on.
+    std::optional<Profile> m_previewProfile;
+    QString m_previewPort;
+    // A programming whose read back runs, and whether its copy was kept.
+    std::optional<ExchangeResult> m_programmed;
+    tl::expected<void, FileError> m_programmedKept;
 };

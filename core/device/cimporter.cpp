@@ -1,6 +1,7 @@
 #include "device/cimporter.h"
 
 #include "device/deviceframe.h"
+#include "device/exchangewording.h"
 #include "profile/defaultlibrary.h"
 #include "profile/deviceimage.h"
 
@@ -28,6 +29,8 @@ ExchangeResult CImporter::handleResponse(const QByteArray &frame) const
         bad.detail = decodeError;
         return bad;
     }
+    // The template's name would pass it off as the factory profile it was built on.
+    imported.setName(importedProfileName(QDate::currentDate()));
     ExchangeResult read = result(ExchangeResult::Kind::Succeeded);
     read.profile = imported;
     return read;

@@ -36,6 +36,8 @@ const FaultName kFaultNames[] = {
     {CVirtualCdi::Fault::Hangup, "hangup"},
     {CVirtualCdi::Fault::UnknownType, "unknown-type"},
     {CVirtualCdi::Fault::BadValue, "bad-value"},
+    {CVirtualCdi::Fault::KeepsOld, "keeps-old"},
+    {CVirtualCdi::Fault::ReadSilent, "read-silent"},
 };
 
 QString hex(const QByteArray &bytes)
@@ -137,6 +139,13 @@ void CVirtualCdi::closePty()
     m_announcement.clear();
 }
 
+void CVirtualCdi::hangUp()
+{
+    closePty();
+    if (open().isEmpty())
+        emit portChanged(m_portName);
+}
+
 void CVirtualCdi::onReadable()
 {
     char buffer[256];
@@ -187,6 +196,10 @@ void CVirtualCdi::handleFrame(const QByteArray &frame)
             emit requestHandled(QStringLiteral("read refused: the profile was programmed without reimport"));
             return;
         }
+        if (m_fault == Fault::ReadSilent) {
+            emit requestHandled(QStringLiteral("read: stays silent"));
+            return;
+        }
         QByteArray answer = DeviceFrame::build(DeviceFrame::Read);
         answer.replace(DeviceImage::kTypeOffset, m_image.size(), m_image);
         if (m_fault == Fault::UnknownType)
@@ -200,10 +213,13 @@ void CVirtualCdi::handleFrame(const QByteArray &frame)
     if (command == DeviceFrame::Program) {
         QByteArray plain = frame;
         DeviceFrame::unscramble(plain);
-        m_image = plain.mid(DeviceImage::kTypeOffset, DeviceImage::kEnd - DeviceImage::kTypeOffset);
+        if (m_fault != Fault::KeepsOld)
+            m_image = plain.mid(DeviceImage::kTypeOffset, DeviceImage::kEnd - DeviceImage::kTypeOffset);
         send(m_fault == Fault::WrongEcho ? frame : plain,
             QStringLiteral("program, reimport %1")
-                .arg(reimportAllowed() ? QStringLiteral("allowed") : QStringLiteral("not allowed")));
+                .arg(quint8(plain.at(DeviceImage::kFlagsOffset)) & DeviceFrame::kReimportBit
+                        ? QStringLiteral("allowed")
+                        : QStringLiteral("not allowed")));
         return;
     }
     emit requestHandled(QStringLiteral("ignored unknown command %1").arg(command));
@@ -246,11 +262,8 @@ void CVirtualCdi::send(QByteArray answer, const QString &line)
         if (::write(m_master, half.constData(), size_t(half.size())) < 0)
             return;
         QTimer::singleShot(50, this, [this, terminal] {
-            if (terminal != m_terminal)
-                return;
-            closePty();
-            if (open().isEmpty())
-                emit portChanged(m_portName);
+            if (terminal == m_terminal)
+                hangUp();
         });
         return;
     }

@@ -33,7 +33,9 @@ public:
         TooSlow,
         Hangup,
         UnknownType,
-        BadValue
+        BadValue,
+        KeepsOld, // echoes a programming right but keeps the profile it held
+        ReadSilent // answers everything but a read
     };
     static std::optional<Fault> faultFromName(const QString &name);
     static QStringList faultNames();
@@ -52,6 +54,10 @@ public:
     void setFault(Fault fault) { m_fault = fault; }
     // How late the "slow" and "too-slow" answers come.
     void setDelays(int slowMs, int tooSlowMs);
+
+    // The line goes dead at once, as when the bridge is pulled out; the CDI comes back on a new
+    // pseudo-terminal.
+    void hangUp();
 
     // Bytes 3 to 47 of the last programmed (or given) profile, as a read answer carries them.
     QByteArray storedImage() const { return m_image; }

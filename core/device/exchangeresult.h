@@ -1,5 +1,6 @@
 #pragma once
 
+#include "profile/deviceimage.h"
 #include "profile/profile.h"
 
 #include <QMetaType>
@@ -13,7 +14,11 @@ enum class DeviceExchange
 {
     Ping,
     Import,
-    Program
+    Program,
+    // The profile the CDI holds, read before another is written over it, to show what changes.
+    ReadHeld,
+    // The profile read back right after programming, to compare with what was sent.
+    ReadBack
 };
 
 // How one exchange with the CDI ended, as data: the kind of outcome and what the CDI reported.
@@ -32,6 +37,8 @@ struct ExchangeResult
         UnknownType, // an imported profile of a motorbike type without a factory template
         BadValue, // an imported profile whose map or voltage breaks the device's limits
         PortLost, // the bridge went away, or the request could not be written to it
+        ReadBackDiffers, // a programming echoed right, but the CDI gives back other bytes than were sent
+        ReadBackFailed, // a programming echoed right, but reading it back did not succeed
     };
     DeviceExchange exchange = DeviceExchange::Ping;
     Kind kind = Kind::NoResponse;
@@ -44,10 +51,43 @@ struct ExchangeResult
     int typeIndex = 0;
     // BadValue: the device image's own account of the value, such as "invalid voltage: 99".
     QString detail;
+    // The port the exchange ran on, as the bridge opened it.
+    QString portName;
+    // PortLost: whether the request, or a part of it, may have reached the CDI before the line
+    // went dead. Nothing was sent when the line broke before the request was due.
+    bool requestSent = true;
 
     bool succeeded() const { return kind == Kind::Succeeded; }
+
+    // ReadHeld and ReadBack: the frame as the CDI answered. Program: the frame sent, unscrambled.
+    QByteArray image;
+    // A programming that succeeded: whether it was read back. The CDI gives a profile back only
+    // when it was programmed with reimporting allowed.
+    enum class ReadBack
+    {
+        NotTried,
+        NotAllowed,
+        Verified
+    };
+    ReadBack readBack = ReadBack::NotTried;
+    // ReadBackDiffers: where what the CDI gives back differs from what was sent.
+    std::vector<ImageDifference> differences;
+    // ReadBackFailed: how the read ended.
+    Kind readBackFailure = Kind::NoResponse;
 };
 Q_DECLARE_METATYPE(ExchangeResult)
+
+// Before a profile is written: what the CDI holds now and what writing changes. Without an
+// answer to the read (a CDI programmed without reimporting stays silent) nothing is compared.
+struct ProgrammingPreview
+{
+    Profile profile; // the one to be written
+    bool read = false;
+    ExchangeResult::Kind readKind = ExchangeResult::Kind::NoResponse;
+    // Held, then to be written.
+    std::vector<ImageDifference> differences;
+};
+Q_DECLARE_METATYPE(ProgrammingPreview)
 
 // Why a device action did not even start.
 struct DeviceRefusal

@@ -242,6 +242,23 @@ QString findBridgePort(const IPortLister &lister)
     return index < 0 ? QString() : ports[size_t(index)].name;
 }
 
+QString portPath(const QString &portName)
+{
+    return nodePath(portName);
+}
+
+SerialPortEntry describePort(const IPortLister &lister, const QString &portName)
+{
+    const std::vector<SerialPortEntry> ports = lister.ports();
+    for (const SerialPortEntry &port : ports) {
+        if (port.name == portName || nodePath(port.name) == nodePath(portName))
+            return port;
+    }
+    SerialPortEntry unknown;
+    unknown.name = portName;
+    return unknown;
+}
+
 namespace VirtualCdiRegistry {
 
 // The file is always a new one: a name already taken, whether by a file an earlier process of the

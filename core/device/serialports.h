@@ -64,3 +64,8 @@ QString announce(const QString &ptyPath);
 void withdraw(const QString &file);
 QStringList ptyPaths();
 } // namespace VirtualCdiRegistry
+
+// Where the port is in the file system, as the user knows it: /dev/ttyUSB0 for ttyUSB0.
+QString portPath(const QString &portName);
+// The port as the lister lists it; only its name when the lister does not know it.
+SerialPortEntry describePort(const IPortLister &lister, const QString &portName);

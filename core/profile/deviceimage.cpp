@@ -86,8 +86,16 @@ QString readDeviceImage(const QByteArray &frame, bool isCustom, Profile &profile
     profile.setMap(map);
     profile.setVoltage(voltageOf(frame));
     // The device's K1 and K2 are taken as they come: no sensor-mode derivation here.
-    profile.setFlagsAndCoefficientsAsStored(
-        ProfileFlags::fromByte(byteAt(frame, kFlagsOffset)), coefficients);
+    const ProfileFlags flags = ProfileFlags::fromByte(byteAt(frame, kFlagsOffset));
+    profile.setFlagsAndCoefficientsAsStored(flags, coefficients);
+    // With a sensor mode, every later load derives K1 from the chosen edge's value: that value
+    // becomes the device's K1, so that saving, reopening and programming give back what was read.
+    if (flags.sensorMode != 0) {
+        if (flags.pickUpRisingEdge)
+            profile.setK1(coefficients.k1, profile.k1Falling());
+        else
+            profile.setK1(profile.k1Rising(), coefficients.k1);
+    }
     profile.setKind(isCustom ? ProfileKind::Custom : ProfileKind::Default);
     return {};
 }
@@ -115,4 +123,62 @@ void writeDeviceImage(const Profile &profile, bool allowReimport, QByteArray &fr
     putFloat(frame, kCoefficientsOffset, c.k0);
     putFloat(frame, kCoefficientsOffset + 4, c.k1);
     putFloat(frame, kCoefficientsOffset + 8, c.k2);
+}
+
+std::vector<ImageDifference> imageDifferences(const QByteArray &before, const QByteArray &after)
+{
+    using Field = ImageDifference::Field;
+    std::vector<ImageDifference> differences;
+    const auto differ = [&](Field field, double oldValue, double newValue) {
+        if (oldValue != newValue)
+            differences.push_back({field, 0, {}, {}, oldValue, newValue});
+    };
+    const quint8 oldType = byteAt(before, kTypeOffset);
+    const quint8 newType = byteAt(after, kTypeOffset);
+    differ(Field::MotorbikeType, int(oldType & 0x7F) - 1, int(newType & 0x7F) - 1);
+    differ(Field::Kind, (oldType & kCustomBit) != 0, (newType & kCustomBit) != 0);
+    for (int i = 0; i < kMapPointCount; ++i) {
+        const MapPoint oldPoint {rpmAt(before, i), byteAt(before, kAngleOffset + i)};
+        const MapPoint newPoint {rpmAt(after, i), byteAt(after, kAngleOffset + i)};
+        if (oldPoint != newPoint)
+            differences.push_back({Field::Slot, i, oldPoint, newPoint, 0.0, 0.0});
+    }
+    differ(Field::Voltage, byteAt(before, kVoltageOffset), byteAt(after, kVoltageOffset));
+
+    const quint8 oldFlagByte = byteAt(before, kFlagsOffset);
+    const quint8 newFlagByte = byteAt(after, kFlagsOffset);
+    const ProfileFlags oldFlags = ProfileFlags::fromByte(oldFlagByte);
+    const ProfileFlags newFlags = ProfileFlags::fromByte(newFlagByte);
+    const size_t beforeFlags = differences.size();
+    differ(Field::SideStandMonitoring, oldFlags.sideStandMonitoring, newFlags.sideStandMonitoring);
+    differ(Field::GroundEnablesIgnition, oldFlags.groundEnablesIgnition, newFlags.groundEnablesIgnition);
+    differ(Field::PickUpRisingEdge, oldFlags.pickUpRisingEdge, newFlags.pickUpRisingEdge);
+    differ(Field::SensorMode, oldFlags.sensorMode, newFlags.sensorMode);
+    differ(Field::Reimport, (oldFlagByte & ProfileFlags::kExtra) != 0,
+        (newFlagByte & ProfileFlags::kExtra) != 0);
+    // Bits no setting accounts for (a ground bit without monitoring, bits 6 and 7) still differ.
+    if (oldFlagByte != newFlagByte && differences.size() == beforeFlags)
+        differ(Field::FlagByte, oldFlagByte, newFlagByte);
+
+    // By their bytes: 0 and -0, or two NaNs, print alike but are not what was sent.
+    const Field coefficients[] = {Field::SensorAdvance, Field::K1, Field::K2};
+    for (int i = 0; i < 3; ++i) {
+        const int offset = kCoefficientsOffset + 4 * i;
+        bool same = true;
+        for (int b = offset; b < offset + 4; ++b)
+            same = same && byteAt(before, b) == byteAt(after, b);
+        if (!same)
+            differences.push_back(
+                {coefficients[i], 0, {}, {}, floatAt(before, offset), floatAt(after, offset)});
+    }
+    return differences;
+}
+
+std::vector<ImageDifference> profileDifferences(const Profile &before, const Profile &after)
+{
+    QByteArray oldImage;
+    QByteArray newImage;
+    writeDeviceImage(before, false, oldImage);
+    writeDeviceImage(after, false, newImage);
+    return imageDifferences(oldImage, newImage);
 }

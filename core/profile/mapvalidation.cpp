@@ -19,6 +19,44 @@ bool MapValidation::hasErrors() const
     return false;
 }
 
+namespace {
+
+QString orderMessage()
+{
+    return QObject::tr("Speeds must rise from row to row");
+}
+
+} // namespace
+
+QStringList MapValidation::problems() const
+{
+    QStringList list;
+    for (const PointValidation &point : points) {
+        for (const QString &message : {point.rpmMessage, point.angleMessage}) {
+            if (!message.isEmpty())
+                list << QObject::tr("Row %1: %2").arg(point.index + 1).arg(message);
+        }
+    }
+    if (notAscending)
+        list << orderMessage();
+    return list;
+}
+
+QString MapValidation::cellMessage(int row, int column, const IgnitionMap &map) const
+{
+    if (row < 0 || row >= kMapPointCount)
+        return QString();
+    const PointValidation &point = points[size_t(row)];
+    if (column == 1)
+        return point.angleMessage;
+    if (!point.rpmMessage.isEmpty())
+        return point.rpmMessage;
+    const bool outOfOrder = notAscending
+        && ((row > 0 && map.point(row).rpm <= map.point(row - 1).rpm)
+            || (row + 1 < kMapPointCount && map.point(row).rpm >= map.point(row + 1).rpm));
+    return outOfOrder ? orderMessage() : QString();
+}
+
 PointValidation validatePoint(int index, int rpm, int angle, const SensorCoefficients &coefficients)
 {
     PointValidation result;

@@ -3,6 +3,7 @@
 #include "profile/profile.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <array>
 
@@ -25,6 +26,11 @@ struct MapValidation
     bool notAscending = false;
 
     bool hasErrors() const;
+    // Every problem in words, in row order, the order of the speeds last; empty for a valid map.
+    QStringList problems() const;
+    // The message for one cell of the map (column 0 the speed, 1 the angle); empty when it is
+    // fine. A speed out of order carries the order's message.
+    QString cellMessage(int row, int column, const IgnitionMap &map) const;
 };
 
 // Checks every point against the fixed bounds and the per-rpm ceiling of the curve, and the

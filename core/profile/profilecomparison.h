@@ -5,7 +5,9 @@
 
 #include <vector>
 
+class DefaultLibrary;
 class Profile;
+struct ImageDifference;
 
 // What the comparison says about each profile: how it is named in the list and the legend, and
 // how one of its values reads beside the first profile's. Texts are translated in the
@@ -22,3 +24,9 @@ QStringList comparisonLabels(const std::vector<Profile> &profiles);
 // A value of the value table: the value with its unit, followed by its difference to the first
 // profile's value in brackets when there is one ("3700 (+200)", "26° (-2)").
 QString comparedValueText(int value, int firstValue, const QString &unit);
+
+// One difference between two device images on one line, old value before the arrow, in the
+// editor's names: "Slot 3: 3000 rpm, 25° → 3200 rpm, 26°", "Ignition voltage: 200 V → 220 V". The
+// library names motorbike types by their templates; without it they go by number. Translated
+// in the "ProfileComparison" context.
+QString differenceText(const ImageDifference &difference, const DefaultLibrary *library = nullptr);

@@ -1,5 +1,7 @@
 #include "render/profilesummary.h"
 
+#include "profile/mapvalidation.h"
+
 #include "profile/profile.h"
 
 #include <QCoreApplication>
@@ -18,11 +20,17 @@ QString summaryMapTableHtml(const Profile &profile)
     html += QCoreApplication::translate("SummaryForm", "Angle");
     html += QStringLiteral("</b></td></tr>");
     const IgnitionMap &map = profile.map();
-    for (int i = 0; i < kMapPointCount; ++i) {
-        html += QStringLiteral("<tr><td align=right>") + QString::number(map.point(i).rpm)
+    const MapValidation validation = validate(profile);
+    // A value the checker finds fault with stands out in bold red, as in the editor's table.
+    const auto cell = [&](int row, int column, const QString &value) {
+        const bool faulty = !validation.cellMessage(row, column, map).isEmpty();
+        return QStringLiteral("<td align=right>")
+            + (faulty ? QStringLiteral("<b><font color=#e03c3c>") + value + QStringLiteral("</font></b>") : value)
             + QStringLiteral("</td>");
-        html += QStringLiteral("<td align=right>") + QString::number(map.point(i).angle) + QChar(0x00B0)
-            + QStringLiteral("</td></tr>");
+    };
+    for (int i = 0; i < kMapPointCount; ++i) {
+        html += QStringLiteral("<tr>") + cell(i, 0, QString::number(map.point(i).rpm))
+            + cell(i, 1, QString::number(map.point(i).angle) + QChar(0x00B0)) + QStringLiteral("</tr>");
     }
     html += QStringLiteral("</table></html>");
     return html;
@@ -37,7 +45,7 @@ QString summaryStatusLine(const Profile &profile)
     line += label(QCoreApplication::translate("SummaryForm", "Ignition voltage"))
         + QString::number(profile.voltage()) + QStringLiteral(" V") + separator;
 
-    line += label(QCoreApplication::translate("SummaryForm", "Side stand blocking"));
+    line += label(QCoreApplication::translate("SummaryForm", "Side stand monitoring"));
     if (profile.sideStandMonitoring()) {
         line += QCoreApplication::translate("SummaryForm", "enabled") + QStringLiteral("; ");
         line += profile.groundEnablesIgnition()
@@ -48,14 +56,12 @@ QString summaryStatusLine(const Profile &profile)
     }
     line += separator;
 
-    line += label(QCoreApplication::translate("SummaryForm", "Pick-up transition"));
-    line += profile.pickUpRisingEdge() ? QCoreApplication::translate("SummaryForm", "positive")
-                                       : QCoreApplication::translate("SummaryForm", "negative");
+    line += label(QCoreApplication::translate("SummaryForm", "Pulse generator edge"));
+    line += profile.pickUpRisingEdge() ? QCoreApplication::translate("SummaryForm", "trigger with rising edge")
+                                       : QCoreApplication::translate("SummaryForm", "trigger with falling edge");
     line += separator;
 
-    line += label(profile.sensorMode() == 0
-            ? QCoreApplication::translate("SummaryForm", "Sensor advance")
-            : QCoreApplication::translate("SummaryForm", "Hall-sensor advance"));
+    line += label(QCoreApplication::translate("SummaryForm", "Sensor advance"));
     line += sensorAdvanceText(profile);
     return line;
 }

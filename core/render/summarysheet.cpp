@@ -192,7 +192,7 @@ std::vector<SheetItem> sheetItems(const Profile &profile)
                 : QCoreApplication::translate("SummarySheet", "Ground blocks ignition"),
             QString()});
     }
-    items.push_back({QCoreApplication::translate("SummarySheet", "Pulse generator"),
+    items.push_back({QCoreApplication::translate("SummarySheet", "Pulse generator edge"),
         profile.pickUpRisingEdge()
             ? QCoreApplication::translate("SummarySheet", "trigger with rising edge")
             : QCoreApplication::translate("SummarySheet", "trigger with falling edge")});

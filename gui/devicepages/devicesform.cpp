@@ -64,10 +64,7 @@ void DevicesForm::onNext()
 void DevicesForm::retranslate(int)
 {
     m_ui->retranslateUi(this);
-    m_ui->explanationLabel->setText(withBraceMarkup(
-        tr("Automatic detection of the {USB/UART bridge} that connects your CDI with your computer failed. "
-           "Please make sure that it is plugged in and either retry detection or manually select the "
-           "appropriate port in the list below.")));
+    explain();
     setStatusTip(tr("Please select the port of your CDI."));
     if (isVisible())
         onRefreshList();
@@ -78,6 +75,7 @@ void DevicesForm::onRefreshList()
     setEnabled(false);
     const std::vector<SerialPortEntry> ports = m_ports->ports();
     m_listed = portNames(ports);
+    m_bridge.clear();
     m_ui->portList->clear();
     for (const SerialPortEntry &port : ports) {
         QString text = port.name;
@@ -92,10 +90,29 @@ void DevicesForm::onRefreshList()
         auto *item = new QListWidgetItem(text, m_ui->portList);
         item->setData(Qt::UserRole, port.name);
         item->setSelected(isBridgePort(port));
+        if (item->isSelected() && m_bridge.isEmpty())
+            m_bridge = port.name;
     }
     if (m_ui->portList->count() > 0)
         m_ui->portList->setCurrentRow(0, QItemSelectionModel::NoUpdate);
+    explain();
     setEnabled(true);
+}
+
+// Once a bridge is listed and selected, detection has not failed: the page asks only to confirm.
+void DevicesForm::explain()
+{
+    if (!m_bridge.isEmpty()) {
+        m_ui->explanationLabel->setText(withBraceMarkup(
+            tr("The {USB/UART bridge} of your CDI was found on %1 and is selected in the list below. Choose "
+               "Next to use it, or select another port.")
+                .arg(portPath(m_bridge).toHtmlEscaped())));
+        return;
+    }
+    m_ui->explanationLabel->setText(withBraceMarkup(
+        tr("Automatic detection of the {USB/UART bridge} that connects your CDI with your computer failed. "
+           "Please make sure that it is plugged in and either retry detection or manually select the "
+           "appropriate port in the list below.")));
 }
 
 void DevicesForm::onRetryAutoDetection()

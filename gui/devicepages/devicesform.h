@@ -45,9 +45,12 @@ signals:
 
 private:
     void pollPorts();
+    void explain();
 
     std::unique_ptr<Ui::DevicesForm> m_ui;
     const std::unique_ptr<const IPortLister> m_ports;
     QTimer m_poll;
     QStringList m_listed;
+    // The first bridge listed, selected at the listing.
+    QString m_bridge;
 };

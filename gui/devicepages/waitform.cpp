@@ -1,10 +1,14 @@
 #include "devicepages/waitform.h"
 
 #include "device/exchangewording.h"
+#include "device/serialports.h"
 #include "profile/fileerror.h"
 #include "shell/iuserprompts.h"
 #include "ui_waitform.h"
 
+#include <QClipboard>
+#include <QFontDatabase>
+#include <QGuiApplication>
 #include <QMovie>
 
 namespace {
@@ -23,6 +27,13 @@ WaitForm::WaitForm(QWidget *parent)
     connect(&m_timer, &QTimer::timeout, this, &WaitForm::onTimer);
     connect(m_ui->retryButton, &QPushButton::clicked, this, &WaitForm::retryRequested);
     connect(m_ui->otherPortButton, &QPushButton::clicked, this, &WaitForm::otherPortRequested);
+    connect(m_ui->detailsButton, &QToolButton::toggled, this, &WaitForm::onDetailsToggled);
+    connect(m_ui->copyButton, &QPushButton::clicked, this,
+        [this] { QGuiApplication::clipboard()->setText(details()); });
+    // The details are for support: closed until asked for, the bytes in columns.
+    m_ui->detailsEdit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    onDetailsToggled(false);
+    wordDetails();
     showLook(Look::Busy);
     m_movie->stop();
 }
@@ -46,6 +57,9 @@ void WaitForm::onNext()
 
 void WaitForm::showActivity(DeviceExchange exchange)
 {
+    // A new action starts its details afresh; the exchanges that follow within it add to them.
+    if (exchange != DeviceExchange::Program && exchange != DeviceExchange::ReadBack)
+        m_transcripts.clear();
     const ExchangeWords words = activityWords(exchange);
     m_ui->titleLabel->setText(words.title);
     m_ui->textEdit->setHtml(words.text);
@@ -61,7 +75,7 @@ void WaitForm::showWaiting()
 // A failure without a title of its own keeps the activity's title.
 void WaitForm::showResult(const ExchangeResult &result)
 {
-    const ExchangeWords words = resultWords(result);
+    const ExchangeWords words = resultWords(result, m_library);
     if (!words.title.isEmpty())
         m_ui->titleLabel->setText(words.title);
     m_ui->textEdit->setHtml(words.text);
@@ -101,6 +115,57 @@ void WaitForm::showRefusal(const DeviceRefusal &refusal)
     }
 }
 
+// Told again as the exchange goes on; an exchange is known by when its port was opened.
+void WaitForm::showTranscript(const ExchangeTranscript &transcript)
+{
+    if (!m_transcripts.isEmpty() && m_transcripts.constLast().opened == transcript.opened)
+        m_transcripts.last() = transcript;
+    else
+        m_transcripts.append(transcript);
+    QString port = tr("Port: %1").arg(portPath(transcript.portName));
+    if (!transcript.description.isEmpty())
+        port += QStringLiteral(" (%1)").arg(transcript.description);
+    m_ui->portLabel->setText(port);
+    QStringList texts;
+    for (const ExchangeTranscript &each : std::as_const(m_transcripts))
+        texts << transcriptText(each);
+    m_ui->detailsEdit->setPlainText(texts.join(QLatin1Char('\n')));
+}
+
+void WaitForm::onDetailsToggled(bool open)
+{
+    m_ui->detailsButton->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
+    m_ui->detailsEdit->setVisible(open);
+    m_ui->copyButton->setVisible(open);
+}
+
+void WaitForm::wordDetails()
+{
+    m_ui->detailsButton->setText(tr("&Details"));
+    m_ui->copyButton->setText(tr("Cop&y"));
+    m_ui->detailsEdit->setAccessibleName(tr("Frames exchanged with the CDI"));
+    if (!m_transcripts.isEmpty())
+        showTranscript(m_transcripts.takeLast());
+}
+
+// A result already shown stays in its language; the controls follow the new one.
+void WaitForm::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        wordDetails();
+    QWidget::changeEvent(event);
+}
+
+QString WaitForm::port() const
+{
+    return m_ui->portLabel->text();
+}
+
+QString WaitForm::details() const
+{
+    return m_ui->detailsEdit->toPlainText();
+}
+
 QString WaitForm::title() const
 {
     return m_ui->titleLabel->text();
@@ -132,4 +197,10 @@ void WaitForm::onTimer()
     m_ui->okLabel2->setVisible(second);
     if (m_frame >= 2 * kBlinks)
         m_timer.stop();
+}
+
+void WaitForm::showConfirmationPending()
+{
+    m_movie->stop();
+    m_ui->textEdit->setHtml(confirmationPendingWords());
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "device/exchangeresult.h"
+#include "device/exchangetranscript.h"
 #include "shell/cbrowserwidget.h"
 
 #include <QTimer>
@@ -8,6 +9,7 @@
 
 #include <memory>
 
+class DefaultLibrary;
 struct FileError;
 class QMovie;
 namespace Ui {
@@ -36,9 +38,18 @@ public:
     void showCopyNotKept(const FileError &error);
     // A message box: the action did not start.
     void showRefusal(const DeviceRefusal &refusal);
+    // The port in use, and in the details every frame so far.
+    void showTranscript(const ExchangeTranscript &transcript);
+    // Between reading the CDI and programming it, while the user is asked.
+    void showConfirmationPending();
+    // Names motorbike types in what a read back finds; it must outlive the page.
+    void setLibrary(const DefaultLibrary *library) { m_library = library; }
 
     QString title() const;
     QString text() const;
+    QString port() const;
+    // What the details show and Copy puts on the clipboard.
+    QString details() const;
     // The picture shown: busy, success or failure.
     enum class Look
     {
@@ -55,13 +66,22 @@ signals:
     void retryRequested();
     void otherPortRequested();
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void showLook(Look look);
     void onTimer();
+    void wordDetails();
+    void onDetailsToggled(bool open);
 
     std::unique_ptr<Ui::WaitForm> m_ui;
     QMovie *m_movie;
     QTimer m_timer;
     Look m_look = Look::Busy;
     int m_frame = 0;
+    // Every exchange of the action shown, in order: a programming reads the CDI, writes it and
+    // reads it back.
+    QList<ExchangeTranscript> m_transcripts;
+    const DefaultLibrary *m_library = nullptr;
 };

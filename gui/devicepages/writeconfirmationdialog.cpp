@@ -1,9 +1,15 @@
 #include "devicepages/writeconfirmationdialog.h"
 
+#include "device/exchangewording.h"
 #include "profile/profile.h"
 #include "ui_writeconfirmationdialog.h"
 
 #include <QEvent>
+
+namespace {
+// The most the list of changes takes of the dialog's height: about a dozen lines.
+constexpr int kChangesHeight = 190;
+} // namespace
 
 WriteConfirmationDialog::WriteConfirmationDialog(QWidget *parent)
     : QDialog(parent)
@@ -22,7 +28,41 @@ void WriteConfirmationDialog::setProfile(const Profile &profile)
     m_name = profile.name();
     m_custom = profile.isCustom();
     m_ui->checkBoxAllowReimport->setChecked(true);
+    m_preview.reset();
     showProfileName();
+    showChanges();
+    adjustSize();
+}
+
+void WriteConfirmationDialog::setPreview(const ProgrammingPreview &preview, const DefaultLibrary *library)
+{
+    setProfile(preview.profile);
+    m_preview = preview;
+    m_library = library;
+    showChanges();
+    adjustSize();
+}
+
+void WriteConfirmationDialog::showChanges()
+{
+    m_ui->changesArea->setVisible(m_preview.has_value());
+    m_ui->changesLabel->setText(m_preview ? previewWords(*m_preview, m_library) : QString());
+    fitChanges();
+}
+
+// As tall as the changes need, up to the form's limit; beyond it they scroll. Only known once
+// the dialog has its width.
+void WriteConfirmationDialog::fitChanges()
+{
+    const int width = m_ui->changesArea->viewport()->width();
+    const int needed = m_ui->changesLabel->heightForWidth(width);
+    m_ui->changesArea->setFixedHeight(qMin(needed, kChangesHeight));
+}
+
+void WriteConfirmationDialog::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    fitChanges();
     adjustSize();
 }
 
@@ -48,6 +88,7 @@ void WriteConfirmationDialog::changeEvent(QEvent *event)
         m_ui->retranslateUi(this);
         m_ui->checkBoxAllowReimport->setChecked(allow);
         showProfileName();
+        showChanges();
     }
     QDialog::changeEvent(event);
 }

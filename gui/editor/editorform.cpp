@@ -9,9 +9,14 @@
 #include "editor/notesform.h"
 #include "editor/tableform.h"
 #include "profile/defaultlibrary.h"
+#include "profile/mapvalidation.h"
+#include "profile/profilefile.h"
+#include "profile/recentprofiles.h"
+#include "profile/suggestedfilename.h"
 #include "shell/clanguageswitcher.h"
-#include "shell/ibrowsermain.h"
+#include "shell/cprofilefiles.h"
 #include "shell/iuserprompts.h"
+#include "shell/problemink.h"
 
 #include "ui_editorform.h"
 
@@ -38,6 +43,7 @@ EditorForm::EditorForm(
 {
     Q_INIT_RESOURCE(images);
     m_ui->setupUi(this);
+    setProblemInk(m_ui->problemLabel);
 
     m_nameForm = new NameForm(this, this);
     m_ui->nameLayout->addWidget(m_nameForm);
@@ -91,11 +97,6 @@ void EditorForm::setTabOrderAsSeen()
     }
 }
 
-void EditorForm::setBrowserMain(IBrowserMain *main)
-{
-    m_browserMain = main;
-}
-
 void EditorForm::setTexts()
 {
     m_tableHint->setHintText(tr("Click to edit"));
@@ -109,9 +110,10 @@ QString EditorForm::prompt() const
     return tr("Edit your profile. Drag the points in the graph or type into the table.");
 }
 
-void EditorForm::setProfile(const Profile &profile)
+void EditorForm::setProfile(const Profile &profile, const QString &filePath)
 {
     m_profile = profile;
+    m_filePath = filePath;
     m_profile.setKind(ProfileKind::Custom);
     m_profileLoaded = true;
     refresh();
@@ -134,6 +136,19 @@ void EditorForm::refresh()
     m_flagsForm->setProfile(&m_profile);
     m_tableForm->setProfile(&m_profile);
     m_graphForm->showProfile(&m_profile, m_tableForm->currentRow(), true);
+    showChecks();
+}
+
+// The checker's verdict: the faulty cells marked, the first problem in words under the map,
+// and the same words on the graph.
+void EditorForm::showChecks()
+{
+    const MapValidation validation = validate(m_profile);
+    m_tableForm->showValidation(validation);
+    const QStringList problems = validation.problems();
+    m_ui->problemLabel->setText(problems.value(0));
+    m_ui->problemLabel->setVisible(!problems.isEmpty());
+    m_graphForm->setToolTip(problems.join(QLatin1Char('\n')));
 }
 
 void EditorForm::showInformation()
@@ -150,11 +165,14 @@ bool EditorForm::confirmDiscard()
         return true;
     const QString text = kRichTextMark
         + tr("Your current CDI profile <b>%1</b> has unsaved changes.<br><br>"
-             "Do you really want to discard them?")
+             "Do you want to save them?")
               .arg(m_profile.name().toHtmlEscaped());
-    const int answer
-        = userPrompts().ask(this, tr("Unsaved changes"), text, {tr("Discard changes"), tr("Back")}, 0, -1);
-    if (answer != 0)
+    // Cancel is the default and Escape's answer: a stray Enter loses nothing.
+    const int answer = userPrompts().ask(
+        this, tr("Unsaved changes"), text, {tr("&Save"), tr("&Discard"), tr("Cancel")}, 2, 2);
+    if (answer == 0)
+        return save();
+    if (answer != 1)
         return false;
     // Discarded edits are gone: the profile goes back to what was last loaded or saved, so
     // nothing brings them back unprotected.
@@ -188,6 +206,32 @@ void EditorForm::resetProfile()
     refresh();
 }
 
+bool EditorForm::save()
+{
+    return m_filePath.isEmpty() ? saveAs() : writeTo(m_filePath);
+}
+
+bool EditorForm::saveAs()
+{
+    const QString suggested = m_filePath.isEmpty()
+        ? suggestedFileName(m_profile.name(), tr("profile")) + QLatin1String(".cdi")
+        : m_filePath;
+    const QString path = userPrompts().saveFileName(this, tr("Save CDI profile"), suggested, CProfileFiles::filter());
+    return !path.isEmpty() && writeTo(path);
+}
+
+bool EditorForm::writeTo(const QString &path)
+{
+    if (!CProfileFiles::write(
+            this, path, tr("Save CDI profile"), tr("Saving profile failed"), profileFileBytes(m_profile)))
+        return false;
+    m_filePath = path;
+    markSaved();
+    CRecentProfiles().add(path, m_profile.name());
+    emit saved(path);
+    return true;
+}
+
 void EditorForm::markSaved()
 {
     m_profile.setModified(false);
@@ -201,6 +245,8 @@ void EditorForm::setActive(bool active)
     if (active) {
         setStatusTip(prompt());
         show();
+        // The map is what the editor is for: the keyboard starts in it.
+        m_tableView->setFocus(Qt::OtherFocusReason);
     } else {
         hide();
     }
@@ -208,14 +254,13 @@ void EditorForm::setActive(bool active)
 
 void EditorForm::onBack()
 {
-    if (confirmDiscard() && m_browserMain)
-        m_browserMain->showStart();
+    if (confirmDiscard())
+        emit leaveRequested();
 }
 
 void EditorForm::onNext()
 {
-    if (m_browserMain)
-        m_browserMain->showProgrammingConfirmation(m_profile);
+    emit programmingRequested(m_profile);
 }
 
 void EditorForm::retranslate(int)
@@ -231,6 +276,7 @@ void EditorForm::retranslate(int)
 void EditorForm::updateGraph()
 {
     m_graphForm->showProfile(&m_profile, m_tableForm->currentRow(), true);
+    showChecks();
 }
 
 void EditorForm::setProfileName(const QString &name)
@@ -256,6 +302,7 @@ void EditorForm::onMapChanged(bool rescale)
 {
     m_tableForm->setProfile(&m_profile);
     m_graphForm->showProfile(&m_profile, m_tableForm->currentRow(), rescale);
+    showChecks();
 }
 
 void EditorForm::onPointSelected(int index, bool rescale)
@@ -317,5 +364,8 @@ bool EditorForm::eventFilter(QObject *watched, QEvent *event)
         QApplication::closeAllWindows();
     else if (event->type() == QEvent::Resize && (watched == this || watched == m_tableView))
         m_tableForm->centreHintLabel();
+    // The notices over the map go when the keyboard starts working there, as they do for the mouse.
+    else if (event->type() == QEvent::KeyPress && watched == m_tableView && m_blinker->isRunning())
+        onHintLabelTouched();
     return QWidget::eventFilter(watched, event);
 }

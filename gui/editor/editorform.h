@@ -17,7 +17,6 @@ class DefaultLibrary;
 class FlagsForm;
 class GraphForm;
 class HintDialog;
-class IBrowserMain;
 class NameForm;
 class NotesForm;
 class TableForm;
@@ -46,13 +45,18 @@ public:
         QWidget *parent = nullptr);
     ~EditorForm() override;
 
-    // The main window, for Back and Next.
-    void setBrowserMain(IBrowserMain *main);
-
-    // Takes a copy of the profile as the user's own, with no unsaved changes.
-    void setProfile(const Profile &profile);
-    // Asks before unsaved changes are dropped, whatever page shows; true when the profile may be
-    // left or replaced. Discarding puts the profile back to its last loaded or saved state.
+    // Takes a copy of the profile as the user's own, with no unsaved changes; the file it came
+    // from, if any, is where Save writes it.
+    void setProfile(const Profile &profile, const QString &filePath = QString());
+    // The file the profile came from or was last saved to; empty for a new one.
+    QString filePath() const { return m_filePath; }
+    // Save writes to that file, and asks for one only where there is none; Save as always asks.
+    // True once the file holds the profile; a failure has been told.
+    bool save();
+    bool saveAs();
+    // Asks before unsaved changes are dropped, whatever page shows: Save, Discard or Cancel.
+    // True when the profile may be left or replaced: it was saved, or discarded, which puts it
+    // back to its last loaded or saved state.
     bool confirmDiscard();
     // Puts the profile back to its factory template, after asking.
     void resetProfile();
@@ -79,6 +83,14 @@ public:
 
     void onHintLabelTouched() override;
 
+signals:
+    // Back, once the unsaved-changes question allowed leaving.
+    void leaveRequested();
+    // Next: the working profile goes to the confirmation before programming.
+    void programmingRequested(const Profile &profile);
+    // The profile was written to the file.
+    void saved(const QString &path);
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -87,6 +99,8 @@ private slots:
 
 private:
     void refresh();
+    void showChecks();
+    bool writeTo(const QString &path);
     void record(const QString &step);
     void applySnapshot(const Profile &profile);
     void showInformation();
@@ -98,7 +112,6 @@ private:
     const DefaultLibrary *m_library;
     CLanguageSwitcher &m_switcher;
     HintDialog &m_hintDialog;
-    IBrowserMain *m_browserMain = nullptr;
 
     // The child widgets, owned through the widget tree.
     FlagsForm *m_flagsForm;
@@ -108,6 +121,7 @@ private:
     GraphForm *m_graphForm;
 
     Profile m_profile;
+    QString m_filePath;
     // The profile as last loaded, saved or reset: what a discard goes back to.
     Profile m_saved;
     // The profile as the last step of the history left it.

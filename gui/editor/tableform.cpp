@@ -149,6 +149,27 @@ void TableForm::setProfile(Profile *profile)
     m_ui->toolButtonSort->setVisible(!map.isStrictlyAscending());
 }
 
+void TableForm::showValidation(const MapValidation &validation)
+{
+    if (!m_profile)
+        return;
+    GuardScope guard(m_updating);
+    // A translucent red reads on light and dark palettes alike, with the palette's own text.
+    const QBrush faulty(QColor(230, 40, 40, 90));
+    for (int row = 0; row < kMapPointCount; ++row) {
+        for (int column : {kRpmColumn, kAngleColumn}) {
+            QStandardItem *item = m_model->item(row, column);
+            if (!item)
+                continue;
+            const QString message = validation.cellMessage(row, column, m_profile->map());
+            item->setToolTip(message);
+            item->setData(message.isEmpty() ? QVariant() : QVariant(faulty), Qt::BackgroundRole);
+            // Screen readers say why the cell is marked.
+            item->setData(message.isEmpty() ? QVariant() : QVariant(message), Qt::AccessibleDescriptionRole);
+        }
+    }
+}
+
 int TableForm::currentRow() const
 {
     const QModelIndex current = m_ui->tableView->currentIndex();

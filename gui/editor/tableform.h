@@ -6,6 +6,7 @@
 
 class CHintLabel;
 class IProfileEditorMain;
+struct MapValidation;
 class Profile;
 class QModelIndex;
 class QStandardItem;
@@ -32,6 +33,9 @@ public:
     int currentRow() const;
     // Selects the point the graph picked, without reporting the selection back.
     void selectRow(int row);
+    // Marks the cells the checker finds fault with, each with the checker's message as its tool
+    // tip.
+    void showValidation(const MapValidation &validation);
 
     // The floating "Click to edit" label is placed over the table, centred.
     void setHintLabel(CHintLabel *label);

@@ -3,6 +3,7 @@
 #include "shell/clanguageswitcher.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QEvent>
 
 namespace {
@@ -16,8 +17,12 @@ CLanguageMenu::CLanguageMenu(CLanguageSwitcher &switcher, QWidget *parent)
     : QMenu(parent)
     , m_switcher(switcher)
 {
+    // The language in use is checked; choosing one checks it and unchecks the other.
+    auto *group = new QActionGroup(this);
     for (int language = 0; language < CLanguageSwitcher::kLanguageCount; ++language) {
         QAction *action = addAction(languageIcon(language), QString());
+        action->setCheckable(true);
+        group->addAction(action);
         QFont font = action->font();
         if (font.pointSizeF() > 0) {
             font.setPointSizeF(font.pointSizeF() * kNameSizeFactor);
@@ -60,6 +65,8 @@ void CLanguageMenu::changeEvent(QEvent *event)
 void CLanguageMenu::retranslateUi()
 {
     setTitle(tr("Language"));
-    for (int language = 0; language < m_actions.size(); ++language)
+    for (int language = 0; language < m_actions.size(); ++language) {
         m_actions[language]->setText(CLanguageSwitcher::languageName(language));
+        m_actions[language]->setChecked(language == m_switcher.language());
+    }
 }

@@ -1,8 +1,8 @@
 #include "start/comparisonform.h"
 
+#include "profile/profile.h"
 #include "render/bracemarkup.h"
-#include "shell/ibrowsermain.h"
-#include "start/ccomparisonparent.h"
+#include "shell/cprofilefiles.h"
 #include "start/cprofileitem.h"
 
 #include "ui_comparisonform.h"
@@ -26,16 +26,6 @@ ComparisonForm::ComparisonForm(QWidget *parent)
 }
 
 ComparisonForm::~ComparisonForm() = default;
-
-void ComparisonForm::setComparisonParent(CComparisonParent *parent)
-{
-    m_parent = parent;
-}
-
-void ComparisonForm::setBrowserMain(IBrowserMain *main)
-{
-    m_main = main;
-}
 
 void ComparisonForm::addProfile(const Profile &profile)
 {
@@ -80,15 +70,12 @@ void ComparisonForm::updateButtons()
 
 void ComparisonForm::onAddDefaultButton()
 {
-    if (m_parent)
-        m_parent->chooseTemplateForComparison();
+    emit templateChoiceRequested();
 }
 
 void ComparisonForm::onAddCustomButton()
 {
-    if (!m_main)
-        return;
-    if (const std::optional<Profile> profile = m_main->readProfileFromFile())
+    if (const std::optional<Profile> profile = CProfileFiles::open(this))
         addProfile(*profile);
 }
 
@@ -115,6 +102,5 @@ void ComparisonForm::onClearButton()
 
 void ComparisonForm::onShowGraphButton()
 {
-    if (m_parent)
-        m_parent->showComparisonGraph(profiles());
+    emit graphRequested(profiles());
 }

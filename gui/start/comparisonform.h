@@ -8,8 +8,6 @@
 namespace Ui {
 class ComparisonForm;
 }
-class CComparisonParent;
-class IBrowserMain;
 class Profile;
 
 // The list of profiles to compare: factory templates and the user's own files, in the order
@@ -22,15 +20,17 @@ public:
     explicit ComparisonForm(QWidget *parent = nullptr);
     ~ComparisonForm() override;
 
-    // Not owned; both are set once the start page and the main window exist.
-    void setComparisonParent(CComparisonParent *parent);
-    void setBrowserMain(IBrowserMain *main);
-
     // Appends a copy.
     void addProfile(const Profile &profile);
     // Copies of the listed profiles, in list order.
     std::vector<Profile> profiles() const;
     void retranslate();
+
+signals:
+    // Add factory template: the start page's template chooser picks it.
+    void templateChoiceRequested();
+    // Show graph, with the listed profiles in list order.
+    void graphRequested(const std::vector<Profile> &profiles);
 
 private slots:
     void onAddDefaultButton();
@@ -44,6 +44,4 @@ private:
     void setToolTips();
 
     std::unique_ptr<Ui::ComparisonForm> m_ui;
-    CComparisonParent *m_parent = nullptr;
-    IBrowserMain *m_main = nullptr;
 };

@@ -7,7 +7,6 @@
 namespace Ui {
 class ContinueForm;
 }
-class IContinueMain;
 
 // A panel on the start page that offers to go on with the profile last opened in the editor:
 // a text naming the profile and a button. The start page sets the texts and decides where the
@@ -20,13 +19,12 @@ public:
     explicit ContinueForm(QWidget *parent = nullptr);
     ~ContinueForm() override;
 
-    void setContinueMain(IContinueMain *main);
     void setTexts(const QString &richText, const QString &buttonText);
 
-private slots:
-    void onButtonClicked();
+signals:
+    // The panel's button was pressed.
+    void continueRequested();
 
 private:
     std::unique_ptr<Ui::ContinueForm> m_ui;
-    IContinueMain *m_main = nullptr;
 };

@@ -3,7 +3,7 @@
 #include "profile/profile.h"
 #include "profile/recentprofiles.h"
 #include "render/bracemarkup.h"
-#include "shell/ibrowsermain.h"
+#include "start/bridgestatelabel.h"
 #include "start/comparisonform.h"
 #include "start/continueform.h"
 #include "start/defaultprofilesgui.h"
@@ -35,8 +35,9 @@ WizardForm::WizardForm(CLanguageSwitcher &switcher, const DefaultLibrary *librar
     , m_library(library)
 {
     m_ui->setupUi(this);
-    m_ui->editContinueForm->setContinueMain(this);
-    m_ui->programmingContinueForm->setContinueMain(this);
+    connect(m_ui->editContinueForm, &ContinueForm::continueRequested, this, &WizardForm::continueEditingRequested);
+    connect(m_ui->programmingContinueForm, &ContinueForm::continueRequested, this,
+        &WizardForm::programEditedRequested);
     markUpToolTips();
     const std::pair<QPushButton *, const char *> icons[] = {
         {m_ui->editProfilesButton, "continue"},
@@ -71,11 +72,15 @@ WizardForm::WizardForm(CLanguageSwitcher &switcher, const DefaultLibrary *librar
 
 WizardForm::~WizardForm() = default;
 
-void WizardForm::setBrowserMain(IBrowserMain *main)
+CBridgeWatch &WizardForm::bridgeWatch()
 {
-    m_main = main;
-    if (m_comparison)
-        m_comparison->setBrowserMain(main);
+    return m_ui->bridgeStateLabel->watch();
+}
+
+void WizardForm::setEditedProfileName(const std::optional<QString> &name)
+{
+    m_editedProfileName = name;
+    updateContinuePanels();
 }
 
 // ---- views ----
@@ -103,8 +108,8 @@ void WizardForm::updateRecentList()
 
 void WizardForm::onRecentClicked(QListWidgetItem *item)
 {
-    if (m_main && item)
-        m_main->openRecentProfile(item->data(Qt::UserRole).toString());
+    if (item)
+        emit recentProfileRequested(item->data(Qt::UserRole).toString());
 }
 
 void WizardForm::showProgrammingChoices()
@@ -132,8 +137,9 @@ ComparisonForm &WizardForm::comparison()
 {
     if (!m_comparison) {
         m_comparison = new ComparisonForm(); // owned by its view
-        m_comparison->setComparisonParent(this);
-        m_comparison->setBrowserMain(m_main);
+        connect(m_comparison, &ComparisonForm::templateChoiceRequested, this,
+            [this] { showTemplateChoice(kAddToComparison); });
+        connect(m_comparison, &ComparisonForm::graphRequested, this, &WizardForm::showComparisonGraph);
         m_ui->comparisonLayout->addWidget(m_comparison);
     }
     return *m_comparison;
@@ -170,6 +176,9 @@ void WizardForm::showView(View view)
         break;
     case View::Template:
         templates();
+        m_ui->templateTitleLabel->setText(m_templateMode == kAddToComparison ? tr("Choose a profile to compare")
+                : m_templateMode == kProgramTemplate                       ? tr("Choose a profile to program")
+                                                                           : tr("Choose a template"));
         m_ui->views->setCurrentWidget(m_ui->templateView);
         m_backView = m_templateMode == kProgramTemplate ? View::Programming
             : m_templateMode == kAddToComparison        ? View::Comparison
@@ -218,8 +227,7 @@ QString WizardForm::prompt() const
 // chooser needs it, named after what it does.
 void WizardForm::applyFrame()
 {
-    if (!m_main)
-        return;
+    PageButtons buttons;
     if (m_view == View::Template) {
         QString text;
         QString toolTip;
@@ -233,11 +241,15 @@ void WizardForm::applyFrame()
             text = tr("&Create");
             toolTip = tr("Create {custom profile} from selected template");
         }
-        m_main->setButtonState(true, true, true, templates().hasProfiles(), text, withBraceMarkup(toolTip));
+        buttons.nextVisible = true;
+        buttons.nextEnabled = templates().hasProfiles();
+        buttons.nextText = text;
+        buttons.nextToolTip = withBraceMarkup(toolTip);
     } else {
-        m_main->setButtonState(true, m_view != View::Main, false, false, QString(), QString());
+        buttons.backVisible = m_view != View::Main;
     }
-    m_main->refreshPrompt();
+    emit buttonsChanged(buttons);
+    emit promptChanged();
 }
 
 void WizardForm::setActive(bool active)
@@ -262,14 +274,14 @@ void WizardForm::onBack()
 
 void WizardForm::onNext()
 {
-    if (m_view != View::Template || !m_main)
+    if (m_view != View::Template)
         return;
     const std::optional<Profile> chosen = templates().selectedProfile();
     if (!chosen)
         return;
     switch (m_templateMode) {
     case kProgramTemplate:
-        m_main->confirmProgramming(*chosen);
+        emit programmingRequested(*chosen);
         break;
     case kAddToComparison:
         comparison().addProfile(*chosen);
@@ -277,8 +289,7 @@ void WizardForm::onNext()
         break;
     default:
         // The editor takes it as the user's own profile, in place of the one it holds.
-        if (m_main->mayLeaveEditor())
-            m_main->showEditor(*chosen);
+        emit editorRequested(*chosen);
         break;
     }
 }
@@ -297,8 +308,7 @@ void WizardForm::onCalibrationSelectionButton()
 
 void WizardForm::onTestConnectionButton()
 {
-    if (m_main)
-        m_main->requestConnectionTest();
+    emit connectionTestRequested();
 }
 
 void WizardForm::onCompareButton()
@@ -308,8 +318,7 @@ void WizardForm::onCompareButton()
 
 void WizardForm::onImportFromCDIButton()
 {
-    if (m_main)
-        m_main->requestImport();
+    emit importRequested();
 }
 
 void WizardForm::onCreateFromTemplateButton()
@@ -319,18 +328,12 @@ void WizardForm::onCreateFromTemplateButton()
 
 void WizardForm::onLoadFileButton()
 {
-    if (!m_main || !m_main->mayLeaveEditor())
-        return;
-    if (const std::optional<Profile> profile = m_main->readProfileFromFile())
-        m_main->showEditor(*profile);
+    emit openFileRequested();
 }
 
 void WizardForm::onCalibrateCustomButton()
 {
-    if (!m_main)
-        return;
-    if (const std::optional<Profile> profile = m_main->readProfileFromFile())
-        m_main->showProgrammingConfirmation(*profile);
+    emit programFileRequested();
 }
 
 void WizardForm::onCalibrateDefaultButton()
@@ -340,39 +343,21 @@ void WizardForm::onCalibrateDefaultButton()
 
 // ---- continue panels ----
 
-void WizardForm::onContinueRequested(ContinueForm &panel)
-{
-    if (!m_main)
-        return;
-    if (&panel == m_ui->editContinueForm) {
-        m_main->continueEditing();
-    } else if (&panel == m_ui->programmingContinueForm) {
-        if (const Profile *profile = m_main->editedProfile())
-            m_main->showProgrammingConfirmation(*profile);
-    }
-}
-
 // Both panels name the profile the editor holds, and are hidden while it holds none.
 void WizardForm::updateContinuePanels()
 {
-    const Profile *profile = m_main ? m_main->editedProfile() : nullptr;
-    m_ui->editContinueForm->setVisible(profile != nullptr);
-    m_ui->programmingContinueForm->setVisible(profile != nullptr);
-    if (!profile)
+    m_ui->editContinueForm->setVisible(m_editedProfileName.has_value());
+    m_ui->programmingContinueForm->setVisible(m_editedProfileName.has_value());
+    if (!m_editedProfileName)
         return;
     const QString name = QLatin1String(":<br><font color=") + highlightColour() + QLatin1Char('>')
-        + profile->name().toHtmlEscaped() + QLatin1String("</font>");
+        + m_editedProfileName->toHtmlEscaped() + QLatin1String("</font>");
     m_ui->editContinueForm->setTexts(tr("Continue editing profile") + name, tr("Continue &editing"));
     m_ui->programmingContinueForm->setTexts(
         tr("Program the CDI with the profile recently opened in editor") + name, tr("C&ontinue"));
 }
 
 // ---- comparison ----
-
-void WizardForm::chooseTemplateForComparison()
-{
-    showTemplateChoice(kAddToComparison);
-}
 
 void WizardForm::showComparisonGraph(const std::vector<Profile> &profiles)
 {

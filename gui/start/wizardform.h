@@ -2,33 +2,30 @@
 
 #include "shell/cbrowserwidget.h"
 #include "shell/itranslatable.h"
-#include "start/ccomparisonparent.h"
-#include "start/icontinuemain.h"
 
 #include <QWidget>
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace Ui {
 class WizardForm;
 }
+class CBridgeWatch;
 class CLanguageSwitcher;
 class ComparisonForm;
 class DefaultLibrary;
 class DefaultProfilesGui;
-class IBrowserMain;
+class Profile;
 class QListWidgetItem;
 class MultiGraphForm;
 
 // The start page. Its views lead to everything the program does: the main choices, the ways to
 // get a profile into the editor, the ways to program the CDI, the template chooser and the
 // comparison with its common graph. Two panels offer to go on with the profile last edited.
-class WizardForm : public QWidget,
-                   public CBrowserWidget,
-                   public IContinueMain,
-                   public ITranslatable,
-                   public CComparisonParent
+class WizardForm : public QWidget, public CBrowserWidget, public ITranslatable
 {
     Q_OBJECT
 
@@ -54,7 +51,9 @@ public:
     WizardForm(CLanguageSwitcher &switcher, const DefaultLibrary *library, QWidget *parent = nullptr);
     ~WizardForm() override;
 
-    void setBrowserMain(IBrowserMain *main);
+    // The name of the profile the editor holds, offered by the continue panels; nothing while
+    // the editor holds none.
+    void setEditedProfileName(const std::optional<QString> &name);
 
     void showMainChoices();
     void showProgrammingChoices();
@@ -63,6 +62,8 @@ public:
     void showTemplateChoice(int mode, std::function<void()> back = nullptr);
     void showView(View view);
     View view() const { return m_view; }
+    // The line on the CDI's bridge in the main view, for the device flow to keep informed.
+    CBridgeWatch &bridgeWatch();
     int templateMode() const { return m_templateMode; }
 
     // CBrowserWidget
@@ -70,15 +71,26 @@ public:
     void onBack() override;
     void onNext() override;
 
-    // IContinueMain
-    void onContinueRequested(ContinueForm &panel) override;
-
     // ITranslatable
     void retranslate(int language) override;
 
-    // CComparisonParent
-    void chooseTemplateForComparison() override;
-    void showComparisonGraph(const std::vector<Profile> &profiles) override;
+signals:
+    // The buttons below the page and the prompt above it changed with the view.
+    void buttonsChanged(const PageButtons &buttons);
+    void promptChanged();
+    // A template chosen to become the user's own profile in the editor.
+    void editorRequested(const Profile &profile);
+    // A template chosen to be programmed into the CDI.
+    void programmingRequested(const Profile &profile);
+    // A saved profile to open in the editor, or to program.
+    void openFileRequested();
+    void programFileRequested();
+    void recentProfileRequested(const QString &path);
+    // The continue panels: back to the editor, or program what it holds.
+    void continueEditingRequested();
+    void programEditedRequested();
+    void connectionTestRequested();
+    void importRequested();
 
 public slots:
     void onEditProfilesButton();
@@ -102,6 +114,7 @@ private:
     void markUpToolTips();
     void updateContinuePanels();
     void updateRecentList();
+    void showComparisonGraph(const std::vector<Profile> &profiles);
 
     std::unique_ptr<Ui::WizardForm> m_ui;
     CLanguageSwitcher &m_switcher;
@@ -110,7 +123,7 @@ private:
     DefaultProfilesGui *m_templates = nullptr;
     ComparisonForm *m_comparison = nullptr;
     MultiGraphForm *m_graph = nullptr;
-    IBrowserMain *m_main = nullptr;
+    std::optional<QString> m_editedProfileName;
     View m_view = View::Main;
     View m_backView = View::Main;
     int m_templateMode = kCreateCustom;

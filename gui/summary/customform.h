@@ -9,7 +9,6 @@
 #include <memory>
 
 class CLanguageSwitcher;
-class IBrowserMain;
 class SummaryForm;
 
 namespace Ui {
@@ -29,7 +28,6 @@ public:
 
     void setProfile(const Profile &profile);
     const Profile &profile() const { return m_profile; }
-    void setBrowserMain(IBrowserMain *main);
 
     void setActive(bool active) override;
     void onBack() override;
@@ -47,7 +45,6 @@ private:
     void showProfile();
 
     std::unique_ptr<Ui::CustomForm> m_ui;
-    IBrowserMain *m_browserMain = nullptr;
     SummaryForm *m_summary;
     Profile m_profile;
 };

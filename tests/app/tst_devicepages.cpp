@@ -1,18 +1,23 @@
 // The device pages as the user meets them: the program's own pages and dialogs against a virtual
 // CDI on a pseudo-terminal, with a short tick so that no exchange takes seconds.
+#include "device/cbridgewatch.h"
 #include "device/cdeviceflow.h"
 #include "device/cvirtualcdi.h"
 #include "device/serialports.h"
 #include "devicepages/devicesform.h"
 #include "devicepages/waitform.h"
 #include "devicepages/writeconfirmationdialog.h"
+#include "start/wizardform.h"
 #include "support/programfixture.h"
 
+#include <QClipboard>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSerialPort>
 #include <QSignalSpy>
 #include <QTimer>
+#include <QToolButton>
 
 namespace {
 
@@ -29,6 +34,23 @@ struct FixedPorts : IPortLister
     std::unique_ptr<IPortLister> clone() const override { return std::make_unique<FixedPorts>(); }
 };
 
+// Ports the test plugs in and pulls out while the program looks; it counts the looks.
+struct ChangingPorts : IPortLister
+{
+    struct Shared
+    {
+        std::vector<SerialPortEntry> ports;
+        int looks = 0;
+    };
+    std::vector<SerialPortEntry> ports() const override
+    {
+        ++shared->looks;
+        return shared->ports;
+    }
+    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<ChangingPorts>(*this); }
+    std::shared_ptr<Shared> shared = std::make_shared<Shared>();
+};
+
 } // namespace
 
 class TestDevicePages : public QObject
@@ -39,6 +61,7 @@ private slots:
     void exchanges_data();
     void exchanges();
     void portSelection();
+    void bridgeState();
 };
 
 // The action is ping, import, program (the reimport box unchecked), cancel the programming, or
@@ -54,20 +77,28 @@ void TestDevicePages::exchanges_data()
     };
     row("ping", "none", "Test successful",
         "Your CDI responded as expected. Firmware 1.00 and serial number 123456 were reported.");
-    row("ping", "hangup", "Testing", "CDI sent an invalid response"); // keeps the activity's title
+    // The pseudo-terminal's name written as PTY.
+    row("ping", "hangup", "Test failed",
+        "The connection to the CDI on PTY was lost. Check the cable and the USB bridge, then try again.");
+    row("ping", "silent", "Test failed",
+        "Nothing answered on PTY. No CDI seems to be connected to this port.");
     row("ping", "port cannot be opened", "Connection to the CDI", "<p>Cannot open /dev/null/x: ");
-    // Rich text, the pseudo-terminal's name written as PTY.
+    // Rich text.
     row("ping", "port in use", "Connection to the CDI",
         "<p>PTY is in use by another program: tst_devicepages (process ");
     row("import", "none", "Import OK", "Imported profile data will be sent to editor shortly.");
     row("program", "copy cannot be kept", "Programming successful",
-        "Your CDI is now programmed with the profile Track.\nA copy of this profile could not be kept among "
-        "the programmed profiles: the file may not be written there: /proc/x.");
-    row("cancel", "none", "", "");
+        "Your CDI is now programmed with the profile Track. The echo confirmed receipt, but the profile "
+        "cannot be read back: it was programmed without allowing reimport.\nA copy of this profile could "
+        "not be kept among the programmed profiles: the file may not be written there: /proc/x.");
+    // The question shows what programming changes in the CDI, read just before.
+    row("cancel", "none", "",
+        "Programming changes what the CDI holds (now → after programming):<br>Ignition voltage: 169 V → 170 "
+        "V");
+    // Quitting, nobody stays for a read back.
     const char programmed[]
-        = "Your CDI is now programmed with the profile Track.\nA copy of this profile could "
-          "not be kept among the programmed profiles: the file may not be written there: "
-          "/proc/x.";
+        = "Your CDI is now programmed with the profile Track.\nA copy of this profile could not be kept among "
+          "the programmed profiles: the file may not be written there: /proc/x.";
     row("quit by Exit", "slow", "Programming successful", programmed);
     row("quit by closing the window", "slow", "Programming successful", programmed);
 }
@@ -89,6 +120,7 @@ void TestDevicePages::exchanges()
     held.setVoltage(held.voltage() - 1);
     cdi.setProfile(held);
     QSignalSpy requests(&cdi, &CVirtualCdi::requestHandled);
+    const QString port = cdi.portName(); // a hang-up moves the CDI
     CDeviceFlow &flow = program.window().deviceFlow();
     flow.setPacing({100, 30});
     flow.setImportDelay(50);
@@ -99,6 +131,7 @@ void TestDevicePages::exchanges()
     QVERIFY(fault != QLatin1String("port in use") || other.open(QIODevice::ReadWrite));
     Profile mine = program.firstTemplate();
     mine.setName(QStringLiteral("Track"));
+    QString changes; // what the question before programming says
     if (action == QLatin1String("ping")) {
         program.window().requestConnectionTest();
     } else if (action == QLatin1String("import")) {
@@ -117,24 +150,31 @@ void TestDevicePages::exchanges()
     } else {
         program.window().showEditor(mine);
         program.window().showProgrammingConfirmation(mine);
-        // The reimport box starts checked: a click gone astray shows as a CDI that allows a reimport.
-        QTimer::singleShot(0, [confirm = action == QLatin1String("program")] {
+        // The question comes once the CDI was read. The reimport box starts checked: a click gone
+        // astray shows as a CDI that allows a reimport.
+        QTimer answer;
+        answer.setInterval(20);
+        connect(&answer, &QTimer::timeout, [&, confirm = action == QLatin1String("program")] {
             auto *dialog = qobject_cast<WriteConfirmationDialog *>(QApplication::activeModalWidget());
-            QVERIFY(dialog);
+            if (!dialog)
+                return;
+            answer.stop();
+            changes = dialog->findChild<QLabel *>("changesLabel")->text();
             if (confirm)
                 WidgetTest::clickCheckBox(dialog->findChild<QCheckBox *>("checkBoxAllowReimport"));
             const char *button = confirm ? "pushButtonConfirm" : "pushButtonCancel";
             QTest::mouseClick(dialog->findChild<QPushButton *>(button), Qt::LeftButton);
         });
+        answer.start();
         program.click("nextButton");
+        QTRY_VERIFY_WITH_TIMEOUT(!answer.isActive(), 5000);
     }
 
     WaitForm *wait = program.window().findChild<WaitForm *>();
     if (!wait->isVisible()) {
         QVERIFY(!requests.wait(300));
         QCOMPARE(program.prompts.titles().join(""), title);
-        QCOMPARE(program.prompts.each(&ScriptedPrompts::Shown::text)
-                     .join("")
+        QCOMPARE(QString(program.prompts.each(&ScriptedPrompts::Shown::text).join("") + changes)
                      .replace(cdi.portName(), "PTY")
                      .left(text.size()),
             text);
@@ -144,9 +184,20 @@ void TestDevicePages::exchanges()
         QVERIFY(!program.button("nextButton")->isVisible()); // nowhere to go while it runs
     QTRY_VERIFY_WITH_TIMEOUT(!flow.isBusy(), 5000);
     QCOMPARE(wait->title(), title);
-    QCOMPARE(wait->text(), text);
-    QCOMPARE(
-        wait->look(), fault == QLatin1String("hangup") ? WaitForm::Look::Failure : WaitForm::Look::Success);
+    QCOMPARE(wait->text().replace(port, "PTY"), text);
+    QCOMPARE(wait->port().replace(port, "PTY"), QStringLiteral("Port: PTY (Virtual CDI)"));
+    QCOMPARE(wait->look(), title.contains("failed") ? WaitForm::Look::Failure : WaitForm::Look::Success);
+    // The frames, for support: closed until asked for, then copied as shown.
+    auto *details = wait->findChild<QPlainTextEdit *>("detailsEdit");
+    QVERIFY(!details->isVisible());
+    QTest::mouseClick(wait->findChild<QToolButton *>("detailsButton"), Qt::LeftButton);
+    QVERIFY(details->isVisible());
+    QTest::mouseClick(wait->findChild<QPushButton *>("copyButton"), Qt::LeftButton);
+    QCOMPARE(QGuiApplication::clipboard()->text(), wait->details());
+    QVERIFY2(wait->details().contains(QRegularExpression("\n +\\d+ ms  sent +4d f6 68 ")),
+        qPrintable(wait->details()));
+    // A programming keeps every exchange it made: the read before it, the write, the read back.
+    QVERIFY(action != QLatin1String("program") || wait->details().count(QLatin1String("Opened: ")) >= 2);
     // Every failure offers another port; the port page's Back leaves like the progress page's.
     auto *otherPort = wait->findChild<QPushButton *>("otherPortButton");
     QCOMPARE(otherPort->isVisible(), wait->look() == WaitForm::Look::Failure);
@@ -181,12 +232,54 @@ void TestDevicePages::portSelection()
     QCOMPARE(list->count(), 2);
     QVERIFY(list->item(1)->text().startsWith(QLatin1String("/dev/pts/7 - Virtual CDI (virtual CDI)")));
     QVERIFY(!list->item(0)->isSelected() && list->item(1)->isSelected());
+    // A bridge found is not a detection that failed.
+    QCOMPARE(form.findChild<QLabel *>("explanationLabel")->text(),
+        QStringLiteral(
+            "The <font color=#3E6C82>USB/UART bridge</font> of your CDI was found on /dev/pts/7 and "
+            "is selected in the list below. Choose Next to use it, or select another port."));
     form.onNext();
     QCOMPARE(chosen.takeFirst().at(0).toString(), QStringLiteral("/dev/pts/7"));
     list->clearSelection();
     form.onNext();
     QCOMPARE(program.prompts.each(&ScriptedPrompts::Shown::text), QStringList {"No port is selected."});
     QVERIFY(chosen.isEmpty());
+}
+
+// The start page says where the bridge is, within two seconds of a change and without a click,
+// and what a successful test reported; the ports are left alone while the page is hidden and
+// while an exchange runs.
+void TestDevicePages::bridgeState()
+{
+    Program program;
+    QVERIFY(program.ready());
+    CVirtualCdi cdi;
+    QVERIFY(cdi.open().isEmpty());
+    ChangingPorts ports;
+    ports.shared->ports = {{QStringLiteral("ttyS0"), QString(), QString(), 0, 0, false, false}};
+    CBridgeWatch &watch = program.window().findChild<WizardForm *>()->bridgeWatch();
+    watch.setPorts(ports);
+    watch.setInterval(50);
+    auto *label = program.child<QLabel>("bridgeStateLabel");
+    QTRY_COMPARE_WITH_TIMEOUT(label->text(), QStringLiteral("No CDI bridge plugged in"), 2000);
+    ports.shared->ports.push_back(
+        {QStringLiteral("ttyUSB0"), QString(), QString(), 0x10C4, 0xEA60, true, false});
+    QTRY_COMPARE_WITH_TIMEOUT(label->text(), QStringLiteral("CDI bridge on /dev/ttyUSB0"), 2000);
+    ports.shared->ports = {{cdi.portName(), QStringLiteral("Virtual CDI"), QString(), 0, 0, false, true}};
+    QTRY_COMPARE_WITH_TIMEOUT(label->text(), QStringLiteral("Virtual CDI on %1").arg(cdi.portName()), 2000);
+
+    CDeviceFlow &flow = program.window().deviceFlow();
+    flow.setPacing({100, 30});
+    flow.choosePort(cdi.portName());
+    program.window().requestConnectionTest();
+    QVERIFY(flow.isBusy() && !watch.isLooking());
+    QTRY_VERIFY_WITH_TIMEOUT(!flow.isBusy(), 5000);
+    const int looks = ports.shared->looks;
+    QTest::qWait(300);
+    QCOMPARE(ports.shared->looks, looks); // the progress page shows
+    program.click("backButton");
+    QCOMPARE(label->text(),
+        QStringLiteral("Virtual CDI on %1: firmware 1.00, serial number 123456").arg(cdi.portName()));
+    QVERIFY(watch.isLooking());
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestDevicePages)

@@ -1,9 +1,11 @@
 // The program at the fonts its users run: the map table's numbers and headings are never cut,
 // the main window with any of its pages shown fits 1000 x 560 at the default font, and at
 // 12 points it stays usable at 1024 x 700.
+#include "summary/customform.h"
 #include "support/programfixture.h"
 
 #include <QHeaderView>
+#include <QLabel>
 #include <QStyle>
 #include <QTableView>
 
@@ -79,8 +81,12 @@ void TestFit::fitsTheSystemFont()
     }
     QVERIFY(header->length() <= view->viewport()->width());
 
+    // Every point breaks its limits: the page names every row, still fits, and goes no further.
     program.window().showProgrammingConfirmation(widest);
     fits("confirmation");
+    const QLabel *problem = program.window().confirmation().findChild<QLabel *>(QStringLiteral("problemLabel"));
+    QVERIFY(problem->isVisible() && problem->text().contains(german ? "Zeilen 1, 2, 3" : "rows 1, 2, 3"));
+    QVERIFY(!program.button("nextButton")->isEnabled());
     program.window().showPortSelection();
     fits("port selection");
     program.window().showProgress();

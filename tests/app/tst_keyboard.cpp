@@ -1,6 +1,7 @@
 // The program works without a mouse: every button the user sees carries a mnemonic, and no
 // Alt+letter reachable at once stands for two controls, in English and in German alike.
 #include "data/cdisclaimeracceptance.h"
+#include "devicepages/waitform.h"
 #include "devicepages/writeconfirmationdialog.h"
 #include "dialogs/aboutdialog.h"
 #include "dialogs/disclaimerdialog.h"
@@ -126,7 +127,12 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
         {"editor", [&] { window.showEditor(program.firstTemplate()); }},
         {"start", [&] { window.showStart(); }}, {"ports", [&] { window.showPortSelection(); }},
         {"confirmation", [&] { window.showProgrammingConfirmation(program.firstTemplate()); }},
-        {"progress", [&] { window.showProgress(); }},
+        {"progress", // after a failure, its details open
+            [&] {
+                window.showProgress();
+                window.findChild<WaitForm *>()->showResult(ExchangeResult());
+                program.click("detailsButton");
+            }},
         {"notes", [&] { program.child<QTabWidget>("tabWidget")->setCurrentIndex(1); }}};
     // The dialogs and the menus each on their own: while one is open, only its keys count.
     const QHash<QString, QWidget *> dialogs {{"about", &program.windows->aboutDialog()},

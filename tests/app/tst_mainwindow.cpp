@@ -18,6 +18,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -119,6 +120,7 @@ private slots:
     void languageSwitchReachesEveryPage();
     void undoAndRedoByMenuAndKeys();
     void recentProfilesOpenThroughTheQuestion();
+    void saveGoesBackToItsFile();
     void unsavedEditsAreGuardedOnEveryPath_data();
     void unsavedEditsAreGuardedOnEveryPath();
 };
@@ -333,6 +335,9 @@ void TestMainWindow::languageSwitchReachesEveryPage()
     QCOMPARE(program.button("calibrationSelectionButton")->toolTip(),
         QStringLiteral("<font color=#3E6C82>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl"));
     QCoreApplication::removeTranslator(&translator);
+    // The Language menu checks the language in use.
+    const QList<QAction *> languages = program.child<QMenu>("menuLanguage")->actions();
+    QVERIFY(languages.size() == 2 && languages[0]->isChecked() && !languages[1]->isChecked());
 }
 
 // Ctrl+Z, Ctrl+Y and Ctrl+Shift+Z walk the editor's history, whose steps the menu names, the
@@ -380,7 +385,7 @@ void TestMainWindow::recentProfilesOpenThroughTheQuestion()
     QMetaObject::invokeMethod(menu, "aboutToShow");
     QAction *first = menu->actions().value(0);
     QVERIFY(first && first->text().startsWith(QLatin1String("&1 Recent one (recent.cdi, ")));
-    program.prompts.askAnswers = {1, 0};
+    program.prompts.askAnswers = {2, 1}; // Cancel, then Discard
     first->trigger();
     QCOMPARE(editor->profile().name(), QStringLiteral("Edited"));
 
@@ -390,6 +395,38 @@ void TestMainWindow::recentProfilesOpenThroughTheQuestion()
     QCOMPARE(program.prompt(), QString::fromLatin1(kEditorPrompt));
     QCOMPARE(editor->profile().name(), QStringLiteral("Recent one"));
     QCOMPARE(program.prompts.kinds(), (QStringList {"open", "ask", "ask"}));
+}
+
+// Save writes a profile back to the file it came from without a dialog and says so in the status
+// bar; Save as asks and moves the profile to the new file. The title names the profile and its
+// file and marks unsaved changes.
+void TestMainWindow::saveGoesBackToItsFile()
+{
+    Program program;
+    QVERIFY(program.ready());
+    QMainWindow &window = program.window();
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("road.cdi"));
+    const QString other = dir.filePath(QStringLiteral("other.cdi"));
+    QVERIFY(WidgetTest::writeFile(path, profileFileBytes(namedProfile(QStringLiteral("Road")))));
+    program.prompts.fileAnswers = QStringList {path};
+    take(program, QStringLiteral("^O"));
+    QCOMPARE(window.windowTitle(), QStringLiteral("Road (road.cdi)[*] - Sparkwright"));
+    QVERIFY(!window.isWindowModified());
+    program.window().editor().setProfileName(QStringLiteral("Track"));
+    QVERIFY(window.isWindowModified());
+
+    take(program, QStringLiteral("^S"));
+    QCOMPARE(program.prompts.kinds(), QStringList {"open"});
+    QCOMPARE(readProfileFile(path).value_or(Profile()).name(), QStringLiteral("Track"));
+    QVERIFY(!window.isWindowModified());
+    QCOMPARE(window.statusBar()->currentMessage(), "Saved to " + QDir::toNativeSeparators(path));
+
+    program.prompts.fileAnswers = QStringList {other};
+    QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(program.prompts.shown.value(1).buttons, QStringList {path});
+    QCOMPARE(window.windowTitle(), QStringLiteral("Track (other.cdi)[*] - Sparkwright"));
+    QVERIFY(QFile::exists(other));
 }
 
 void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()
@@ -408,18 +445,24 @@ void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()
 }
 
 // The edited profile lives on behind the other pages. Every path that replaces it or ends the
-// program asks first: "Back" keeps the edits, "Discard changes" takes them away for good, so
-// neither a cancelled file dialog nor the continue panel brings them back. Where the path ends
-// the program, the program's event loop ends with 0; else the call queued behind the path ends it
-// with 7.
+// program asks first (opening a file once the file was chosen): Cancel keeps the edits, Discard
+// takes them away for good, so neither a cancelled file dialog nor the continue panel brings them
+// back, and Save writes them to a file before the path goes on. Where the path ends the program,
+// the program's event loop ends with 0; else the call queued behind the path ends it with 7.
 void TestMainWindow::unsavedEditsAreGuardedOnEveryPath()
 {
     QFETCH(bool, fromStartPage);
     QFETCH(QString, path);
 
-    for (const int answer : {1, 0}) {
+    const bool replaces = path.contains(QLatin1String("^O")) || path.contains(QLatin1String("load"))
+        || path.contains(QLatin1String("next"));
+    for (const int answer : {2, 1, 0}) { // Cancel, Discard, Save
         Program program;
         QVERIFY(program.ready());
+        QTemporaryDir folder;
+        const QString opened = folder.filePath(QStringLiteral("opened.cdi"));
+        const QString saved = folder.filePath(QStringLiteral("saved.cdi"));
+        QVERIFY(WidgetTest::writeFile(opened, profileFileBytes(program.firstTemplate())));
         EditorForm *editor = &program.window().editor();
         take(program, QStringLiteral("editor"));
         editor->setProfileName(QStringLiteral("Edited"));
@@ -429,15 +472,23 @@ void TestMainWindow::unsavedEditsAreGuardedOnEveryPath()
         QVERIFY(program.prompts.shown.isEmpty());
 
         program.prompts.askAnswers = {answer};
+        if (path.contains(QLatin1String("^O")) || path.contains(QLatin1String("loadFile")))
+            program.prompts.fileAnswers << opened;
+        program.prompts.fileAnswers << saved;
         QTimer::singleShot(0, &program.window(), [&program, &path] {
             take(program, path);
             QTimer::singleShot(0, [] { QCoreApplication::exit(7); });
         });
-        const bool kept = answer == 1;
+        const bool kept = answer == 2;
         const bool ends = path == QLatin1String("exit") || path == QLatin1String("close");
         QCOMPARE(QCoreApplication::exec(), ends && !kept ? 0 : 7);
-        QCOMPARE(program.prompts.titles().value(0), QStringLiteral("Unsaved changes"));
-        QCOMPARE(editor->profile().name(), kept ? "Edited" : program.firstTemplate().name());
+        QVERIFY(program.prompts.titles().contains(QStringLiteral("Unsaved changes")));
+        if (answer == 0)
+            QCOMPARE(readProfileFile(saved).value_or(Profile()).name(), QStringLiteral("Edited"));
+        else
+            QVERIFY(!QFile::exists(saved));
+        QCOMPARE(editor->profile().name(),
+            kept || (answer == 0 && !replaces) ? "Edited" : program.firstTemplate().name());
         QCOMPARE(editor->profile().isModified(), kept);
         // Once discarded, leaving asks nothing more.
         program.prompts.shown.clear();

@@ -129,10 +129,61 @@ void TestDeviceCli::session()
 
     QCOMPARE(run({"import", path("held.cdi")}, out, err), 0);
     QCOMPARE(out, QStringLiteral("Import OK\nThe imported profile was saved as %1.\n").arg(path("held.cdi")));
+    // Read back after programming, unless it may not be or is not wanted.
+    QCOMPARE(run({"program", path("held.cdi")}, out, err), 0);
+    QVERIFY2(out.startsWith(QStringLiteral("Programmed and verified\n")), qPrintable(out + err));
+    QCOMPARE(run({"program", path("held.cdi"), "--no-verify"}, out, err), 0);
+    QVERIFY2(out.startsWith(QStringLiteral("Programming successful\n")), qPrintable(out + err));
+    // The differences as a CDI holding the first would get the second: names do not count.
+    const tl::expected<Profile, FileError> held = readProfileFile(path("held.cdi"));
+    QVERIFY(held);
+    Profile other = *held;
+    other.setName(QStringLiteral("Other"));
+    QVERIFY(saveProfileFile(other, path("renamed.cdi")));
+    other.setVoltage(220);
+    IgnitionMap map = other.map();
+    map.setPoint(2, 3200, 20);
+    other.setMap(map);
+    QVERIFY(saveProfileFile(other, path("other.cdi")));
+    QCOMPARE(run({"diff", path("held.cdi"), path("renamed.cdi")}, out, err), 0);
+    QCOMPARE(out + err, QString());
+    QCOMPARE(run({"diff", path("held.cdi"), path("other.cdi"), "--language", "de"}, out, err), 1);
+    QCOMPARE(
+        out, QStringLiteral("Punkt 3: 3000 U/min, 18° → 3200 U/min, 20°\nZündspannung: 170 V → 220 V\n"));
+    QCOMPARE(run({"diff", path("held.cdi"), path("none.cdi")}, out, err), 2);
+    QVERIFY2(out.isEmpty() && err.contains(path("none.cdi")), qPrintable(err));
+    {
+        // A CDI that echoes right but keeps what it held: the difference, sent → read back.
+        QProcess forgetful;
+        forgetful.setWorkingDirectory(m_buildDir);
+        forgetful.setProcessEnvironment(m_environment);
+        forgetful.start(m_cli, {"virtual-cdi", "--fault", "keeps-old", "--profile", path("held.cdi")});
+        while (!forgetful.canReadLine() && forgetful.waitForReadyRead(10000)) { }
+        const QString forgetfulPort = QString::fromUtf8(forgetful.readLine()).trimmed();
+        QCOMPARE(run({"program", path("other.cdi"), "--port", forgetfulPort}, out, err), 1);
+        QCOMPARE(out,
+            QStringLiteral(
+                "Verification failed\nYour CDI echoed the profile Other, but it gives back other "
+                "values than were sent (sent → read back):\nSlot 3: 3200 rpm, 20° → 3000 rpm, 18°\n"
+                "Ignition voltage: 220 V → 170 V\n\nThe CDI may be programmed improperly and should "
+                "not be used in its current state.\n"));
+        forgetful.terminate();
+        QVERIFY(forgetful.waitForFinished(10000));
+    }
     QCOMPARE(run({"program", path("held.cdi"), "--no-reimport"}, out, err), 0);
     QVERIFY2(out.startsWith(QStringLiteral("Programming successful\n")), qPrintable(out + err));
-    QCOMPARE(run({"import", path("refused.cdi")}, out, err), 1);
-    QCOMPARE(out, QStringLiteral("CDI did not respond\n"));
+    // With the frames on the error stream, for support.
+    QCOMPARE(run({"import", path("refused.cdi"), "--verbose"}, out, err), 1);
+    QCOMPARE(out,
+        QStringLiteral(
+            "Import failed\nNothing answered on %1. The CDI may have been programmed not to give its "
+            "profile back; otherwise no CDI seems to be connected to this port.\n")
+            .arg(port));
+    QVERIFY2(err.startsWith("Sparkwright ")
+            && err.contains(QStringLiteral("\nPort: %1\nDescription: Virtual CDI\nUSB IDs: none\n").arg(port))
+            && err.contains(
+                QRegularExpression("\n +\\d+ ms  sent +4d f6 68 00( 00){44} 02 00 d1\n +\\d+ ms  closed\n$")),
+        qPrintable(err));
     QVERIFY(!QFile::exists(path("refused.cdi")));
 
     cdi.terminate();

@@ -5,8 +5,10 @@
 #include "device/cimporter.h"
 #include "device/cpinger.h"
 #include "device/cvirtualcdi.h"
+#include "device/exchangetranscript.h"
 #include "device/serialports.h"
 #include "profile/defaultlibrary.h"
+#include "profile/profilefile.h"
 #include "support/layoutencoder.h"
 
 #include <QScopeGuard>
@@ -63,6 +65,9 @@ private slots:
     void initTestCase();
     void faults_data();
     void faults();
+    void transcript_data();
+    void transcript();
+    void importSaveOpenProgram();
     void secondExchangeIsRefused();
     void lateAnswer_data();
     void lateAnswer();
@@ -119,14 +124,17 @@ void TestDeviceExchange::faults_data()
     row("ping", "short", K::WrongLength);
     row("ping", "long", K::WrongLength);
     row("ping", "hangup", K::PortLost);
+    row("ping", "line closed before the request", K::PortLost);
     row("import", "none", K::Succeeded);
     row("import", "unknown-type", K::UnknownType);
     row("import", "bad-value", K::BadValue);
+    row("import", "silent", K::NoResponse);
     row("program", "none", K::Succeeded);
     row("program", "wrong-echo", K::WrongEcho);
     row("program", "silent", K::NoResponse);
     row("program", "bad-header", K::BadHeader);
     row("program", "hangup", K::PortLost);
+    row("program", "line closed before the request", K::PortLost);
 }
 
 void TestDeviceExchange::faults()
@@ -138,19 +146,120 @@ void TestDeviceExchange::faults()
     CVirtualCdi cdi;
     cdi.setProfile(sampleProfile());
     cdi.setDelays(kSlowMs, kTooSlowMs);
-    cdi.setFault(CVirtualCdi::faultFromName(fault).value());
+    cdi.setFault(CVirtualCdi::faultFromName(fault).value_or(CVirtualCdi::Fault::None));
     QCOMPARE(cdi.open(), QString());
+    const QString port = cdi.portName();
     auto bridge = std::make_unique<CBridgeComm>();
     QSignalSpy finished(bridge.get(), &CBridgeComm::finished);
     QSignalSpy waiting(bridge.get(), &CBridgeComm::waiting);
     // Whoever hears the end may drop the bridge there and then, however the exchange ended.
     connect(bridge.get(), &CBridgeComm::finished, bridge.get(), [&bridge] { bridge.reset(); });
-    QVERIFY(bridge->runTransaction(transaction(kind), cdi.portName(), kPacing));
+    QVERIFY(bridge->runTransaction(transaction(kind), port, kPacing));
+    if (fault.startsWith(QLatin1String("line closed")))
+        cdi.hangUp();
     QVERIFY(finished.wait(5000) && !bridge);
     const auto ended = finished.at(0).at(0).value<ExchangeResult>();
     QCOMPARE(int(ended.kind), result);
+    QCOMPARE(ended.portName, port);
+    // Whether the CDI may have been reached, for a programming cut off.
+    QCOMPARE(ended.requestSent, !fault.startsWith(QLatin1String("line closed")));
     if (fault == QLatin1String("silent"))
         QCOMPARE(waiting.count(), 1);
+}
+
+// What the details show of a ping to nonce 5A: the port as listed, then the frames in hex, each
+// after the one before. Times and the port's own error text left out.
+void TestDeviceExchange::transcript_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QStringList>("lines");
+    const QStringList header {"Port: PTY", "Description: Virtual CDI", "USB IDs: none"};
+    const QString request = "sent        4d f6 68 5a" + QString(" 00").repeated(44) + " 01 00 88";
+    QTest::newRow("answered") << "none"
+                              << header
+            + QStringList {request,
+                "received    4d f6 68 5a 31 2e 30 30 00 00 00 00 00 01 e2 40 00 00 00 00 00 "
+                "00 00 00 35",
+                "closed"};
+    QTest::newRow("line lost mid-answer") << "hangup"
+                                          << header
+            + QStringList {
+                request, "received    4d f6 68 5a 31 2e 30 30 00 00 00 00", "port error", "closed"};
+}
+
+void TestDeviceExchange::transcript()
+{
+    QFETCH(QString, fault);
+    QFETCH(QStringList, lines);
+    CVirtualCdi cdi;
+    cdi.setFault(CVirtualCdi::faultFromName(fault).value());
+    QCOMPARE(cdi.open(), QString());
+    const QString port = cdi.portName();
+    CBridgeComm bridge;
+    QSignalSpy finished(&bridge, &CBridgeComm::finished);
+    QVERIFY(
+        bridge.runTransaction(std::make_unique<CPinger>(quint8(0x5A)), port, kPacing) && finished.wait(5000));
+    QStringList shown = transcriptText(bridge.transcript()).split('\n', Qt::SkipEmptyParts);
+    QVERIFY2(shown.takeFirst().startsWith("Sparkwright "), qPrintable(shown.join('\n')));
+    QVERIFY(shown.takeAt(3).startsWith("Opened: "));
+    qint64 previous = 0;
+    for (QString &line : shown) {
+        line.replace(port, QLatin1String("PTY"));
+        const QRegularExpressionMatch timed = QRegularExpression("^ +(\\d+) ms  (.*)$").match(line);
+        if (!timed.hasMatch())
+            continue;
+        QVERIFY(timed.captured(1).toLongLong() >= previous);
+        previous = timed.captured(1).toLongLong();
+        line = timed.captured(2);
+        if (line.startsWith("port error"))
+            line = "port error";
+    }
+    QCOMPARE(shown, lines);
+}
+
+// What a CDI gave survives saving, reopening and programming it back: type 10, sensor mode 2 on
+// the rising edge, whose template would derive K1 -0.0003 where the CDI holds -0.00125.
+void TestDeviceExchange::importSaveOpenProgram()
+{
+    const QByteArray held = QByteArray::fromHex("8b" // custom, type 10
+                                                "03e807d00bb80fa0138817701b581f4023282710" // rpm
+                                                "0a0b0c0d0e0f10111213" // angles
+                                                "c834" // 200 V; rising edge, sensor mode 2, reimport
+                                                "41fc0000baa3d70a00000000"); // K 31.5, -0.00125, 0
+    auto library = std::make_shared<DefaultLibrary>();
+    Profile template10;
+    template10.setMotorbikeType(10, false);
+    template10.setK1(-0.0003, -0.00045);
+    template10.setFlags(flagsOf(false, true, true, 2));
+    template10.setSensorCoefficients({43.0, 0.0, 0.0});
+    library->append(template10);
+    Profile inCdi = sampleProfile();
+    inCdi.setMotorbikeType(10, true);
+    inCdi.setVoltage(200);
+    inCdi.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
+        {10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
+    inCdi.setFlagsAndCoefficientsAsStored(flagsOf(false, true, true, 2), {31.5, -0.00125, 0.0});
+    CVirtualCdi cdi;
+    cdi.setProfile(inCdi);
+    QCOMPARE(cdi.storedImage().toHex(), held.toHex());
+    QCOMPARE(cdi.open(), QString());
+
+    CBridgeComm bridge;
+    QSignalSpy finished(&bridge, &CBridgeComm::finished);
+    QVERIFY(bridge.runTransaction(std::make_unique<CImporter>(library), cdi.portName(), kPacing));
+    QVERIFY(finished.wait(5000));
+    const auto imported = finished.takeFirst().at(0).value<ExchangeResult>();
+    QVERIFY(imported.succeeded() && imported.profile);
+    const QString path = m_runtime.filePath(QStringLiteral("imported.cdi"));
+    QVERIFY(saveProfileFile(*imported.profile, path));
+    const tl::expected<Profile, FileError> reopened = readProfileFile(path);
+    QVERIFY(reopened);
+    cdi.setProfile(Profile());
+    QVERIFY(bridge.runTransaction(
+        std::make_unique<CCalibrator>(*reopened, true, quint8(0x10)), cdi.portName(), kPacing));
+    QVERIFY(finished.wait(5000));
+    QVERIFY(finished.takeFirst().at(0).value<ExchangeResult>().succeeded());
+    QCOMPARE(cdi.storedImage().toHex(), held.toHex());
 }
 
 // While an exchange runs a second is refused, and the first runs to its end alone.

@@ -2,8 +2,10 @@
 // for the pages that notes what they would be asked to show.
 #include "device/cdeviceflow.h"
 #include "device/cvirtualcdi.h"
+#include "device/exchangewording.h"
 #include "device/serialports.h"
 #include "profile/defaultlibrary.h"
+#include "profile/profilecomparison.h"
 #include "profile/profilefile.h"
 #include "support/layoutencoder.h"
 
@@ -76,6 +78,9 @@ void TestDeviceFlow::steps_data()
     const auto row = [](const char *name, const QStringList &steps, const QStringList &shown) {
         QTest::newRow(name) << steps << shown;
     };
+    // The CDI keeps no name: the profile is named after the day it was read, as the user writes dates.
+    const QString imported
+        = "editor Imported from CDI " + QLocale().toString(QDate::currentDate(), QLocale::ShortFormat);
     row("bridge: found, back", {"ping", "await", "back"}, {"started ping", "result ok", "leave"});
     row("no bridge: the user's choice, first next time", {"ping", "CDI", "await", "ping", "await"},
         {"port page", "started ping", "result ok", "started ping", "result ok"});
@@ -96,19 +101,39 @@ void TestDeviceFlow::steps_data()
     row("bridge: a map beyond its limits is never sent", {"invalid program", "ping", "await"},
         {"refused map", "started ping", "result ok"});
     row("bridge: import handed over shortly", {"quick", "import", "await"},
-        {"started import", "result ok", "editor Template 1"});
+        {"started import", "result ok", imported});
     row("bridge: import handed over at Next", {"import", "await", "next"},
-        {"started import", "result ok", "editor Template 1"});
+        {"started import", "result ok", imported});
     row("bridge: import dropped at Back", {"import", "await", "back", "next"},
         {"started import", "result ok", "leave", "leave"});
     row("bridge: failed import not handed over", {"silent", "quick", "import", "await", "next"},
         {"started import", "result failed", "leave"});
     row("bridge: programmed, its copy cannot be kept", {"unwritable copies", "program", "await"},
-        {"started program", "result ok", "copy not kept"});
+        {"started program", "started read back", "result ok: Programmed and verified", "copy not kept"});
     // Earlier copies of the same name, from this second and the next few, stay as they are.
     row("bridge: programmed, a copy of its own kept", {"earlier copies", "program", "await", "copies"},
-        {"started program", "result ok", "Track (2).cdi as programmed", "Track.cdi", "Track.cdi", "Track.cdi",
-            "Track.cdi", "Track.cdi"});
+        {"started program", "started read back", "result ok: Programmed and verified",
+            "Track (2).cdi as programmed", "Track.cdi", "Track.cdi", "Track.cdi", "Track.cdi", "Track.cdi"});
+    // Read back after programming: the CDI's image against the one sent, sent → read back.
+    row("bridge: programmed without reimport, not read back", {"program no reimport", "await"},
+        {"started program", "result ok: Programming successful"});
+    row("bridge: read back differs", {"keeps old", "program 30", "await"},
+        {"started program", "started read back", "result failed: Verification failed",
+            "Slot 5: 5000 rpm, 30° → 5000 rpm, 20°"});
+    row("bridge: read back fails, the programming still kept", {"read silent", "program", "await"},
+        {"started program", "started read back", "result failed: Programmed, not verified"});
+    // Read before programming: what it changes, held → to be written, or why that cannot be shown.
+    row("bridge: what programming changes, then confirmed", {"prepare 30", "await", "confirm", "await"},
+        {"started read held", "preview: Slot 5: 5000 rpm, 20° → 5000 rpm, 30°", "started program",
+            "started read back", "result ok: Programmed and verified"});
+    row("bridge: the CDI already holds it, cancelled", {"prepare", "await", "cancel"},
+        {"started read held", "preview: same", "leave"});
+    row("bridge: a map beyond its limits is not even read for", {"prepare 60"}, {"refused map"});
+    // A CDI that keeps its profile to itself takes a new one on the port it stayed silent on.
+    row("no bridge: unreadable CDI, programmed on the port it was read on",
+        {"no reimport held", "prepare", "CDI", "await", "confirm", "await"},
+        {"port page", "started read held", "preview unread", "started program", "started read back",
+            "result ok: Programmed and verified"});
 }
 
 void TestDeviceFlow::steps()
@@ -126,13 +151,26 @@ void TestDeviceFlow::steps()
     flow.setPacing({100, 30, 600});
     flow.setImportDelay(3600000);
     flow.setProgrammedFolder(m_copies.path());
-    const char *exchanges[] = {"ping", "import", "program"};
+    const char *exchanges[] = {"ping", "import", "program", "read held", "read back"};
     const char *refusals[] = {"map", "busy", "open", "in use", "denied"};
     connect(&flow, &CDeviceFlow::portSelectionShown, this, [&] { asked << "port page"; });
     connect(&flow, &CDeviceFlow::exchangeStarted, this,
         [&](DeviceExchange exchange) { asked << QStringLiteral("started ") + exchanges[int(exchange)]; });
-    connect(&flow, &CDeviceFlow::finished, this,
-        [&](const ExchangeResult &result) { asked << (result.succeeded() ? "result ok" : "result failed"); });
+    connect(&flow, &CDeviceFlow::finished, this, [&](const ExchangeResult &result) {
+        asked << QString(result.succeeded() ? "result ok" : "result failed")
+                + (result.exchange == DeviceExchange::Program ? ": " + resultWords(result).title : "");
+        for (const ImageDifference &difference : result.differences)
+            asked << differenceText(difference);
+    });
+    bool previewed = false;
+    connect(&flow, &CDeviceFlow::programmingPreviewReady, this, [&](const ProgrammingPreview &preview) {
+        QStringList lines;
+        for (const ImageDifference &difference : preview.differences)
+            lines << differenceText(difference);
+        asked << (!preview.read ? "preview unread"
+                                : "preview: " + (lines.isEmpty() ? "same" : lines.join("; ")));
+        previewed = true;
+    });
     connect(&flow, &CDeviceFlow::copyNotKept, this, [&] { asked << "copy not kept"; });
     connect(&flow, &CDeviceFlow::refused, this, [&](const DeviceRefusal &refusal) {
         const bool inUse = refusal.kind == DeviceRefusal::Kind::InUse;
@@ -146,6 +184,24 @@ void TestDeviceFlow::steps()
 
     const QHash<QString, std::function<void()>> act {{"ping", [&] { flow.testConnection(); }},
         {"import", [&] { flow.importProfile(); }}, {"program", [&] { flow.program(track(), true); }},
+        {"program 30", [&] { flow.program(track(30), true); }},
+        {"program no reimport", [&] { flow.program(track(), false); }},
+        {"prepare", [&] { flow.prepareProgramming(track()); }},
+        {"prepare 30", [&] { flow.prepareProgramming(track(30)); }},
+        {"prepare 60", [&] { flow.prepareProgramming(track(60)); }},
+        {"confirm",
+            [&] {
+                QTRY_VERIFY(previewed);
+                flow.confirmProgramming(true);
+            }},
+        {"cancel",
+            [&] {
+                QTRY_VERIFY(previewed);
+                flow.cancelProgramming();
+            }},
+        {"keeps old", [&] { cdi.setFault(CVirtualCdi::Fault::KeepsOld); }},
+        {"read silent", [&] { cdi.setFault(CVirtualCdi::Fault::ReadSilent); }},
+        {"no reimport held", [&] { cdi.setProfile(track(), false); }},
         {"invalid program", [&] { flow.program(track(60), true); }},
         {"CDI", [&] { flow.portChosen(cdi.portName()); }},
         {"nowhere", [&] { flow.portChosen(QStringLiteral("/dev/null/x")); }}, {"back", [&] { flow.back(); }},

@@ -1,6 +1,7 @@
 // The bytes of every request, the verdict on every kind of answer and the words each verdict is
 // shown in, in English and German, against frames and texts written out by hand, without a port.
 #include "device/ccalibrator.h"
+#include "device/cimagereader.h"
 #include "device/cimporter.h"
 #include "device/cpinger.h"
 #include "device/deviceframe.h"
@@ -24,8 +25,9 @@ const char kProgramRequest[]
 // Nonce 5A, firmware "1.23", serial number 123456; the checksum byte follows.
 const char kPingAnswer[] = "4df6685a312e3233000000000001e2400000000000000000";
 const QByteArray kPortLost("<port lost>");
+const QByteArray kPortLostUnsent("<port lost before the request>");
 
-Profile sampleProfile(const QString &name = QStringLiteral("Template 2")) // an import's name
+Profile sampleProfile(const QString &name = QStringLiteral("Track"))
 {
     Profile profile;
     profile.setName(name);
@@ -33,6 +35,7 @@ Profile sampleProfile(const QString &name = QStringLiteral("Template 2")) // an 
     profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
         {10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
     profile.setVoltage(200);
+    profile.setK1(0.0, 0.5); // an import keeps the device's K1 as the falling edge's
     profile.setFlagsAndCoefficientsAsStored(flagsOf(true, false, false, 2), {38.0, 0.5, -2.0});
     return profile;
 }
@@ -121,9 +124,9 @@ void TestDeviceFrame::scramblingValue()
         QCOMPARE(int(DeviceFrame::scramblingValue(random)), value);
 }
 
-// What each answer (or the lost port) makes of a ping to nonce 5A, an import, and the programming
-// of the profile above under the name "R&D %1", and how the program and the tool word it: title
-// (empty keeps the activity's) and text, then in German where the words are put together.
+// What each answer (none at all, or the lost port) on ttyUSB0 makes of a ping to nonce 5A, an
+// import, and the programming of the profile above under the name "R&D %1", and how the program
+// and the tool word it: title and text, then in German where the words are put together.
 void TestDeviceFrame::answers_data()
 {
     for (const char *column : {"exchange", "kind"})
@@ -152,7 +155,21 @@ void TestDeviceFrame::answers_data()
             "a&lt;b&gt;&amp;c.de</font> und die Seriennummer <font color=#3E6C82>123456</font>."});
     row("ping, wrong nonce", E::Ping, sealed(pinged, 3, "5b"), K::WrongNonce,
         {"Test failed", "Your CDI responded but an error occurred during data transmission."});
-    row("ping, port lost", E::Ping, kPortLost, K::PortLost, {"", "CDI sent an invalid response"});
+    row("ping, port lost", E::Ping, kPortLost, K::PortLost,
+        {"Test failed",
+            "The connection to the CDI on /dev/ttyUSB0 was lost. Check the cable and the USB bridge, then "
+            "try again.",
+            "Test fehlgeschlagen",
+            "Die Verbindung zur CDI an /dev/ttyUSB0 ist abgerissen. Prüfen Sie das Kabel und die "
+            "USB-Brücke und versuchen Sie es erneut."});
+    row("ping, nothing answered", E::Ping, {}, K::NoResponse,
+        {"Test failed", "Nothing answered on /dev/ttyUSB0. No CDI seems to be connected to this port."});
+    row("import, nothing answered", E::Import, {}, K::NoResponse,
+        {"Import failed",
+            "Nothing answered on /dev/ttyUSB0. The CDI may have been programmed not to give its profile "
+            "back; otherwise no CDI seems to be connected to this port."});
+    row("import, one byte short", E::Import, echo.left(50), K::WrongLength,
+        {"Import failed", "CDI sent an invalid response"});
     row("import", E::Import, echo, K::Succeeded,
         {"Import OK", "Imported profile data will be sent to editor shortly."});
     row("import, type without template", E::Import, sealed(echo, 3, "84"), K::UnknownType,
@@ -166,6 +183,39 @@ void TestDeviceFrame::answers_data()
             "Programmierung erfolgreich",
             "Ihre CDI ist jetzt mit dem Profil <b>R&amp;D %1</b> programmiert."});
     row("program, scrambled echo", E::Program, QByteArray::fromHex(kProgramRequest), K::WrongEcho, failed);
+    row("program, nothing answered", E::Program, {}, K::NoResponse,
+        {"Programming failed", "Nothing answered on /dev/ttyUSB0. No CDI seems to be connected to this port.",
+            "Programmierung fehlgeschlagen",
+            "An /dev/ttyUSB0 hat nichts geantwortet. An dieser Schnittstelle scheint keine CDI "
+            "angeschlossen zu sein."});
+    row("program, port lost after the request", E::Program, kPortLost, K::PortLost,
+        {"Programming failed",
+            "The connection to the CDI on /dev/ttyUSB0 was lost. Check the cable and the USB bridge, then "
+            "try again. The CDI may be programmed improperly and should not be used in its current state."});
+    row("program, port lost before the request", E::Program, kPortLostUnsent, K::PortLost,
+        {"Programming failed",
+            "The connection to the CDI on /dev/ttyUSB0 was lost. Check the cable and the USB bridge, then "
+            "try again. Nothing had been sent yet, so the CDI has not been changed."});
+    // Read back after the programming echoed right: the answer is the read's.
+    row("program, read back the same", E::ReadBack, echo, K::Succeeded,
+        {"Programmed and verified",
+            "Your CDI is now programmed with the profile <b>R&amp;D %1</b>. Read back from the CDI, it matches "
+            "what was sent byte for byte."});
+    row("program, read back with another voltage and K1", E::ReadBack, sealed(echo, 34, "c73342180000bf"),
+        K::ReadBackDiffers,
+        {"Verification failed",
+            "Your CDI echoed the profile <b>R&amp;D %1</b>, but it gives back other values than were sent (sent "
+            "→ read back):<br>Ignition voltage: 200 V → 199 V<br>Sensor coefficient K1: 0.5 → -0.5<br><br>The "
+            "CDI may be programmed improperly and should not be used in its current state.",
+            "Prüfung fehlgeschlagen",
+            "Ihre CDI hat das Profil <b>R&amp;D %1</b> zurückgesendet, gibt beim Zurücklesen aber andere Werte "
+            "heraus als gesendet (gesendet → zurückgelesen):<br>Zündspannung: 200 V → 199 V<br>"
+            "Sensorkoeffizient K1: 0,5 → -0,5<br><br>Die CDI ist möglicherweise fehlerhaft programmiert und "
+            "sollte in diesem Zustand nicht verwendet werden."});
+    row("program, read back short", E::ReadBack, echo.left(50), K::ReadBackFailed,
+        {"Programmed, not verified",
+            "Your CDI echoed the profile <b>R&amp;D %1</b>, so it received it, but reading it back failed (CDI "
+            "sent an invalid response). Whether the CDI holds it is not known: program it again."});
 }
 
 void TestDeviceFrame::answers()
@@ -179,13 +229,23 @@ void TestDeviceFrame::answers()
         communicator = std::make_unique<CPinger>(quint8(0x5A));
     else if (exchange == int(DeviceExchange::Import))
         communicator = std::make_unique<CImporter>(templates());
+    else if (exchange == int(DeviceExchange::ReadBack))
+        communicator = std::make_unique<CImageReader>(DeviceExchange::ReadBack);
     else
         communicator = std::make_unique<CCalibrator>(sampleProfile("R&D %1"), true, quint8(0x10));
-    const ExchangeResult result
-        = answer == kPortLost ? communicator->brokenOff() : communicator->conclude(answer);
+    ExchangeResult result = answer == kPortLost ? communicator->brokenOff()
+        : answer == kPortLostUnsent             ? communicator->brokenOff(false)
+                                                : communicator->conclude(answer);
+    const bool readBack = exchange == int(DeviceExchange::ReadBack); // the programming's profile stays
+    if (readBack) {
+        const CCalibrator programming(sampleProfile("R&D %1"), true, quint8(0x10));
+        result = readBackVerdict(programming.conclude(QByteArray::fromHex(kProgramEcho)), result);
+        exchange = int(DeviceExchange::Program);
+    }
+    result.portName = QStringLiteral("ttyUSB0");
     QCOMPARE(int(result.exchange), exchange);
     QCOMPARE(int(result.kind), kind);
-    QCOMPARE(result.profile.has_value(), exchange != int(DeviceExchange::Ping) && result.succeeded());
+    QCOMPARE(result.profile.has_value(), exchange != int(DeviceExchange::Ping) && (result.succeeded() || readBack));
     if (result.profile)
         QCOMPARE(fieldsOf(*result.profile), fieldsOf(sampleProfile(result.profile->name())));
 
@@ -194,7 +254,9 @@ void TestDeviceFrame::answers()
     if (words.size() > 2) {
         QVERIFY(german.load(QDir(qEnvironmentVariable("SPARKWRIGHT_BUILD_DIR")).filePath("lang_de.qm")));
         QCoreApplication::installTranslator(&german);
+        QLocale::setDefault(QLocale(QLocale::German)); // as the language switch sets it
         shown << resultWords(result).title << resultWords(result).text;
+        QLocale::setDefault(QLocale::c());
     }
     QCOMPARE(shown, words);
 }

@@ -128,7 +128,8 @@ void TestDeviceImage::readImage_data()
     QTest::newRow("the caller's kind wins over the type byte") << kFrame << false << ok << e;
     e = expected;
     e.setFlagsAndCoefficientsAsStored(flagsOf(false, true, true, 1), {0.1f, 5.0, 7.0});
-    QTest::newRow("sensor mode 1 keeps K1 and K2 as the device holds them")
+    e.setK1(5.0, -0.375);
+    QTest::newRow("sensor mode 1 keeps K1 and K2 as the device holds them, K1 as the edge's too")
         << withBytes(kFrame, 35, "0c3dcccccd40a0000040e00000") << true << ok << e;
 
     e = expected;

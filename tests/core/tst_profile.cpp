@@ -120,6 +120,13 @@ void TestProfile::mapOrder()
     QVERIFY(equal.notAscending && equal.hasErrors());
     QVERIFY(std::all_of(
         equal.points.begin(), equal.points.end(), [](const PointValidation &p) { return p.isValid(); }));
+    // Only the speeds on either side of the step carry the order's message.
+    const IgnitionMap stepped = mapOf(equalSpeeds, equalSpeeds);
+    const QString order = QStringLiteral("Speeds must rise from row to row");
+    QCOMPARE((QStringList {equal.cellMessage(0, 0, stepped), equal.cellMessage(1, 0, stepped),
+                 equal.cellMessage(2, 0, stepped), equal.cellMessage(1, 1, stepped)}),
+        (QStringList {order, order, QString(), QString()}));
+    QCOMPARE(equal.problems(), QStringList {order});
 }
 
 QTEST_APPLESS_MAIN(TestProfile)

@@ -34,7 +34,7 @@ void TestSummarySheet::pdf_data()
         << QStringList {"Four-stroke single 125-250 cc road",
                "2026-03-14 - 09:05:07 - Sparkwright 0.95.1 - default.cds 20.000",
                "Ignition voltage:", "200 V", "Side stand monitoring:", "enabled", "Ground blocks ignition",
-               "Pulse generator:", "trigger with rising edge", "Sensor advance:", "43.0\u00B0", "RPM",
+               "Pulse generator edge:", "trigger with rising edge", "Sensor advance:", "43.0\u00B0", "RPM",
                "Angle", "34\u00B0", "9000", "10000", "Notes (continued)",
                "Run 1:", "Run 20:", "Run 40: two degrees"};
     QTest::newRow("German") << true << 1
@@ -91,14 +91,14 @@ void TestSummarySheet::statusLine_data()
     QTest::addColumn<int>("sensorMode");
     QTest::addColumn<double>("advance");
     QTest::addColumn<QString>("line");
-    QTest::newRow("monitoring off: no ground text; sensor mode 2 names the Hall sensor")
+    QTest::newRow("monitoring off: no ground text; sensor mode 2 keeps the one name")
         << false << 2 << 10.0
-        << "Ignition voltage: 200 V | Side stand blocking: disabled | Pick-up transition: negative | "
-           "Hall-sensor advance: 10.0°";
+        << "Ignition voltage: 200 V | Side stand monitoring: disabled | Pulse generator edge: trigger with "
+           "falling edge | Sensor advance: 10.0°";
     QTest::newRow("monitoring on, ground blocks, rising edge, advance rounded")
         << true << 0 << 27.26
-        << "Ignition voltage: 200 V | Side stand blocking: enabled; ground blocks ignition | "
-           "Pick-up transition: positive | Sensor advance: 27.3°";
+        << "Ignition voltage: 200 V | Side stand monitoring: enabled; ground blocks ignition | "
+           "Pulse generator edge: trigger with rising edge | Sensor advance: 27.3°";
 }
 
 void TestSummarySheet::statusLine()

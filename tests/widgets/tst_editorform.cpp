@@ -15,15 +15,16 @@
 #include "render/bracemarkup.h"
 #include "render/mapplotter.h"
 #include "shell/clanguageswitcher.h"
-#include "shell/ibrowsermain.h"
 #include "support/layoutencoder.h"
 #include "support/widgettestmain.h"
 
 #include <QDoubleSpinBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
@@ -66,26 +67,6 @@ Profile scooterTemplate(const Points &points = kScooterMap, const SensorCoeffici
     profile.setVoltage(170);
     return profile;
 }
-
-// The main window as far as the editor asks it.
-class FakeBrowser : public IBrowserMain
-{
-public:
-    void showStart() override { ++starts; }
-    void setButtonState(bool, bool, bool, bool, const QString &, const QString &) override { }
-    void showEditor(const Profile &) override { }
-    void showProgrammingConfirmation(const Profile &profile) override { confirmations.append(profile); }
-    void showPortSelection() override { }
-    void showProgress() override { }
-    bool mayLeaveEditor() override { return true; }
-    void setNextEnabled(bool) override { }
-    void requestProgramming(const Profile &, bool) override { }
-    void requestConnectionTest() override { }
-    void requestImport() override { }
-
-    int starts = 0;
-    QList<Profile> confirmations;
-};
 
 // Everything the user can change, for comparing a profile before and after.
 QString contentOf(const Profile &p)
@@ -178,7 +159,6 @@ private:
     std::unique_ptr<DefaultLibrary> m_library;
     HintCatalog m_catalog;
     ScriptedPrompts m_prompts;
-    FakeBrowser m_browser;
     std::unique_ptr<CLanguageSwitcher> m_switcher;
     std::unique_ptr<HintDialog> m_hints;
     std::unique_ptr<EditorForm> m_editor;
@@ -195,13 +175,11 @@ void TestEditorForm::init()
     while (m_catalog.count() < 5) // one per hint button
         m_catalog.append({HintText {"Voltage", longText}, HintText {"Zündspannung", longText}});
     m_prompts = ScriptedPrompts();
-    m_browser = FakeBrowser();
     setUserPrompts(&m_prompts);
     m_switcher = std::make_unique<CLanguageSwitcher>();
     m_switcher->addLanguage(QStringLiteral("de")); // from the build folder
     m_hints = std::make_unique<HintDialog>(&m_catalog, *m_switcher);
     m_editor = std::make_unique<EditorForm>(m_library.get(), *m_switcher, *m_hints);
-    m_editor->setBrowserMain(&m_browser);
     m_switcher->registerListener(m_editor.get());
     m_editor->resize(960, 620);
     m_editor->setActive(true);
@@ -364,32 +342,35 @@ void TestEditorForm::everyEditIsOneStep()
     }
 }
 
-// Leaving the edited page asks first, naming the profile as written; Return discards the edits
-// and Escape is no answer of its own ("Back" keeping them shows in tst_mainwindow's table of
-// every way out). Discarding leaves nothing to lose, and so does a save; Next hands on the
-// working profile.
+// Leaving the edited page asks first, naming the profile as written; Return and Escape both
+// cancel (Cancel and Save show in tst_mainwindow's table of every way out). Discarding leaves
+// nothing to lose, and so does a save; Next hands on the working profile.
 void TestEditorForm::leavingAsksWhileEdited()
 {
+    QSignalSpy left(m_editor.get(), &EditorForm::leaveRequested);
+    QList<Profile> confirmations;
+    connect(m_editor.get(), &EditorForm::programmingRequested, this,
+        [&](const Profile &profile) { confirmations.append(profile); });
     load(scooterTemplate());
     perform(QStringLiteral("rename Track <day>"));
-    m_prompts.askAnswers = {0};
+    m_prompts.askAnswers = {1};
     m_editor->onBack();
     const ScriptedPrompts::Shown &question = m_prompts.shown.first();
     QVERIFY2(question.text.contains(QStringLiteral("<b>Track &lt;day&gt;</b>")), qPrintable(question.text));
-    QCOMPARE(question.buttons, (QStringList {"Discard changes", "Back"}));
-    QVERIFY(question.defaultButton == 0 && question.escapeButton == -1);
-    QVERIFY(m_browser.starts == 1 && contentOf(m_editor->profile()) == contentOf(scooterTemplate())
+    QCOMPARE(question.buttons, (QStringList {"&Save", "&Discard", "Cancel"}));
+    QVERIFY(question.defaultButton == 2 && question.escapeButton == 2);
+    QVERIFY(left.size() == 1 && contentOf(m_editor->profile()) == contentOf(scooterTemplate())
         && !m_editor->profile().isModified());
 
     perform(QStringLiteral("type spinBoxIgnitionVoltage 185"));
     m_editor->markSaved();
     m_editor->onBack();
-    QVERIFY(m_browser.starts == 2 && m_prompts.shown.size() == 1);
+    QVERIFY(left.size() == 2 && m_prompts.shown.size() == 1);
 
     perform(QStringLiteral("cell 2 1:15"));
     m_editor->onNext();
-    QVERIFY(m_browser.confirmations.size() == 1
-        && m_browser.confirmations.first().map().pointEquals(2, 3000, 15));
+    QVERIFY(confirmations.size() == 1
+        && confirmations.first().map().pointEquals(2, 3000, 15));
 }
 
 void TestEditorForm::pressAndDrag_data()
@@ -433,7 +414,8 @@ void TestEditorForm::pressAndDrag()
     QFETCH(QPoint, result);
     load(scooterTemplate(points, {curve.x(), curve.y(), 0.0}));
     drag(graphPixel(8000, 20), graphPixel(rpm, angle));
-    QCOMPARE(graph()->selectedIndex(), selects ? 4 : -1);
+    // A press too far from any point keeps the first row, where the editor opens with the focus.
+    QCOMPARE(graph()->selectedIndex(), selects ? 4 : 0);
     QVERIFY(!selects || table()->currentIndex().row() == 4);
     const MapPoint point = m_editor->profile().map().point(4);
     QCOMPARE(QPoint(point.rpm, point.angle), result);
@@ -443,13 +425,42 @@ void TestEditorForm::pressAndDrag()
 }
 
 // Lowering the sensor advance from 30 to 20 degrees lowers the ceiling from 28 to 18 at once:
-// the shaded region comes down.
+// the shaded region comes down, and the table marks the angles now above it with the checker's
+// words, as the line under the map and the graph's tool tip do. Speeds out of order are marked
+// on both sides of the step.
 void TestEditorForm::sensorAdvanceMovesTheForbiddenRegion()
 {
     load(scooterTemplate());
+    const auto problemLine = [this] {
+        const QLabel *line = child<QLabel>("problemLabel");
+        return line->isVisible() ? line->text() : QString();
+    };
+    const auto marks = [this] {
+        QStringList marked;
+        for (int row = 0; row < kMapPointCount; ++row) {
+            for (int column = 0; column < 2; ++column) {
+                const QModelIndex cell = table()->model()->index(row, column);
+                if (cell.data(Qt::BackgroundRole).isValid())
+                    marked << QStringLiteral("%1/%2: %3").arg(row).arg(column).arg(cell.data(Qt::ToolTipRole).toString());
+            }
+        }
+        return marked;
+    };
+    QCOMPARE(problemLine(), QString());
     const QColor free = m_editor->grab().toImage().pixelColor(graphPixel(500, 23));
     perform(QStringLiteral("type doubleSpinBoxHall 20"));
     QVERIFY(m_editor->grab().toImage().pixelColor(graphPixel(500, 23)) != free);
+    QCOMPARE(marks(),
+        (QStringList {"3/1: the angle for 4000 RPM should not exceed 18 for this profile",
+            "4/1: the angle for 5000 RPM should not exceed 18 for this profile"}));
+    QCOMPARE(problemLine(), QStringLiteral("Row 4: the angle for 4000 RPM should not exceed 18 for this profile"));
+    QVERIFY(graph()->toolTip().startsWith(problemLine() + '\n'));
+
+    perform(QStringLiteral("type doubleSpinBoxHall 30"));
+    perform(QStringLiteral("cell 6 0:1000"));
+    QCOMPARE(marks(),
+        (QStringList {"5/0: Speeds must rise from row to row", "6/0: Speeds must rise from row to row"}));
+    QCOMPARE(problemLine(), QStringLiteral("Speeds must rise from row to row"));
 }
 
 void TestEditorForm::reset_data()
@@ -508,8 +519,13 @@ void TestEditorForm::withoutMouseInEitherLanguage()
 {
     Profile profile;
     profile.setExtraText(0, QStringLiteral("For road use."));
-    load(profile);
+    // The editor opens with the focus in the map; the first key there takes the notices away.
+    m_editor->setProfile(profile);
     QTableView *table = this->table();
+    const CHintLabel *notice = m_editor->findChildren<CHintLabel *>().first();
+    QVERIFY(QApplication::focusWidget() == table && notice->isVisible());
+    QTest::keyClick(table, Qt::Key_Down);
+    QVERIFY(!notice->isVisible());
     for (const Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ShiftModifier}) {
         table->setFocus();
         table->setCurrentIndex(table->model()->index(modifiers ? 0 : 9, 1));
