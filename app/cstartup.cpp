@@ -47,8 +47,11 @@ std::unique_ptr<QApplication> createApplication(int &argc, char **argv)
         return nullptr;
     // Sharp on high-DPI screens: Qt scales the layout, picks the @2x drawings, and uses
     // factors such as 1.25 and 1.5 as they are instead of rounding them to whole numbers.
+    // Qt 6 always scales and picks the drawings; Qt 5 must be asked to.
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QGuiApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QGuiApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     return std::make_unique<QApplication>(argc, argv);
 }

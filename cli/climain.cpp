@@ -39,8 +39,11 @@ int main(int argc, char *argv[])
         = createApplication(argc, argv, CliCommands::needsGui(arguments));
     QTextStream out(stdout);
     QTextStream err(stderr);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    // Qt 6 writes UTF-8 by default; Qt 5 would follow the locale.
     out.setCodec("UTF-8");
     err.setCodec("UTF-8");
+#endif
     CliCommands commands(out, err);
     const int status = commands.run(QCoreApplication::arguments().mid(1));
     // Output that never arrived (a full disk, a closed pipe, /dev/full) is a failure like any

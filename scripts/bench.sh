@@ -1,14 +1,19 @@
 #!/usr/bin/env bash
-# Builds optimised in build-bench/ and prints one line per benchmark: NAME MEDIAN_MS.
+# Builds optimised against Qt 6 in build-bench/ and prints one line per benchmark: NAME MEDIAN_MS.
+# With --qt5 the same against Qt 5.15, in build-bench-qt5/.
 set -euo pipefail
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 source "$root/scripts/deps.sh"
 sparkwright_install_missing
 
-build="$root/build-bench"
+case "${1:-}" in
+    "") qt=6 build="$root/build-bench" ;;
+    --qt5) qt=5 build="$root/build-bench-qt5" ;;
+    *) echo "usage: $0 [--qt5]" >&2; exit 2 ;;
+esac
 # The build's progress would mix with the results; its output is shown only when it fails.
 mkdir -p "$build"
-if ! sparkwright_build "$root" "$build" -DCMAKE_BUILD_TYPE=Release \
+if ! sparkwright_build "$root" "$build" -DCMAKE_BUILD_TYPE=Release -DSPARKWRIGHT_QT_MAJOR="$qt" \
     -DSPARKWRIGHT_TESTS=OFF -DSPARKWRIGHT_BENCH=ON >"$build/build.log" 2>&1; then
     cat "$build/build.log" >&2
     exit 1

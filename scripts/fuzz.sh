@@ -15,9 +15,10 @@ source "$root/scripts/deps.sh"
 sparkwright_install_missing clang libclang-rt-14-dev
 
 build="$root/build-fuzz"
+options=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DSPARKWRIGHT_QT_MAJOR=6 -DSPARKWRIGHT_FUZZ=ON -DSPARKWRIGHT_TESTS=OFF)
+sparkwright_forget_other_configuration "$build" "${options[@]}"
 if [ ! -f "$build/CMakeCache.txt" ]; then
-    CC=clang CXX=clang++ cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-        -DSPARKWRIGHT_FUZZ=ON -DSPARKWRIGHT_TESTS=OFF
+    CC=clang CXX=clang++ cmake -S "$root" -B "$build" -G Ninja "${options[@]}"
 fi
 cmake --build "$build" --parallel "$(nproc)" --target "${targets[@]/#/fuzz_}"
 

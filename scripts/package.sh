@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Builds an optimised copy in build-package/ with the distribution's hardening flags and makes the
-# Debian package from it with CPack: build-package/sparkwright_VERSION_ARCH.deb, its dependencies
-# found by dpkg-shlibdeps. lintian then checks the package; the script fails on its errors and
-# warnings and shows its informational notes.
+# Builds an optimised copy against Qt 6 in build-package/ with the distribution's hardening flags
+# and makes the Debian package from it with CPack: build-package/sparkwright_VERSION_ARCH.deb, its
+# dependencies found by dpkg-shlibdeps. lintian then checks the package; the script fails on its
+# errors and warnings and shows its informational notes.
 set -euo pipefail
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 source "$root/scripts/deps.sh"
@@ -21,7 +21,7 @@ build="$root/build-package"
 if [ -f "$build/CMakeCache.txt" ] && ! grep -qxF "CMAKE_CXX_FLAGS:STRING=$CXXFLAGS" "$build/CMakeCache.txt"; then
     rm -f "$build/CMakeCache.txt"
 fi
-sparkwright_build "$root" "$build" -DCMAKE_BUILD_TYPE=Release -DSPARKWRIGHT_TESTS=OFF
+sparkwright_build "$root" "$build" -DCMAKE_BUILD_TYPE=Release -DSPARKWRIGHT_QT_MAJOR=6 -DSPARKWRIGHT_TESTS=OFF
 cd "$build"
 rm -f "$build"/*.deb
 cpack -G DEB

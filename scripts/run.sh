@@ -7,7 +7,8 @@ source "$root/scripts/deps.sh"
 sparkwright_install_missing
 
 build="$root/build"
-sparkwright_build "$root" "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DSPARKWRIGHT_TESTS=OFF
+sparkwright_build "$root" "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DSPARKWRIGHT_QT_MAJOR=6 \
+    -DSPARKWRIGHT_TESTS=OFF
 
 cd "$build"
 exec ./sparkwright "$@"

@@ -1,7 +1,5 @@
 #include "profile/taggedvalues.h"
 
-#include <QTextCodec>
-
 #include <cstring>
 
 namespace {
@@ -11,15 +9,18 @@ namespace {
 constexpr qint64 kMaxOldStringPadding = 65536;
 
 // A leading U+FEFF is part of the text (names pasted from other programs carry it), not a
-// byte-order mark to drop, so that every string reads back exactly as it was written.
+// byte-order mark to drop, so that every string reads back exactly as it was written. Qt's
+// decoder drops one at the start; the marks there are taken over before it sees the rest.
 QString decodeUtf8(const QByteArray &bytes)
 {
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    QString text = QTextCodec::codecForMib(106)->toUnicode(bytes.constData(), bytes.size(), &state);
-    // A sequence cut off at the end decodes as it would without the header rule.
-    if (state.remainingChars > 0)
-        text.append(QString(state.remainingChars, QChar::ReplacementCharacter));
-    return text;
+    static const QByteArray kByteOrderMark("\xEF\xBB\xBF");
+    QString text;
+    int start = 0;
+    while (bytes.mid(start, kByteOrderMark.size()) == kByteOrderMark) {
+        text.append(QChar(0xFEFF));
+        start += kByteOrderMark.size();
+    }
+    return text + QString::fromUtf8(bytes.constData() + start, bytes.size() - start);
 }
 
 void appendLittleEndian(QByteArray &out, quint64 value, int size)
@@ -125,7 +126,7 @@ bool TagReader::readString(QString &value)
     if (!readInt(length) || length < 0)
         return false;
 
-    const qint64 available = qBound<qint64>(0, m_data.size() - m_position, length);
+    const qint64 available = qBound(qint64(0), qint64(m_data.size() - m_position), qint64(length));
     const QByteArray bytes = m_data.mid(int(m_position), int(available));
     m_position += length;
 

@@ -19,6 +19,10 @@ namespace {
 // handles; every map a user can sensibly enter stays far inside it.
 constexpr double kCoordinateLimit = double(1 << 22);
 
+// The grid's dashes: four pixels on, two off, counted from the painter's origin.
+constexpr int kDashLength = 4;
+constexpr int kDashPeriod = 6;
+
 int clampedPixel(int pixel)
 {
     return int(std::clamp(double(pixel), -kCoordinateLimit, kCoordinateLimit));
@@ -81,12 +85,11 @@ MapPlotter::MapPlotter(int width, int height, int margin)
     m_warning = QImage(QStringLiteral(":/Images/warning.png"));
     m_warningLarge = QImage(QStringLiteral(":/Images/warning@2x.png"));
     // The dash of a one-pixel dashed pen: four pixels on, two off.
-    QImage across(6, 1, QImage::Format_ARGB32_Premultiplied);
+    QImage across(kDashPeriod, 1, QImage::Format_ARGB32_Premultiplied);
     across.fill(Qt::transparent);
-    for (int x = 0; x < 4; ++x)
+    for (int x = 0; x < kDashLength; ++x)
         across.setPixelColor(x, 0, m_gridPen.color());
     m_dashAcross = QBrush(across);
-    m_dashDown = QBrush(across.transformed(QTransform().rotate(90)));
     resize(width, height);
 }
 
@@ -547,8 +550,17 @@ void MapPlotter::paintLine(QPainter &painter, QPoint from, QPoint to, Line line)
         & QRect(0, 0, m_width, m_height);
     if (pixels.isEmpty())
         return;
-    if (line == Line::Grid)
-        painter.fillRect(pixels, from.y() == to.y() ? m_dashAcross : m_dashDown);
-    else
+    if (line != Line::Grid) {
         painter.fillRect(pixels, pen.color());
+    } else if (from.y() == to.y()) {
+        painter.fillRect(pixels, m_dashAcross);
+    } else {
+        // Down a column the tiled brush fills one span per row, which Qt 6 hands to its thread
+        // pool in parts, at several times the cost; dash by dash it is the same pixels.
+        for (int y = pixels.top() - pixels.top() % kDashPeriod; y <= pixels.bottom(); y += kDashPeriod) {
+            const QRect dash = QRect(pixels.left(), y, pixels.width(), kDashLength) & pixels;
+            if (!dash.isEmpty())
+                painter.fillRect(dash, pen.color());
+        }
+    }
 }

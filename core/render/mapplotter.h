@@ -129,7 +129,6 @@ private:
     // where lines may be filled as rectangles; the printed sheet gets stroked pens.
     bool m_pixelExact = false;
     QBrush m_dashAcross;
-    QBrush m_dashDown;
     int m_width = 0;
     int m_height = 0;
     int m_margin = 0;

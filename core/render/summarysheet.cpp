@@ -100,12 +100,29 @@ QFont notesFont()
     return sheetFont(10, false);
 }
 
+// A font's vertical measures on the sheet in whole pixels: ascent and descent rounded up, the
+// line spacing rounded. Qt's own whole-pixel measures round differently from one Qt to the next
+// (Qt 5 hints them, Qt 6 keeps the font's fractions), which would move the sheet's lines.
+struct LineMetrics
+{
+    LineMetrics(const QFont &font, QPaintDevice *device)
+    {
+        const QFontMetricsF exact(font, device);
+        ascent = int(std::ceil(exact.ascent()));
+        height = ascent + int(std::ceil(exact.descent()));
+        lineSpacing = qRound(exact.lineSpacing());
+    }
+
+    int ascent;
+    int height;
+    int lineSpacing;
+};
+
 // Whole pixels from line to line, never less than the glyphs' full height.
 int lineHeight(const QFont &font, QPaintDevice *device)
 {
-    const QFontMetrics metrics(font, device);
-    const QFontMetricsF exact(font, device);
-    return std::max(metrics.lineSpacing(), int(std::ceil(exact.ascent() + exact.descent())) + 1);
+    const LineMetrics metrics(font, device);
+    return std::max(metrics.lineSpacing, metrics.height + 1);
 }
 
 // Draws lines from the given one on, top-aligned in the box, as many as fit; returns the index
@@ -113,13 +130,13 @@ int lineHeight(const QFont &font, QPaintDevice *device)
 int paintLines(QPainter &painter, const QRect &box, const QFont &font, const QStringList &lines, int first)
 {
     painter.setFont(font);
-    const QFontMetrics metrics(font, painter.device());
+    const LineMetrics metrics(font, painter.device());
     const int step = lineHeight(font, painter.device());
     const int fitting = std::max(0, box.height() / step);
     int line = first;
     for (; line < lines.size() && line - first < fitting; ++line)
         painter.drawText(
-            QPoint(box.left(), box.top() + (line - first) * step + metrics.ascent()), lines.at(line));
+            QPoint(box.left(), box.top() + (line - first) * step + metrics.ascent), lines.at(line));
     return line;
 }
 
@@ -136,9 +153,10 @@ int paintTitle(
     const QFont titleFont = sheetFont(13, true);
     const QFont smallFont = sheetFont(10, false);
     const QFontMetrics titleMetrics(titleFont, painter.device());
+    const LineMetrics titleLine(titleFont, painter.device());
     const QFontMetrics smallMetrics(smallFont, painter.device());
 
-    const int baseline = titleMetrics.ascent();
+    const int baseline = titleLine.ascent;
     const int headerWidth = smallMetrics.horizontalAdvance(headerLine);
     painter.setFont(smallFont);
     painter.setPen(kQuietInk);
@@ -149,7 +167,7 @@ int paintTitle(
     painter.setPen(kInk);
     painter.drawText(QPoint(0, baseline), titleMetrics.elidedText(profile.name(), Qt::ElideRight, titleRoom));
 
-    const int bottom = titleMetrics.height() + layout.unit / 5;
+    const int bottom = titleLine.height + layout.unit / 5;
     paintRule(painter, 0, bottom, layout.lastColumn, bottom);
     return bottom;
 }
@@ -194,11 +212,12 @@ int paintItems(QPainter &painter, const SheetLayout &layout, const Profile &prof
 {
     const QFont itemFont = sheetFont(12, false);
     const QFontMetrics metrics(itemFont, painter.device());
+    const LineMetrics line(itemFont, painter.device());
     const std::vector<SheetItem> items = sheetItems(profile);
     const size_t leftCount = items.size() - 2;
     // Half a line unit per row, less when the rows would reach beyond a quarter of the page.
     const int rows = int(leftCount);
-    const int rowHeight = std::max(metrics.lineSpacing(),
+    const int rowHeight = std::max(line.lineSpacing,
         std::min(layout.unit / 2, (layout.headerBandBottom - top - layout.unit / 2) / rows));
 
     struct Column
@@ -236,7 +255,7 @@ int paintItems(QPainter &painter, const SheetLayout &layout, const Profile &prof
         const int room = (c == 0 ? rightX - layout.unit : layout.width - rightX);
         int y = top + layout.unit / 4;
         for (const SheetItem &item : columns[c].items) {
-            const int baseline = y + (rowHeight - metrics.height()) / 2 + metrics.ascent();
+            const int baseline = y + (rowHeight - line.height) / 2 + line.ascent;
             if (!item.value.isEmpty())
                 painter.drawText(QPoint(xs[c], baseline), labelText(item));
             const QString &text = item.value.isEmpty() ? item.label : item.value;
@@ -293,12 +312,12 @@ void paintMapTable(QPainter &painter, const QRect &box, const Profile &profile)
 QStringList paintNotes(QPainter &painter, const QRect &box, const Profile &profile)
 {
     const QFont headFont = sheetFont(12, true);
-    const QFontMetrics headMetrics(headFont, painter.device());
+    const LineMetrics headLine(headFont, painter.device());
     painter.setFont(headFont);
     painter.setPen(kInk);
-    painter.drawText(QPoint(box.left(), box.top() + headMetrics.ascent()),
+    painter.drawText(QPoint(box.left(), box.top() + headLine.ascent),
         QCoreApplication::translate("SummarySheet", "Notes"));
-    const int textTop = box.top() + headMetrics.lineSpacing();
+    const int textTop = box.top() + headLine.lineSpacing;
     const QStringList lines = wrappedLines(profile.notes(), notesFont(), painter.device(), box.width());
     const int drawn = paintLines(
         painter, QRect(box.left(), textTop, box.width(), box.bottom() - textTop + 1), notesFont(), lines, 0);
@@ -315,13 +334,13 @@ QStringList paintNotesPage(QPainter &painter, const QRect &page, const Profile &
     painter.translate(page.topLeft());
     const int titleBottom = paintTitle(painter, layout, profile, headerLine);
     const QFont headFont = sheetFont(12, true);
-    const QFontMetrics headMetrics(headFont, painter.device());
+    const LineMetrics headLine(headFont, painter.device());
     const int headTop = titleBottom + layout.unit / 4;
     painter.setFont(headFont);
     painter.setPen(kInk);
-    painter.drawText(QPoint(0, headTop + headMetrics.ascent()),
+    painter.drawText(QPoint(0, headTop + headLine.ascent),
         QCoreApplication::translate("SummarySheet", "Notes (continued)"));
-    const int textTop = headTop + headMetrics.lineSpacing();
+    const int textTop = headTop + headLine.lineSpacing;
     const int gap = layout.unit / 2;
     int next = 0;
     for (int left = 0; left + layout.tableWidth <= layout.width && next < lines.size();

@@ -76,12 +76,12 @@ bool GraphForm::eventFilter(QObject *watched, QEvent *event)
 
     switch (event->type()) {
     case QEvent::MouseButtonPress:
-        press(static_cast<QMouseEvent *>(event)->localPos().toPoint());
+        press(static_cast<QMouseEvent *>(event)->pos());
         // After the table took the selection: the arrow keys work on the graph pressed last.
         setFocus(Qt::MouseFocusReason);
         return true;
     case QEvent::MouseMove:
-        m_pointer = static_cast<QMouseEvent *>(event)->localPos().toPoint();
+        m_pointer = static_cast<QMouseEvent *>(event)->pos();
         if (m_dragging && m_selected >= 0)
             dragTo(*m_pointer);
         update();

@@ -19,6 +19,16 @@ const char *const kNames[CLanguageSwitcher::kLanguageCount] = {
 };
 const char *const kCodes[CLanguageSwitcher::kLanguageCount] = {"en", "de"};
 
+// Where Qt keeps its own translations ("qtbase_de.qm"); Qt 6 renamed the query.
+QString qtTranslationsFolder()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+#else
+    return QLibraryInfo::location(QLibraryInfo::TranslationsPath);
+#endif
+}
+
 bool isLanguage(int language)
 {
     return language >= 0 && language < CLanguageSwitcher::kLanguageCount;
@@ -60,9 +70,11 @@ void CLanguageSwitcher::addLanguage(const QString &code)
     const bool loaded = translation.program->load(path);
     qCDebug(lcLanguage).noquote() << (loaded ? "loaded" : "could not load") << path;
     // Without the program's own translation the whole program stays English, Qt's dialogs too.
-    if (loaded)
-        translation.qt->load(
-            QLatin1String("qtbase_") + code, QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    if (loaded) {
+        const QString qtFolder = qtTranslationsFolder();
+        const bool qtLoaded = translation.qt->load(QLatin1String("qtbase_") + code, qtFolder);
+        qCDebug(lcLanguage).noquote() << (qtLoaded ? "loaded" : "could not load") << "Qt's own from" << qtFolder;
+    }
     m_translations.push_back(std::move(translation));
 }
 

@@ -41,7 +41,7 @@ std::vector<int> rpmLabels(const std::vector<Profile> &profiles)
 QTableWidgetItem *cell(const QString &text, Qt::Alignment alignment)
 {
     auto *item = new QTableWidgetItem(text); // owned by the table it is put into
-    item->setTextAlignment(int(alignment | Qt::AlignVCenter));
+    item->setTextAlignment(alignment | Qt::AlignVCenter);
     return item;
 }
 

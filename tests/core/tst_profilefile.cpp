@@ -125,6 +125,17 @@ void TestProfileFile::record_data()
     // Each string tag "Q" (followed by the "i" of its length) in the old form "S".
     QTest::newRow("strings in the old form")
         << false << QByteArray(everyField).replace("Qi", "Si") << true << fullProfile();
+    // U+FEFF at the start is text, not a byte-order mark; a sequence cut off is one replacement.
+    const QByteArray name = QByteArray::fromHex("51690700000053747261c39f65");
+    Profile marked = fullProfile();
+    marked.setName(QString(2, QChar(0xFEFF)) + QStringLiteral("Straße"));
+    QTest::newRow("a name that starts with two U+FEFF keeps both") << true
+        << QByteArray(everyField).replace(name, QByteArray::fromHex("51690d000000efbbbfefbbbf53747261c39f65"))
+        << true << marked;
+    Profile cut = fullProfile();
+    cut.setName(QStringLiteral("Stra\uFFFD"));
+    QTest::newRow("a name cut off inside a character") << false
+        << QByteArray(everyField).replace(name, QByteArray::fromHex("51690500000053747261c3")) << true << cut;
     Profile typed = fullProfile();
     typed.setTemplateType(3);
     const QByteArray withoutTemplate = tInt(3) + everyField.mid(15);
