@@ -9,6 +9,10 @@ CBridgeWatch::CBridgeWatch(QObject *parent)
     // A bridge plugged in or pulled out shows within two seconds.
     m_poll.setInterval(1000);
     connect(&m_poll, &QTimer::timeout, this, &CBridgeWatch::look);
+    // Listing the ports takes a while; the first look comes once the page has been drawn.
+    m_firstLook.setSingleShot(true);
+    m_firstLook.setInterval(150);
+    connect(&m_firstLook, &QTimer::timeout, this, &CBridgeWatch::look);
 }
 
 CBridgeWatch::~CBridgeWatch() = default;
@@ -36,7 +40,7 @@ void CBridgeWatch::setExchangeRunning(bool running)
     update();
 }
 
-// Looks at once when it may look again, so that what shows is never a stale state.
+// Looks soon after it may look again, so that what shows is never a stale state for long.
 void CBridgeWatch::update()
 {
     const bool looking = m_started && !m_exchangeRunning;
@@ -44,10 +48,11 @@ void CBridgeWatch::update()
         return;
     if (!looking) {
         m_poll.stop();
+        m_firstLook.stop();
         return;
     }
     m_poll.start();
-    look();
+    m_firstLook.start();
 }
 
 void CBridgeWatch::noteResult(const ExchangeResult &result)

@@ -42,6 +42,7 @@ private:
 
     std::unique_ptr<const IPortLister> m_ports;
     QTimer m_poll;
+    QTimer m_firstLook;
     bool m_started = false;
     bool m_exchangeRunning = false;
     bool m_found = false;
