@@ -81,29 +81,23 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_wizard, &WizardForm::connectionTestRequested, this, &MainWindow::requestConnectionTest);
     connect(m_wizard, &WizardForm::importRequested, this, &MainWindow::requestImport);
     m_portLister = std::make_unique<CSystemPortLister>();
-    m_waitForm = new WaitForm();
-    m_waitForm->setLibrary(data.library());
-    m_devicesForm = new DevicesForm(*m_portLister);
-    m_ui->contentLayout->addWidget(m_waitForm);
-    m_ui->contentLayout->addWidget(m_devicesForm);
     m_device = std::make_unique<CDeviceFlow>(data.library(), *m_portLister);
-    m_writeConfirmation = new WriteConfirmationDialog(this);
-    // The flow tells the pages what to show; the pages tell the flow what the user did.
-    connect(m_device.get(), &CDeviceFlow::exchangeStarted, m_waitForm, &WaitForm::showActivity);
-    connect(m_device.get(), &CDeviceFlow::waiting, m_waitForm, &WaitForm::showWaiting);
-    connect(m_device.get(), &CDeviceFlow::finished, m_waitForm, &WaitForm::showResult);
-    connect(m_device.get(), &CDeviceFlow::copyNotKept, m_waitForm, &WaitForm::showCopyNotKept);
-    connect(m_device.get(), &CDeviceFlow::refused, m_waitForm, &WaitForm::showRefusal);
-    connect(m_device.get(), &CDeviceFlow::recorded, m_waitForm, &WaitForm::showTranscript);
+    // The flow tells the pages what to show; the progress page is built when it first has
+    // something to show, as are the port page and the write confirmation.
+    connect(m_device.get(), &CDeviceFlow::exchangeStarted, this,
+        [this](DeviceExchange exchange) { waitForm().showActivity(exchange); });
+    connect(m_device.get(), &CDeviceFlow::waiting, this, [this] { waitForm().showWaiting(); });
+    connect(m_device.get(), &CDeviceFlow::finished, this,
+        [this](const ExchangeResult &result) { waitForm().showResult(result); });
+    connect(m_device.get(), &CDeviceFlow::copyNotKept, this,
+        [this](const FileError &error) { waitForm().showCopyNotKept(error); });
+    connect(m_device.get(), &CDeviceFlow::refused, this,
+        [this](const DeviceRefusal &refusal) { waitForm().showRefusal(refusal); });
+    connect(m_device.get(), &CDeviceFlow::recorded, this,
+        [this](const ExchangeTranscript &transcript) { waitForm().showTranscript(transcript); });
     connect(m_device.get(), &CDeviceFlow::busyChanged, &m_wizard->bridgeWatch(),
         &CBridgeWatch::setExchangeRunning);
     connect(m_device.get(), &CDeviceFlow::finished, &m_wizard->bridgeWatch(), &CBridgeWatch::noteResult);
-    connect(m_waitForm, &WaitForm::backRequested, m_device.get(), &CDeviceFlow::back);
-    connect(m_waitForm, &WaitForm::nextRequested, m_device.get(), &CDeviceFlow::next);
-    connect(m_waitForm, &WaitForm::retryRequested, m_device.get(), &CDeviceFlow::retry);
-    connect(m_waitForm, &WaitForm::otherPortRequested, m_device.get(), &CDeviceFlow::chooseAnotherPort);
-    connect(m_devicesForm, &DevicesForm::backRequested, m_device.get(), &CDeviceFlow::leavePortSelection);
-    connect(m_devicesForm, &DevicesForm::portChosen, m_device.get(), &CDeviceFlow::portChosen);
     connect(m_device.get(), &CDeviceFlow::exchangeStarted, this, &MainWindow::showProgress);
     connect(m_device.get(), &CDeviceFlow::portSelectionShown, this, &MainWindow::showPortSelection);
     connect(m_device.get(), &CDeviceFlow::leaveRequested, this, &MainWindow::leaveDevicePages);
@@ -303,8 +297,10 @@ void MainWindow::switchTo(QWidget *target)
         m_editor->setActive(target == m_editor);
     if (m_confirmation)
         m_confirmation->setActive(target == m_confirmation);
-    m_waitForm->setActive(target == m_waitForm);
-    m_devicesForm->setActive(target == m_devicesForm);
+    if (m_waitForm)
+        m_waitForm->setActive(target == m_waitForm);
+    if (m_devicesForm)
+        m_devicesForm->setActive(target == m_devicesForm);
     updateUndoActions();
     updateTitle();
     m_ui->promptLabel->setText(target ? target->statusTip() : QString());
@@ -470,9 +466,11 @@ void MainWindow::onProgrammingPreview(const ProgrammingPreview &preview)
         QTimer::singleShot(0, this, &MainWindow::onExitMenu);
         return;
     }
-    m_waitForm->showConfirmationPending();
+    waitForm().showConfirmationPending();
     setWaitPrompt();
     refreshPrompt();
+    if (!m_writeConfirmation)
+        m_writeConfirmation = new WriteConfirmationDialog(this);
     m_writeConfirmation->setPreview(preview, m_data.library());
     if (m_writeConfirmation->exec() == QDialog::Accepted)
         m_device->confirmProgramming(m_writeConfirmation->allowReimport());
@@ -485,7 +483,7 @@ void MainWindow::onProgrammingPreview(const ProgrammingPreview &preview)
 void MainWindow::rememberDeviceWayBack()
 {
     // A request refused as busy must not change where the running exchange returns to.
-    if (m_currentWidget == m_waitForm || m_currentWidget == m_devicesForm || m_device->isBusy())
+    if (isShown(m_waitForm) || isShown(m_devicesForm) || m_device->isBusy())
         return;
     m_deviceBack = wayBackToCurrentPage();
 }
@@ -528,9 +526,38 @@ void MainWindow::requestImport()
     m_device->importProfile();
 }
 
+// The device pages take their place among the pages when the program first talks to a CDI.
+WaitForm &MainWindow::waitForm()
+{
+    if (!m_waitForm) {
+        m_waitForm = new WaitForm();
+        m_waitForm->setLibrary(m_data.library());
+        m_ui->contentLayout->addWidget(m_waitForm);
+        m_waitForm->setActive(false);
+        connect(m_waitForm, &WaitForm::backRequested, m_device.get(), &CDeviceFlow::back);
+        connect(m_waitForm, &WaitForm::nextRequested, m_device.get(), &CDeviceFlow::next);
+        connect(m_waitForm, &WaitForm::retryRequested, m_device.get(), &CDeviceFlow::retry);
+        connect(m_waitForm, &WaitForm::otherPortRequested, m_device.get(), &CDeviceFlow::chooseAnotherPort);
+    }
+    return *m_waitForm;
+}
+
+DevicesForm &MainWindow::devicesForm()
+{
+    if (!m_devicesForm) {
+        m_devicesForm = new DevicesForm(*m_portLister);
+        m_ui->contentLayout->addWidget(m_devicesForm);
+        m_devicesForm->setActive(false);
+        connect(m_devicesForm, &DevicesForm::backRequested, m_device.get(), &CDeviceFlow::leavePortSelection);
+        connect(m_devicesForm, &DevicesForm::portChosen, m_device.get(), &CDeviceFlow::portChosen);
+    }
+    return *m_devicesForm;
+}
+
 void MainWindow::showPortSelection()
 {
-    showPage(m_devicesForm, m_devicesForm,
+    DevicesForm &page = devicesForm();
+    showPage(&page, &page,
         [this] { setButtonState(false, true, true, true, tr("&Next"), tr("Select port")); });
 }
 
@@ -538,7 +565,8 @@ void MainWindow::showPortSelection()
 // chosen and Next goes on (to the editor after an import).
 void MainWindow::showProgress()
 {
-    showPage(m_waitForm, m_waitForm, [this] {
+    WaitForm &page = waitForm();
+    showPage(&page, &page, [this] {
         setWaitPrompt();
         setButtonState(false, false, false, false, tr("&Next"), QString());
     });
@@ -552,7 +580,7 @@ void MainWindow::onTransactionFinished()
         // After the result was handled, as if the user had chosen Exit now.
         QTimer::singleShot(0, this, &MainWindow::onExitMenu);
     }
-    if (m_currentWidget != m_waitForm)
+    if (!isShown(m_waitForm))
         return;
     setWaitPrompt();
     setButtonState(false, true, true, true, tr("&Next"), QString());
@@ -563,7 +591,7 @@ void MainWindow::setWaitPrompt()
 {
     if (m_quitWhenIdle)
         return;
-    m_waitForm->setStatusTip(m_device->isBusy() ? tr("Sparkwright is exchanging data with your CDI.")
+    waitForm().setStatusTip(m_device->isBusy() ? tr("Sparkwright is exchanging data with your CDI.")
                                                 : tr("The exchange with your CDI has ended."));
 }
 
@@ -622,7 +650,7 @@ bool MainWindow::deferQuitWhileBusy()
     m_quitWhenIdle = true;
     // Nobody stays to see a read back: the programming ends with its echo.
     m_device->setReadBack(false);
-    m_waitForm->setStatusTip(tr("Sparkwright closes as soon as the exchange with your CDI has ended."));
+    waitForm().setStatusTip(tr("Sparkwright closes as soon as the exchange with your CDI has ended."));
     refreshPrompt();
     return true;
 }
@@ -882,7 +910,8 @@ void MainWindow::changeEvent(QEvent *event)
 void MainWindow::retranslate(int language)
 {
     m_ui->retranslateUi(this);
-    m_devicesForm->retranslate(language);
+    if (m_devicesForm)
+        m_devicesForm->retranslate(language);
     updateUndoActions();
     updateTitle();
     setFixedTexts();
@@ -892,7 +921,7 @@ void MainWindow::retranslate(int language)
         prepareEditorFrame();
     else if (isShown(m_confirmation))
         prepareConfirmationFrame();
-    else if (m_currentWidget == m_waitForm)
+    else if (isShown(m_waitForm))
         setWaitPrompt();
     refreshPrompt();
 }

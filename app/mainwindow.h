@@ -105,6 +105,9 @@ private slots:
     void onTransactionFinished();
 
 private:
+    // The device pages, made on first use.
+    WaitForm &waitForm();
+    DevicesForm &devicesForm();
     bool deferQuitWhileBusy();
     // True while the page, if it was made, is the one shown.
     bool isShown(const QWidget *page) const { return page && m_currentWidget == page; }

@@ -122,7 +122,8 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
     MainWindow &window = program.window();
     const CDisclaimerAcceptance acceptance(folder.path());
     DisclaimerDialog disclaimer(*program.menu, acceptance);
-    window.findChild<WriteConfirmationDialog *>()->setProfile(program.firstTemplate());
+    WriteConfirmationDialog writeConfirmation(&window); // the program makes its own on first use
+    writeConfirmation.setProfile(program.firstTemplate());
     const QHash<QString, std::function<void()>> pages {
         {"editor", [&] { window.showEditor(program.firstTemplate()); }},
         {"start", [&] { window.showStart(); }}, {"ports", [&] { window.showPortSelection(); }},
@@ -137,7 +138,7 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
     // The dialogs and the menus each on their own: while one is open, only its keys count.
     const QHash<QString, QWidget *> dialogs {{"about", &program.windows->aboutDialog()},
         {"hint", &program.windows->hintDialog()},
-        {"writeConfirmation", window.findChild<WriteConfirmationDialog *>()}, {"disclaimer", &disclaimer}};
+        {"writeConfirmation", &writeConfirmation}, {"disclaimer", &disclaimer}};
     QList<QWidget *> shown {&window};
     for (const QString &step : steps.split(QLatin1Char(' '))) {
         if (QWidget *dialog = dialogs.value(step)) {
