@@ -1,6 +1,9 @@
-// The command-line tool: packing and dumping profiles against the file layout, building the data
-// files, drawing a map ("graph", PNG) and the printed sheet ("print", PDF), and its exit codes:
-// 0 done, 1 a file could not be read or written, 2 bad usage; never a partial output file.
+// The command-line tool as a user runs it: packing and dumping profiles against the file layout,
+// building the data files, drawing a map ("graph", PNG) and the printed sheet ("print", PDF), the
+// device verbs against a virtual CDI in another process with the program's real pacing, and its
+// exit codes: 0 done, 1 a file could not be read or written or an exchange failed, 2 bad usage or
+// stopped before an exchange; never a partial output file.
+#include "profile/profilefile.h"
 #include "support/layoutencoder.h"
 
 #include <QImage>
@@ -8,10 +11,13 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QSerialPort>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <QStandardPaths>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -70,14 +76,17 @@ private slots:
     void packAndDumpFollowTheLayout();
     void drawing_data();
     void drawing();
+    void deviceSession();
 
 private:
     // Runs the tool from the build folder, beside the data files and translations, always in the
     // case folder, which holds planted data files that are never to be read. File names are taken
-    // in the case folder. Before the arguments, "bare" runs a copy of the tool with no data files
-    // beside it or in a share folder, "limit=N" lets no file grow past N bytes and ">full" sends
-    // the output to a full disk.
-    int run(QStringList arguments, QByteArray *out = nullptr, QByteArray *err = nullptr);
+    // in the case folder unless they are absolute. Before the arguments, "bare" runs a copy of the tool with no data files
+    // beside it or in a share folder, "limit=N" lets no file grow past N bytes, ">full" sends
+    // the output to a full disk and "nobody" runs it as a user without groups.
+    int run(QStringList arguments, QString *out = nullptr, QString *err = nullptr);
+    // Starts a virtual CDI with the arguments; its pseudo-terminal, or empty.
+    QString startVirtualCdi(QProcess &cdi, const QStringList &arguments);
     void write(const QString &name, const QByteArray &bytes);
     QString path(const QString &name) const { return m_dir.filePath(name); }
 
@@ -85,6 +94,7 @@ private:
     QString m_bareCli;
     QTemporaryDir m_dir;
     QTemporaryDir m_runtimeDir;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
 };
 
 void TestCli::initTestCase()
@@ -93,6 +103,11 @@ void TestCli::initTestCase()
     if (m_cli.isEmpty())
         QSKIP("SPARKWRIGHT_CLI names the tool, built beside its data files");
     QVERIFY(m_dir.isValid() && m_runtimeDir.isValid());
+    // Its own runtime folder: the virtual CDIs of this test are the only ones the tool sees, and
+    // Qt's note about a missing one stays off the error stream.
+    m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeDir.path());
+    // A German system: what the tool writes must not take its language or number format from there.
+    m_environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
     QVERIFY(QDir(m_dir.path()).mkpath(QStringLiteral("bin")) && QDir(m_dir.path()).mkpath("folder.cdi"));
     m_bareCli = path(QStringLiteral("bin/sparkwright-cli"));
     QVERIFY(QFile::copy(m_cli, m_bareCli));
@@ -108,45 +123,51 @@ void TestCli::initTestCase()
     write(QStringLiteral("point.json"), QJsonDocument(json).toJson());
 }
 
-int TestCli::run(QStringList arguments, QByteArray *out, QByteArray *err)
+int TestCli::run(QStringList arguments, QString *out, QString *err)
 {
     QProcess process;
     const QString tool = arguments.first() == QLatin1String("bare") ? m_bareCli : m_cli;
     if (tool == m_bareCli)
         arguments.removeFirst();
-    QStringList limit; // the shell's arguments that set it
+    QStringList wrapper; // a command the tool runs under, with its arguments
     if (arguments.first().startsWith(QLatin1String("limit="))) {
         // Every write past the limit fails with "File too large", as on a full disk.
-        limit = QStringList {QStringLiteral("-c"),
+        wrapper = QStringList {QStringLiteral("sh"), QStringLiteral("-c"),
             QStringLiteral("trap '' XFSZ; exec prlimit --fsize=%1 -- \"$@\"")
                 .arg(arguments.takeFirst().mid(6)),
             QStringLiteral("sh")};
-    }
-    if (arguments.first() == QLatin1String(">full")) {
+    } else if (arguments.first() == QLatin1String("nobody")) {
+        arguments.removeFirst();
+        wrapper = QStringList {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+    } else if (arguments.first() == QLatin1String(">full")) {
         arguments.removeFirst();
         process.setStandardOutputFile(QStringLiteral("/dev/full"));
     }
     for (QString &argument : arguments)
-        if (argument.contains(QLatin1Char('.')) && !argument.startsWith(QLatin1Char('-')))
+        if (argument.contains(QRegularExpression(QStringLiteral("^[^-/].*\\.[a-z]+$"))))
             argument = path(argument);
     process.setWorkingDirectory(m_dir.path());
-    // A runtime folder of its own keeps Qt's note about a missing one off the error stream.
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtimeDir.path());
-    // A German system: what the tool writes must not take its number format from there.
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
-    process.setProcessEnvironment(environment);
-    if (limit.isEmpty())
+    process.setProcessEnvironment(m_environment);
+    if (wrapper.isEmpty())
         process.start(tool, arguments);
     else
-        process.start(QStringLiteral("sh"), limit + QStringList {tool} + arguments);
+        process.start(wrapper.first(), wrapper.mid(1) + QStringList {tool} + arguments);
     if (!process.waitForFinished(60000))
         return -1;
     if (out)
-        *out = process.readAllStandardOutput();
+        *out = QString::fromUtf8(process.readAllStandardOutput());
     if (err)
-        *err = process.readAllStandardError();
+        *err = QString::fromUtf8(process.readAllStandardError());
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+}
+
+QString TestCli::startVirtualCdi(QProcess &cdi, const QStringList &arguments)
+{
+    cdi.setWorkingDirectory(m_dir.path());
+    cdi.setProcessEnvironment(m_environment);
+    cdi.start(m_cli, QStringList {"virtual-cdi"} + arguments);
+    while (!cdi.canReadLine() && cdi.waitForReadyRead(10000)) { }
+    return QString::fromUtf8(cdi.readLine()).trimmed();
 }
 
 void TestCli::write(const QString &name, const QByteArray &bytes)
@@ -192,11 +213,11 @@ void TestCli::exitCodes()
     QFETCH(QString, arguments);
     QFETCH(int, exitCode);
     QFETCH(QString, message);
-    QByteArray out, err;
+    QString out, err;
     QCOMPARE(run(arguments.split(QLatin1Char(' ')), &out, &err), exitCode);
-    const QString shown = QString::fromUtf8(exitCode == 0 ? out : err);
+    const QString shown = exitCode == 0 ? out : err;
     QVERIFY2(shown.contains(message), qPrintable(shown));
-    QVERIFY(exitCode == 0 || (out.isEmpty() && err.count('\n') == 1));
+    QVERIFY(exitCode == 0 || (out.isEmpty() && err.count(QLatin1Char('\n')) == 1));
     QVERIFY(!QFile::exists(path("g.png")) && !QFile::exists(path("x.cdi")));
     QCOMPARE(readAll(path("old.pdf")), QByteArray("the sheet printed last week"));
 }
@@ -207,9 +228,9 @@ void TestCli::packAndDumpFollowTheLayout()
 {
     QCOMPARE(run({"pack", "road.json", "built.cdi"}), 0);
     QCOMPARE(readAll(path("built.cdi")).toHex(), readAll(path("road.cdi")).toHex());
-    QByteArray dumped;
+    QString dumped;
     QCOMPARE(run({"dump", "road.cdi"}, &dumped), 0);
-    QCOMPARE(QJsonDocument::fromJson(dumped).object(), sampleJson());
+    QCOMPARE(QJsonDocument::fromJson(dumped.toUtf8()).object(), sampleJson());
 }
 
 void TestCli::drawing_data()
@@ -240,6 +261,141 @@ void TestCli::drawing()
     const QString text = QString::fromUtf8(extract.readAllStandardOutput());
     for (const QString &expected : texts)
         QVERIFY2(text.contains(expected), qPrintable(expected + QStringLiteral(" missing in:\n") + text));
+}
+
+// A session with a virtual CDI, from listing the ports to programming and verifying, and every
+// way it stops before an exchange.
+void TestCli::deviceSession()
+{
+    QProcess cdi;
+    const QString port = startVirtualCdi(cdi, {"--firmware", "3.1", "--serial", "42"});
+    QVERIFY2(port.startsWith(QLatin1String("/dev/")), qPrintable(port));
+
+    QString out, err;
+    QCOMPARE(run({"ports"}, &out, &err), 0);
+    QVERIFY2(out.startsWith("port\tdescription\tmanufacturer\tUSB ID\tnotes\n")
+            && out.contains(port + "\tVirtual CDI\tSparkwright\t-\tbridge\tvirtual\n"),
+        qPrintable(out));
+    QCOMPARE(run({"ping"}, &out, &err), 0);
+    QCOMPARE(out,
+        QStringLiteral("Test successful\nYour CDI responded as expected. Firmware 3.1 and serial number 42 "
+                       "were reported.\n"));
+
+    // A port another program holds is named with that program; a node closed to the user is
+    // described as the system has it, with the fix that works there. That needs root, to hand the
+    // node to root and run the tool as nobody.
+    {
+        QSerialPort other(port);
+        QVERIFY(other.open(QIODevice::ReadWrite));
+        QCOMPARE(run({"ping", "--port", port, "--language", "de"}, &out, &err), 2);
+        QCOMPARE(err,
+            QStringLiteral(
+                "sparkwright-cli: %1 wird von einem anderen Programm benutzt: tst_cli (Prozess %2). "
+                "Schließen Sie es und versuchen Sie es erneut.\n")
+                .arg(port)
+                .arg(QCoreApplication::applicationPid()));
+    }
+    const QByteArray node = port.toLocal8Bit();
+    if (::geteuid() == 0 && ::chown(node.constData(), 0, 0) == 0 && ::chmod(node.constData(), 0660) == 0) {
+        QCOMPARE(run({"nobody", "ping", "--port", port}, &out, &err), 2);
+        QCOMPARE(err,
+            QStringLiteral(
+                "sparkwright-cli: Permission denied: %1 belongs to the group root and has the access "
+                "rights crw-rw----. Add your account to this group, then log out and in again: sudo "
+                "usermod -aG root $USER\n")
+                .arg(port));
+        QVERIFY(::chmod(node.constData(), 0600) == 0);
+        QCOMPARE(run({"nobody", "ping", "--port", port, "--language", "de"}, &out, &err), 2);
+        QCOMPARE(err,
+            QStringLiteral("sparkwright-cli: Zugriff verweigert: %1 gehört zur Gruppe root und hat die "
+                           "Zugriffsrechte crw-------. Nur der Eigentümer root darf darauf zugreifen.\n")
+                .arg(port));
+        QVERIFY(::chmod(node.constData(), 0620) == 0);
+    }
+
+    QCOMPARE(run({"import", "held.cdi"}, &out, &err), 0);
+    QCOMPARE(out, QStringLiteral("Import OK\nThe imported profile was saved as %1.\n").arg(path("held.cdi")));
+    // Read back after programming, unless it may not be or is not wanted.
+    for (const QString option : {"", "--no-verify", "--no-reimport"}) {
+        QCOMPARE(
+            run(QStringList {"program", "held.cdi", option}.filter(QRegularExpression(".")), &out, &err), 0);
+        QVERIFY2(out.startsWith(option.isEmpty() ? "Programmed and verified\n" : "Programming successful\n"),
+            qPrintable(out + err));
+    }
+    // The differences as a CDI holding the first would get the second: names do not count.
+    Profile other = readProfileFile(path("held.cdi")).value_or(Profile());
+    other.setName(QStringLiteral("Other"));
+    QVERIFY(saveProfileFile(other, path("renamed.cdi")));
+    other.setVoltage(220);
+    IgnitionMap map = other.map();
+    map.setPoint(2, 3200, 20);
+    other.setMap(map);
+    QVERIFY(saveProfileFile(other, path("other.cdi")));
+    QVERIFY(run({"diff", "held.cdi", "renamed.cdi"}, &out, &err) == 0 && (out + err).isEmpty());
+    QCOMPARE(run({"diff", "held.cdi", "other.cdi", "--language", "de"}, &out, &err), 1);
+    QCOMPARE(
+        out, QStringLiteral("Punkt 3: 3000 U/min, 18° → 3200 U/min, 20°\nZündspannung: 170 V → 220 V\n"));
+    QCOMPARE(run({"diff", "held.cdi", "none.cdi"}, &out, &err), 2);
+    QVERIFY2(out.isEmpty() && err.contains(path("none.cdi")), qPrintable(err));
+    {
+        // A CDI that echoes right but keeps what it held: the difference, sent → read back.
+        QProcess forgetful;
+        const QString forgetfulPort
+            = startVirtualCdi(forgetful, {"--fault", "keeps-old", "--profile", path("held.cdi")});
+        QCOMPARE(run({"program", "other.cdi", "--port", forgetfulPort}, &out, &err), 1);
+        QCOMPARE(out,
+            QStringLiteral(
+                "Verification failed\nYour CDI echoed the profile Other, but it gives back other "
+                "values than were sent (sent → read back):\nSlot 3: 3200 rpm, 20° → 3000 rpm, 18°\n"
+                "Ignition voltage: 220 V → 170 V\n\nThe CDI may be programmed improperly and should "
+                "not be used in its current state.\n"));
+        forgetful.terminate();
+        QVERIFY(forgetful.waitForFinished(10000));
+    }
+    // With the frames on the error stream, for support.
+    QCOMPARE(run({"import", "refused.cdi", "--verbose"}, &out, &err), 1);
+    QCOMPARE(out,
+        QStringLiteral(
+            "Import failed\nNothing answered on %1. The CDI may have been programmed not to give its "
+            "profile back; otherwise no CDI seems to be connected to this port.\n")
+            .arg(port));
+    QVERIFY2(err.startsWith("Sparkwright ")
+            && err.contains(QStringLiteral("\nPort: %1\nDescription: Virtual CDI\nUSB IDs: none\n").arg(port))
+            && err.contains(
+                QRegularExpression("\n +\\d+ ms  sent +4d f6 68 00( 00){44} 02 00 d1\n +\\d+ ms  closed\n$")),
+        qPrintable(err));
+    QVERIFY(!QFile::exists(path("refused.cdi")));
+
+    cdi.terminate();
+    QVERIFY(cdi.waitForFinished(10000) && cdi.exitCode() == 0);
+    const QString served = QString::fromUtf8(cdi.readAllStandardOutput());
+    QVERIFY2(served.contains(QStringLiteral("read refused")), qPrintable(served));
+    QCOMPARE(QDir(m_runtimeDir.path()).entryList(QDir::Files), QStringList());
+    // Without a CDI: said below the list, which a script still reads as it is.
+    QCOMPARE(run({"ports"}, &out, &err), 0);
+    QCOMPARE(err.contains("no CP210x bridge is plugged in"), !out.contains("\tbridge"));
+    // An output that cannot be written stops an import before the port is opened.
+    QFile readOnly(path("read-only.cdi"));
+    QVERIFY(readOnly.open(QIODevice::WriteOnly) && readOnly.setPermissions(QFile::ReadOwner));
+    for (const QString &target : {m_dir.path(), readOnly.fileName(), path("none/new.cdi")}) {
+        QCOMPARE(run({"import", target, "--port", "/dev/null/x"}, &out, &err), 1);
+        QVERIFY2(err.startsWith("sparkwright-cli: " + target + ": the file may not be written there"),
+            qPrintable(err));
+    }
+    // Everything that stops before an exchange: exit code 2 and one line on the error stream. The
+    // profile has one angle beyond every limit.
+    Profile beyond;
+    beyond.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
+        {10, 11, 12, 13, 60, 15, 16, 17, 18, 19}));
+    QVERIFY(saveProfileFile(beyond, path(QStringLiteral("bad.cdi"))));
+    const std::pair<QStringList, QString> refusals[]
+        = {{{"ping"}, "no CDI found"}, {{"ping", "--port", "/dev/null/x"}, "Cannot open /dev/null/x: "},
+            {{"program", "bad.cdi"}, "The ignition map of this profile is not valid."},
+            {{"virtual-cdi", "--fault", "loud"}, "unknown fault 'loud'"}};
+    for (const auto &[arguments, shown] : refusals) {
+        QCOMPARE(run(arguments, &out, &err), 2);
+        QVERIFY2(out.isEmpty() && err.count(QLatin1Char('\n')) == 1 && err.contains(shown), qPrintable(err));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestCli)
