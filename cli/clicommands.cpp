@@ -100,9 +100,8 @@ void CliCommands::printHelp()
              "                                     what writing B into a CDI holding A changes; exit\n"
              "                                     0 when nothing, 1 when something, 2 on an error\n"
              "  virtual-cdi [--firmware TEXT] [--serial N] [--profile FILE.cdi] [--fault KIND]\n"
-             "                                     serve a CDI on a pseudo-terminal until interrupted;\n"
-             "                                     prints its path first, then one line per request\n"
-             "  --help                             show this text\n"
+          << virtualCdiHelp()
+          << "  --help                             show this text\n"
              "  --version                          print the version\n"
              "\n"
              "Exit codes: 0 done, 1 a file could not be read or written or the exchange with the\n"
