@@ -105,10 +105,11 @@ int printOut(const QByteArray &text)
 
 // Answered on the terminal, before anything else: no display and no data files are needed.
 const char kHelp[]
-    = "Usage: sparkwright [-v | --help | --version]\n"
+    = "Usage: sparkwright [FILE.cdi | -v | --help | --version]\n"
       "\n"
       "Creates, edits, compares, prints and programs the ignition profiles of a programmable CDI.\n"
-      "Without options the program opens its window.\n"
+      "Without options the program opens its window; given a profile file, it opens it in the\n"
+      "editor.\n"
       "\n"
       "  -v         print the program's and its data files' versions as one line and exit\n"
       "  --help     show this text and exit\n"
@@ -286,5 +287,13 @@ CProgramWindows::~CProgramWindows()
 int CStartup::runWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu)
 {
     CProgramWindows windows(data, switcher, languageMenu);
+    // A profile file named on the command line (as the file manager starts the program for a
+    // .cdi file) opens once the window is up, so that a message about it shows over the window.
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    if (arguments.size() == 1 && !arguments.first().startsWith(QLatin1Char('-'))) {
+        MainWindow &window = windows.mainWindow();
+        const QString path = arguments.first();
+        QTimer::singleShot(0, &window, [&window, path] { window.openProfileFile(path); });
+    }
     return m_steps.runMainWindow(windows.mainWindow());
 }
