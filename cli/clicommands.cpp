@@ -244,6 +244,18 @@ bool CliCommands::readProfile(const QString &path, Profile &profile)
     return true;
 }
 
+// Now, or for sheets that must come out the same on every run and system (as reproducible builds
+// ask) the time SOURCE_DATE_EPOCH gives in seconds, as UTC.
+static QDateTime printingTime()
+{
+    bool numeric = false;
+    const qint64 epoch = qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&numeric);
+    if (!numeric || epoch < 0)
+        return QDateTime::currentDateTime();
+    const QDateTime utc = QDateTime::fromSecsSinceEpoch(epoch, Qt::UTC);
+    return QDateTime(utc.date(), utc.time());
+}
+
 int CliCommands::print(const QStringList &arguments)
 {
     QStringList positional;
@@ -266,8 +278,8 @@ int CliCommands::print(const QStringList &arguments)
     if (!library)
         return fileError(QLatin1String(kLibraryFileName), library.error());
 
-    const QByteArray pdf = summarySheetPdf(
-        profile, summarySheetHeaderLine(library->libraryValue(), QDateTime::currentDateTime()));
+    const QByteArray pdf
+        = summarySheetPdf(profile, summarySheetHeaderLine(library->libraryValue(), printingTime()));
     if (pdf.isEmpty())
         return fileError(positional.at(1), QStringLiteral("could not produce the PDF document"));
     return writeOutput(positional.at(1), pdf);
