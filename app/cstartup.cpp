@@ -19,6 +19,7 @@
 #include "summary/customform.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QIcon>
 #include <QLocale>
 #include <QStandardPaths>
@@ -41,6 +42,22 @@ namespace {
 
 const char kVersionQuery[] = "-v";
 
+#ifdef Q_OS_WIN
+// The windows use the UI font the system names (Segoe UI on Windows 10 and 11). Where it names
+// only the dialog font's alias (as Wine does: "MS Shell Dlg"), Qt resolves that to a serif: a sans
+// UI font at the system's size stands in instead, the first there is of these.
+void useWindowsUiFont()
+{
+    QFont font = QApplication::font();
+    if (!font.family().startsWith(QLatin1String("MS Shell Dlg"), Qt::CaseInsensitive))
+        return;
+    font.setFamilies({QStringLiteral("Segoe UI"), QStringLiteral("Tahoma"), QStringLiteral("Arial"),
+        QStringLiteral("DejaVu Sans")});
+    font.setStyleHint(QFont::SansSerif);
+    QApplication::setFont(font);
+}
+#endif
+
 std::unique_ptr<QApplication> createApplication(int &argc, char **argv)
 {
     if (QCoreApplication::instance())
@@ -53,7 +70,11 @@ std::unique_ptr<QApplication> createApplication(int &argc, char **argv)
     QGuiApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 #endif
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    return std::make_unique<QApplication>(argc, argv);
+    auto application = std::make_unique<QApplication>(argc, argv);
+#ifdef Q_OS_WIN
+    useWindowsUiFont();
+#endif
+    return application;
 }
 
 // Set before any window exists: the settings paths and the web links derive from it.

@@ -3,6 +3,8 @@
 # program open .cdi files. Installed by an administrator, the entries are everyone's (HKLM and
 # the common Start menu); otherwise the user's own (SHCTX follows the installer's choice).
 set(CPACK_GENERATOR NSIS)
+# The NSIS commands below reach the installer script as written: quotes, backslashes and all.
+set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_PACKAGE_NAME Sparkwright)
 set(CPACK_PACKAGE_VENDOR Sparkwright)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
@@ -23,6 +25,8 @@ set(CPACK_NSIS_ENABLE_UNINSTALL_BEFORE_INSTALL ON)
 set(CPACK_NSIS_EXECUTABLES_DIRECTORY .)
 set(CPACK_PACKAGE_EXECUTABLES Sparkwright Sparkwright)
 set(CPACK_NSIS_MANIFEST_DPI_AWARE ON)
+# A 64-bit installer for 64-bit programs; it also runs where only 64-bit Windows programs do.
+set(CPACK_NSIS_DEFINES "Target amd64-unicode")
 # The installed programs without their symbols: a fraction of the size.
 set(CPACK_STRIP_FILES ON)
 # .cdi files open in the program (ProgID Sparkwright.Profile). Uninstalling removes the ProgID and
