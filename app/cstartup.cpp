@@ -19,6 +19,7 @@
 #include "summary/customform.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QIcon>
 #include <QLocale>
 #include <QStandardPaths>
@@ -41,6 +42,22 @@ namespace {
 
 const char kVersionQuery[] = "-v";
 
+#ifdef Q_OS_WIN
+// The windows use the UI font the system names (Segoe UI on Windows 10 and 11). Where it names
+// only the dialog font's alias (as Wine does: "MS Shell Dlg"), Qt resolves that to a serif: a sans
+// UI font at the system's size stands in instead, the first there is of these.
+void useWindowsUiFont()
+{
+    QFont font = QApplication::font();
+    if (!font.family().startsWith(QLatin1String("MS Shell Dlg"), Qt::CaseInsensitive))
+        return;
+    font.setFamilies({QStringLiteral("Segoe UI"), QStringLiteral("Tahoma"), QStringLiteral("Arial"),
+        QStringLiteral("DejaVu Sans")});
+    font.setStyleHint(QFont::SansSerif);
+    QApplication::setFont(font);
+}
+#endif
+
 std::unique_ptr<QApplication> createApplication(int &argc, char **argv)
 {
     if (QCoreApplication::instance())
@@ -53,7 +70,11 @@ std::unique_ptr<QApplication> createApplication(int &argc, char **argv)
     QGuiApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
 #endif
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    return std::make_unique<QApplication>(argc, argv);
+    auto application = std::make_unique<QApplication>(argc, argv);
+#ifdef Q_OS_WIN
+    useWindowsUiFont();
+#endif
+    return application;
 }
 
 // Set before any window exists: the settings paths and the web links derive from it.
@@ -105,10 +126,11 @@ int printOut(const QByteArray &text)
 
 // Answered on the terminal, before anything else: no display and no data files are needed.
 const char kHelp[]
-    = "Usage: sparkwright [-v | --help | --version]\n"
+    = "Usage: sparkwright [FILE.cdi | -v | --help | --version]\n"
       "\n"
       "Creates, edits, compares, prints and programs the ignition profiles of a programmable CDI.\n"
-      "Without options the program opens its window.\n"
+      "Without options the program opens its window; given a profile file, it opens it in the\n"
+      "editor.\n"
       "\n"
       "  -v         print the program's and its data files' versions as one line and exit\n"
       "  --help     show this text and exit\n"
@@ -286,5 +308,13 @@ CProgramWindows::~CProgramWindows()
 int CStartup::runWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu)
 {
     CProgramWindows windows(data, switcher, languageMenu);
+    // A profile file named on the command line (as the file manager starts the program for a
+    // .cdi file) opens once the window is up, so that a message about it shows over the window.
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    if (arguments.size() == 1 && !arguments.first().startsWith(QLatin1Char('-'))) {
+        MainWindow &window = windows.mainWindow();
+        const QString path = arguments.first();
+        QTimer::singleShot(0, &window, [&window, path] { window.openProfileFile(path); });
+    }
     return m_steps.runMainWindow(windows.mainWindow());
 }

@@ -58,6 +58,9 @@ public:
     // The pages: the start page with its main choices, the editor with a copy of the profile,
     // the confirmation before programming the CDI with the profile, and the device pages.
     void showStart();
+    // A profile file from the recent profiles or the command line, in the editor; a file that
+    // cannot be read is named in a message.
+    void openProfileFile(const QString &path);
     void showEditor(const Profile &profile, const QString &filePath = QString());
     void showProgrammingConfirmation(const Profile &profile);
     void showPortSelection();
@@ -136,7 +139,6 @@ private:
     std::optional<QString> editedProfileName() const;
     // A profile chosen on the start page replaces the editor's, after the unsaved-changes question.
     void openInEditor(const Profile &profile);
-    void openProfileFile(const QString &path);
     void programProfileFile();
     void programEditedProfile();
     // Asks whether the CDI may give the profile back later, then programs it.

@@ -100,9 +100,8 @@ void CliCommands::printHelp()
              "                                     what writing B into a CDI holding A changes; exit\n"
              "                                     0 when nothing, 1 when something, 2 on an error\n"
              "  virtual-cdi [--firmware TEXT] [--serial N] [--profile FILE.cdi] [--fault KIND]\n"
-             "                                     serve a CDI on a pseudo-terminal until interrupted;\n"
-             "                                     prints its path first, then one line per request\n"
-             "  --help                             show this text\n"
+          << virtualCdiHelp()
+          << "  --help                             show this text\n"
              "  --version                          print the version\n"
              "\n"
              "Exit codes: 0 done, 1 a file could not be read or written or the exchange with the\n"
@@ -245,6 +244,18 @@ bool CliCommands::readProfile(const QString &path, Profile &profile)
     return true;
 }
 
+// Now, or for sheets that must come out the same on every run and system (as reproducible builds
+// ask) the time SOURCE_DATE_EPOCH gives in seconds, as UTC.
+static QDateTime printingTime()
+{
+    bool numeric = false;
+    const qint64 epoch = qEnvironmentVariable("SOURCE_DATE_EPOCH").toLongLong(&numeric);
+    if (!numeric || epoch < 0)
+        return QDateTime::currentDateTime();
+    const QDateTime utc = QDateTime::fromSecsSinceEpoch(epoch, Qt::UTC);
+    return QDateTime(utc.date(), utc.time());
+}
+
 int CliCommands::print(const QStringList &arguments)
 {
     QStringList positional;
@@ -267,8 +278,8 @@ int CliCommands::print(const QStringList &arguments)
     if (!library)
         return fileError(QLatin1String(kLibraryFileName), library.error());
 
-    const QByteArray pdf = summarySheetPdf(
-        profile, summarySheetHeaderLine(library->libraryValue(), QDateTime::currentDateTime()));
+    const QByteArray pdf
+        = summarySheetPdf(profile, summarySheetHeaderLine(library->libraryValue(), printingTime()));
     if (pdf.isEmpty())
         return fileError(positional.at(1), QStringLiteral("could not produce the PDF document"));
     return writeOutput(positional.at(1), pdf);

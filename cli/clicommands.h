@@ -42,7 +42,10 @@ private:
     // The device verbs (clidevicecommands.cpp).
     int ports();
     int deviceExchange(const QString &verb, const QStringList &arguments);
+    // The virtual CDI on a pseudo-terminal (clivirtualcdi_posix.cpp); on Windows only a usage
+    // message (clivirtualcdi_win.cpp). Its line in the help differs accordingly.
     int virtualCdi(const QStringList &arguments);
+    static const char *virtualCdiHelp();
     int diff(const QStringList &arguments);
     // Splits arguments into positional ones, options with a value and bare switches; false
     // (after a usage message) on anything not allowed for the verb.

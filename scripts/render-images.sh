@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Renders the program's images from the drawings in resources/svg into
 # resources/images: every icon at 1x and @2x, the app icon at the desktop's
-# sizes, and the busy animation as a looping GIF. The results are committed,
-# so a build never needs these renderers; run this after changing a drawing.
+# sizes (and all of them in one .ico for Windows), and the busy animation as a
+# looping GIF. The results are committed, so a build never needs these
+# renderers; run this after changing a drawing.
 #
 #   scripts/render-images.sh            render everything
 #   scripts/render-images.sh --check    render into a scratch folder and fail
@@ -122,6 +123,10 @@ for size in "${appSizes[@]}"; do
         render "$src/app.svg" "$dest/app-$size.png" "$size" "$size"
     fi
 done
+# The Windows program's and installer's icon holds every size in one file.
+appIcons=()
+for size in "${appSizes[@]}"; do appIcons+=("$dest/app-$size.png"); done
+convert "${appIcons[@]}" "$dest/app.ico"
 render_spinner "$scratch"
 
 if [[ $check -eq 1 ]]; then

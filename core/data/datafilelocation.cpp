@@ -4,6 +4,12 @@
 #include <QDir>
 #include <QFileInfo>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+
+#include <iterator>
+#endif
+
 #ifndef SPARKWRIGHT_DATA_FROM_BIN
 #define SPARKWRIGHT_DATA_FROM_BIN "../share/sparkwright"
 #endif
@@ -13,8 +19,16 @@ QString executableDirectory()
     if (QCoreApplication::instance())
         return QCoreApplication::applicationDirPath();
     // The version query loads the data files before any application object exists.
+#ifdef Q_OS_WIN
+    wchar_t path[32768];
+    const DWORD length = ::GetModuleFileNameW(nullptr, path, DWORD(std::size(path)));
+    if (length == 0 || length >= std::size(path))
+        return QString();
+    return QFileInfo(QDir::fromNativeSeparators(QString::fromWCharArray(path, int(length)))).absolutePath();
+#else
     const QFileInfo self(QStringLiteral("/proc/self/exe"));
     return self.exists() ? QFileInfo(self.canonicalFilePath()).absolutePath() : QString();
+#endif
 }
 
 QString locateDataFile(const QString &fileName, const QString &programDirectory)

@@ -7,12 +7,6 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
-#include <fcntl.h>
-#include <termios.h>
-#include <unistd.h>
 
 namespace {
 
@@ -94,51 +88,6 @@ bool CVirtualCdi::reimportAllowed() const
     return quint8(m_image.at(flags)) & DeviceFrame::kReimportBit;
 }
 
-QString CVirtualCdi::open()
-{
-    closePty();
-    ++m_terminal;
-    m_master = ::posix_openpt(O_RDWR | O_NOCTTY);
-    if (m_master < 0 || ::grantpt(m_master) != 0 || ::unlockpt(m_master) != 0) {
-        const QString error = QString::fromLocal8Bit(std::strerror(errno));
-        closePty();
-        return QStringLiteral("cannot create a pseudo-terminal: ") + error;
-    }
-    const char *slaveName = ::ptsname(m_master);
-    m_portName = slaveName ? QString::fromLocal8Bit(slaveName) : QString();
-    m_slave = slaveName ? ::open(slaveName, O_RDWR | O_NOCTTY) : -1;
-    if (m_slave < 0) {
-        const QString error = QString::fromLocal8Bit(std::strerror(errno));
-        closePty();
-        return QStringLiteral("cannot open the pseudo-terminal: ") + error;
-    }
-    // Raw bytes both ways, as on a serial line; on Linux the master's settings are the slave's.
-    termios settings {};
-    if (::tcgetattr(m_master, &settings) == 0) {
-        ::cfmakeraw(&settings);
-        ::tcsetattr(m_master, TCSANOW, &settings);
-    }
-    ::fcntl(m_master, F_SETFL, ::fcntl(m_master, F_GETFL) | O_NONBLOCK);
-    m_notifier = std::make_unique<QSocketNotifier>(m_master, QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, &CVirtualCdi::onReadable);
-    m_announcement = VirtualCdiRegistry::announce(m_portName);
-    return {};
-}
-
-void CVirtualCdi::closePty()
-{
-    m_notifier.reset();
-    if (m_master >= 0)
-        ::close(m_master);
-    if (m_slave >= 0)
-        ::close(m_slave);
-    m_master = -1;
-    m_slave = -1;
-    m_input.clear();
-    VirtualCdiRegistry::withdraw(m_announcement);
-    m_announcement.clear();
-}
-
 void CVirtualCdi::hangUp()
 {
     closePty();
@@ -146,15 +95,9 @@ void CVirtualCdi::hangUp()
         emit portChanged(m_portName);
 }
 
-void CVirtualCdi::onReadable()
+void CVirtualCdi::receive(const QByteArray &bytes)
 {
-    char buffer[256];
-    for (;;) {
-        const ssize_t got = ::read(m_master, buffer, sizeof(buffer));
-        if (got <= 0)
-            break;
-        m_input.append(buffer, int(got));
-    }
+    m_input.append(bytes);
     // Resynchronise on the header; a frame with a bad checksum is dropped whole.
     while (!m_input.isEmpty()) {
         const int header = m_input.indexOf(QByteArray::fromHex("4df668"));
@@ -259,7 +202,7 @@ void CVirtualCdi::send(QByteArray answer, const QString &line)
     if (m_fault == Fault::Hangup) {
         // Half the answer, then the line goes dead; the CDI comes back on a new terminal.
         const QByteArray half = answer.left(answer.size() / 2);
-        if (::write(m_master, half.constData(), size_t(half.size())) < 0)
+        if (!writeToLine(half))
             return;
         QTimer::singleShot(50, this, [this, terminal] {
             if (terminal == m_terminal)
@@ -270,7 +213,7 @@ void CVirtualCdi::send(QByteArray answer, const QString &line)
     QTimer::singleShot(delay, this, [this, terminal, answer] {
         if (terminal != m_terminal || m_master < 0)
             return;
-        if (::write(m_master, answer.constData(), size_t(answer.size())) < 0)
+        if (!writeToLine(answer))
             emit requestHandled(QStringLiteral("could not write the answer"));
     });
 }

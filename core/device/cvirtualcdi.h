@@ -14,7 +14,8 @@ class QSocketNotifier;
 
 // A CDI served on the master side of a pseudo-terminal, for trying the device functions and
 // for the tests: it answers ping, read and programming requests as a CDI does, or breaks one
-// of its answers in a chosen way.
+// of its answers in a chosen way. The line is the platform's part (cvirtualcdi_posix.cpp);
+// Windows has no pseudo-terminals, so there open() says that it cannot serve.
 class CVirtualCdi : public QObject
 {
     Q_OBJECT
@@ -71,6 +72,10 @@ signals:
 
 private:
     void onReadable();
+    // The requests' bytes as they come off the line, in any pieces.
+    void receive(const QByteArray &bytes);
+    // False when the line is closed or refuses the bytes.
+    bool writeToLine(const QByteArray &bytes);
     void handleFrame(const QByteArray &frame);
     void send(QByteArray answer, const QString &line);
     void closePty();

@@ -51,13 +51,14 @@ QString findBridgePort(const IPortLister &lister);
 
 // A port refused with a permission error is either held by another program (its lock file or the
 // kernel's exclusive mode) or closed to this user: which one, and what the system says of it.
-// Any other refusal stays as it is.
+// On Windows it is always held by another program. Any other refusal stays as it is.
 void explainRefusal(DeviceRefusal &refusal, const IPortLister &lister);
 
 // Virtual CDIs announce their pseudo-terminals to the user's other processes by small files in a
 // folder only that user can write: "sparkwright-virtual-cdi" in the runtime folder, else in
 // ~/.cache. Only the user's own files count; one left by a process that is gone is removed when
-// seen.
+// seen. (serialports_posix.cpp; Windows has no pseudo-terminals, so there nothing is announced
+// or found: serialports_win.cpp.)
 namespace VirtualCdiRegistry {
 // Returns the file written, or empty when it could not be.
 QString announce(const QString &ptyPath);
@@ -65,7 +66,8 @@ void withdraw(const QString &file);
 QStringList ptyPaths();
 } // namespace VirtualCdiRegistry
 
-// Where the port is in the file system, as the user knows it: /dev/ttyUSB0 for ttyUSB0.
+// Where the port is in the file system, as the user knows it: /dev/ttyUSB0 for ttyUSB0; on
+// Windows the COM port's name (COM3).
 QString portPath(const QString &portName);
 // The port as the lister lists it; only its name when the lister does not know it.
 SerialPortEntry describePort(const IPortLister &lister, const QString &portName);

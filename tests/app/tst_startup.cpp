@@ -311,7 +311,7 @@ void TestStartup::terminalAnswers_data()
     QTest::addColumn<bool>("toFullDisk");
     QTest::addColumn<QByteArray>("output"); // the start of it
     QTest::newRow("help") << "--help" << false
-                          << QByteArray("Usage: sparkwright [-v | --help | --version]\n");
+                          << QByteArray("Usage: sparkwright [FILE.cdi | -v | --help | --version]\n");
     QTest::newRow("version") << "--version" << false << QByteArray("sparkwright 0.95.1\n");
     QTest::newRow("manifest into a full disk") << "-v" << true << QByteArray();
 }

@@ -237,9 +237,12 @@ void TestCli::drawing_data()
 {
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QStringList>("texts"); // on the sheet, which speaks its language, numbers included
-    QTest::newRow("German") << QStringList {"--language", "de"} << QStringList {"Zündspannung", "36,5°"};
-    QTest::newRow("English on a German system without a language")
-        << QStringList() << QStringList {"Ignition voltage", "36.5°"};
+    QTest::addColumn<QByteArray>("epoch"); // SOURCE_DATE_EPOCH, the sheet's time when set
+    QTest::newRow("German") << QStringList {"--language", "de"} << QStringList {"Zündspannung", "36,5°"}
+                            << QByteArray();
+    QTest::newRow("English on a German system without a language, at a given time")
+        << QStringList() << QStringList {"Ignition voltage", "36.5°", "2025-11-24 - 16:00:00 - Sparkwright"}
+        << QByteArray("1764000000");
 }
 
 // The graph has the size asked for; the sheet is a whole PDF with the profile's texts.
@@ -247,9 +250,14 @@ void TestCli::drawing()
 {
     QFETCH(QStringList, options);
     QFETCH(QStringList, texts);
+    QFETCH(QByteArray, epoch);
     QCOMPARE(run(QStringList {"graph", "road.cdi", "out.png", "--size", "400x300"} + options), 0);
     QCOMPARE(QImage(path("out.png")).size(), QSize(400, 300));
-    QCOMPARE(run(QStringList {"print", "road.cdi", "out.pdf"} + options), 0);
+    if (!epoch.isEmpty())
+        qputenv("SOURCE_DATE_EPOCH", epoch);
+    const int printed = run(QStringList {"print", "road.cdi", "out.pdf"} + options);
+    qunsetenv("SOURCE_DATE_EPOCH");
+    QCOMPARE(printed, 0);
     const QByteArray pdf = readAll(path("out.pdf"));
     QVERIFY(pdf.startsWith("%PDF-") && pdf.trimmed().endsWith("%%EOF"));
     const QString pdftotext = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
