@@ -12,7 +12,6 @@
 #include "render/plotfile.h"
 #include "render/summarysheet.h"
 
-#include <QPainter>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
@@ -22,6 +21,7 @@
 #include <QJsonObject>
 #include <QJsonParseError>
 #include <QLocale>
+#include <QPainter>
 #include <QRegularExpression>
 #include <QTranslator>
 
@@ -307,8 +307,10 @@ int CliCommands::graph(const QStringList &arguments)
         return kFileError;
 
     // As the editor shows it: editable colours, no point selected, axes fitted to the map.
-    const QByteArray png = plotFileBytes(PlotFormat::Png, QSize(width, height),
-        [&profile](MapPlotter &plotter, QPainter &painter) { plotter.paintSingle(painter, profile, -1, true, true); });
+    const QByteArray png = plotFileBytes(
+        PlotFormat::Png, QSize(width, height), [&profile](MapPlotter &plotter, QPainter &painter) {
+            plotter.paintSingle(painter, profile, -1, true, true);
+        });
     if (png.isEmpty())
         return fileError(positional.at(1), QStringLiteral("could not encode the image"));
     return writeOutput(positional.at(1), png);

@@ -31,4 +31,5 @@ QString pathWithPlotSuffix(const QString &path, PlotFormat chosen);
 // Draws with a plotter of the given size and returns the file's bytes; empty when the drawing
 // could not be encoded. The drawing paints a plotter's picture onto the painter.
 using PlotDrawing = std::function<void(MapPlotter &plotter, QPainter &painter)>;
-QByteArray plotFileBytes(PlotFormat format, QSize size, const PlotDrawing &drawing, const QString &title = QString());
+QByteArray plotFileBytes(
+    PlotFormat format, QSize size, const PlotDrawing &drawing, const QString &title = QString());

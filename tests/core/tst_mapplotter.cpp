@@ -203,7 +203,8 @@ void TestMapPlotter::severalMaps()
     const QImage &image = plotter.image();
     for (int p = 0; p < kCount; ++p) {
         const int y = plotter.yAxis().toPixel(2 + 2 * p);
-        QCOMPARE(colourNear(image, QPoint(plotter.plotWidth() - 8, y), MapPlotter::paletteColor(p), 6, 0), p != 1);
+        QCOMPARE(
+            colourNear(image, QPoint(plotter.plotWidth() - 8, y), MapPlotter::paletteColor(p), 6, 0), p != 1);
         const QPoint sample(plotter.plotWidth() + 12, 6 + 15 * p + 7);
         QCOMPARE(colourNear(image, sample, MapPlotter::paletteColor(p)), p != 1);
         QCOMPARE(plotter.legendEntryAt(sample), p);
@@ -258,12 +259,15 @@ void TestMapPlotter::valuesForASpreadsheet()
     Profile quoted = profileOf({{500, 5}, {20000, 49}});
     quoted.setName(QStringLiteral("Track, \"hot\" Zündung"));
     quoted.setMotorbikeType(0, true);
-    const QByteArray header = "Profile,Kind,RPM 1,Angle 1,RPM 2,Angle 2,RPM 3,Angle 3,RPM 4,Angle 4,RPM 5,Angle 5,"
-                              "RPM 6,Angle 6,RPM 7,Angle 7,RPM 8,Angle 8,RPM 9,Angle 9,RPM 10,Angle 10\r\n";
+    const QByteArray header
+        = "Profile,Kind,RPM 1,Angle 1,RPM 2,Angle 2,RPM 3,Angle 3,RPM 4,Angle 4,RPM 5,Angle 5,"
+          "RPM 6,Angle 6,RPM 7,Angle 7,RPM 8,Angle 8,RPM 9,Angle 9,RPM 10,Angle 10\r\n";
     QCOMPARE(comparisonCsv({plain, quoted}),
         "\xEF\xBB\xBF" + header
-            + "Road,Default,1000,10,2000,10,3000,10,4000,10,5000,10,6000,10,7000,10,8000,10,9000,10,10000,10\r\n"
-              "\"Track, \"\"hot\"\" Z\xC3\xBCndung\",Custom,500,5,20000,49,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
+            + "Road,Default,1000,10,2000,10,3000,10,4000,10,5000,10,6000,10,7000,10,8000,10,9000,10,10000,"
+              "10\r\n"
+              "\"Track, \"\"hot\"\" "
+              "Z\xC3\xBCndung\",Custom,500,5,20000,49,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
     QCOMPARE(comparisonCsv({}), "\xEF\xBB\xBF" + header);
 }
 
@@ -282,7 +286,8 @@ void TestMapPlotter::plotFiles_data()
         << "graph.v2" << 0 << "graph.v2.png" << QSize(1, 1);
     if (svg) {
         QTest::newRow("svg chosen") << "graph" << 1 << "graph.svg" << QSize(400, 250);
-        QTest::newRow("a typed suffix beats the chosen type") << "graph.svg" << 0 << "graph.svg" << QSize(400, 250);
+        QTest::newRow("a typed suffix beats the chosen type")
+            << "graph.svg" << 0 << "graph.svg" << QSize(400, 250);
     } else {
         QTest::newRow("no SVG without the module") << "graph.svg" << 0 << "graph.svg.png" << QSize(400, 250);
     }
