@@ -23,6 +23,8 @@ namespace {
 constexpr int kColumnMinimum = 120;
 constexpr int kColumnMaximum = 220;
 constexpr int kHeadingLines = 2;
+// The line sample beside the name and the header's margins.
+constexpr int kHeadingMargin = 36;
 
 // Every speed that some profile uses, once each and in order; the plotter leaves out labels
 // that would overlap.
@@ -209,12 +211,15 @@ void MultiGraphForm::fillValueTable()
             table->setItem(i, p, cell);
             width = std::max(width, table->fontMetrics().horizontalAdvance(text));
         }
+        // The narrowest column from the values' width on whose two lines the name fits whole.
         const QString &label = shown[size_t(p)].label;
-        width = std::clamp(std::max(width + 16, headingMetrics.horizontalAdvance(label) / kHeadingLines + 40),
-            kColumnMinimum, kColumnMaximum);
+        width = std::clamp(width + 16, kColumnMinimum, kColumnMaximum);
+        while (width < kColumnMaximum
+            && wrapped(label, headingMetrics, width - kHeadingMargin, kHeadingLines).contains(QChar(0x2026)))
+            width += 10;
         table->setColumnWidth(p, width);
         auto *heading = new QTableWidgetItem(CProfileItem::sample(shown[size_t(p)].paletteIndex),
-            wrapped(label, headingMetrics, width - 40, kHeadingLines)); // owned by the table
+            wrapped(label, headingMetrics, width - kHeadingMargin, kHeadingLines)); // owned by the table
         heading->setToolTip(label);
         table->setHorizontalHeaderItem(p, heading);
     }
