@@ -16,11 +16,14 @@
 #include "profile/profilefile.h"
 #include "profile/recentprofiles.h"
 #include "profile/suggestedfilename.h"
+#include "render/mapplotter.h"
+#include "render/plotfile.h"
 #include "render/summarysheet.h"
 #include "shell/cbrowserwidget.h"
 #include "shell/clanguagemenu.h"
 #include "shell/cprofilefiles.h"
 #include "shell/iuserprompts.h"
+#include "start/multigraphform.h"
 #include "start/wizardform.h"
 #include "summary/customform.h"
 
@@ -127,6 +130,9 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_ui->actionExport, &QAction::triggered, this, &MainWindow::onExportMenu);
     connect(m_ui->actionPrint, &QAction::triggered, this, &MainWindow::onPrintMenu);
     connect(m_ui->actionPrintDialog, &QAction::triggered, this, &MainWindow::onPrintDialogMenu);
+    connect(m_ui->actionExportGraph, &QAction::triggered, this, &MainWindow::onExportGraphMenu);
+    connect(m_ui->actionExportValues, &QAction::triggered, this, &MainWindow::onExportValuesMenu);
+    connect(m_wizard, &WizardForm::viewChanged, this, &MainWindow::updateExportActions);
     connect(m_ui->actionProgrammedProfiles, &QAction::triggered, this, &MainWindow::onProgrammedProfilesMenu);
     connect(m_ui->actionTechnicalSpecifications, &QAction::triggered, this,
         &MainWindow::onTechnicalSpecifications);
@@ -302,6 +308,7 @@ void MainWindow::switchTo(QWidget *target)
     if (m_devicesForm)
         m_devicesForm->setActive(target == m_devicesForm);
     updateUndoActions();
+    updateExportActions();
     updateTitle();
     m_ui->promptLabel->setText(target ? target->statusTip() : QString());
 }
@@ -870,6 +877,70 @@ void MainWindow::onPrintDialogMenu()
     if (!paintSummarySheetDocument(printer, m_editor->profile(),
             summarySheetHeaderLine(libraryValue, QDateTime::currentDateTime())))
         userPrompts().warn(this, tr("Print"), tr("The sheet could not be printed."), tr("OK"));
+}
+
+void MainWindow::updateExportActions()
+{
+    const bool comparing = m_currentWidget == m_wizard && m_wizard->shownGraph();
+    m_ui->actionExportGraph->setEnabled(isShown(m_editor) || comparing);
+    m_ui->actionExportValues->setEnabled(comparing);
+}
+
+// The graph as the page shows it, at its size on the screen: the editor's map without a point
+// selected, or the comparison without its hidden profiles. The file's type is the one its
+// suffix names, else the one chosen in the dialog, whose suffix is then added.
+void MainWindow::onExportGraphMenu()
+{
+    QSize size;
+    PlotDrawing drawing;
+    QString name;
+    if (isShown(m_editor)) {
+        const Profile profile = m_editor->profile();
+        size = m_editor->graphSize();
+        drawing = [profile](MapPlotter &plotter, QPainter &painter) {
+            plotter.paintSingle(painter, profile, -1, true, true);
+        };
+        name = suggestedFileName(profile.name(), tr("profile"));
+    } else if (const MultiGraphForm *graph = m_currentWidget == m_wizard ? m_wizard->shownGraph() : nullptr) {
+        size = graph->graphSize();
+        drawing = graph->drawing();
+        name = tr("comparison");
+    } else {
+        return;
+    }
+    const QString title = tr("Export graph");
+    const QList<PlotFormat> formats = plotFormats();
+    QStringList filters;
+    for (const PlotFormat format : formats) {
+        filters << (format == PlotFormat::Svg ? tr("SVG drawings") : tr("PNG images"))
+                + QStringLiteral(" (*.%1)").arg(plotFormatSuffix(format));
+    }
+    QString chosenFilter;
+    const QString typed = userPrompts().saveFileName(this, title, name + QLatin1String(".png"), filters, chosenFilter);
+    if (typed.isEmpty())
+        return;
+    const PlotFormat chosen = formats.value(std::max(0, int(filters.indexOf(chosenFilter))));
+    const QString path = pathWithPlotSuffix(typed, chosen);
+    const PlotFormat format = plotFormatOfPath(path).value_or(chosen);
+    if (CProfileFiles::write(this, path, title, tr("Exporting the graph failed"), plotFileBytes(format, size, drawing)))
+        statusBar()->showMessage(tr("Exported to %1").arg(QDir::toNativeSeparators(path)), kSavedMessageMs);
+}
+
+// The values of the profiles the comparison shows, for a spreadsheet.
+void MainWindow::onExportValuesMenu()
+{
+    const MultiGraphForm *graph = m_currentWidget == m_wizard ? m_wizard->shownGraph() : nullptr;
+    if (!graph)
+        return;
+    const QString title = tr("Export values as CSV");
+    QString path = userPrompts().saveFileName(this, title, tr("comparison") + QLatin1String(".csv"),
+        tr("CSV files") + QLatin1String(" (*.csv)"));
+    if (path.isEmpty())
+        return;
+    if (QFileInfo(path).suffix().isEmpty())
+        path += QLatin1String(".csv");
+    if (CProfileFiles::write(this, path, title, tr("Exporting the values failed"), graph->valuesCsv()))
+        statusBar()->showMessage(tr("Exported to %1").arg(QDir::toNativeSeparators(path)), kSavedMessageMs);
 }
 
 // On the editor the title names the profile and its file, and marks unsaved changes.

@@ -96,6 +96,8 @@ private slots:
     void onExportMenu();
     void onPrintMenu();
     void onPrintDialogMenu();
+    void onExportGraphMenu();
+    void onExportValuesMenu();
     void onTechnicalSpecifications();
     void onProgrammableCDIs();
     void onTrivia();
@@ -130,6 +132,8 @@ private:
     void onProgrammingPreview(const ProgrammingPreview &preview);
     void setDeviceBusy(bool busy);
     void updateTitle();
+    // Export graph on the editor and the comparison's graph, Export values on the latter.
+    void updateExportActions();
     void setFixedTexts();
     void paintBanner();
     void placeOnScreen();

@@ -56,11 +56,11 @@ int main(int argc, char *argv[])
     MapPlotter plotter(733, 430, 16);
     runBenchmark("graph.drawSingle", 200, [&] { plotter.drawSingle(single, 3, true, true); });
 
-    std::vector<Profile> eight;
+    std::vector<PlottedMap> eight;
     for (int i = 0; i < 8; ++i)
-        eight.push_back(sampleProfile(i));
+        eight.push_back({sampleProfile(i), QStringLiteral("Profile %1").arg(i), i, true});
     const std::vector<int> labels {1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000};
-    runBenchmark("graph.drawSeveral8", 100, [&] { plotter.drawSeveral(eight, labels); });
+    runBenchmark("graph.drawSeveral8", 100, [&] { plotter.drawSeveral(eight, labels, true); });
 
     // One mouse move of a drag, through the widget's event handling to the repainted image.
     Editor editor;

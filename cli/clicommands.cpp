@@ -9,9 +9,9 @@
 #include "profile/profilefile.h"
 #include "profile/profilejson.h"
 #include "render/mapplotter.h"
+#include "render/plotfile.h"
 #include "render/summarysheet.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
@@ -21,6 +21,7 @@
 #include <QJsonObject>
 #include <QJsonParseError>
 #include <QLocale>
+#include <QPainter>
 #include <QRegularExpression>
 #include <QTranslator>
 
@@ -317,13 +318,13 @@ int CliCommands::graph(const QStringList &arguments)
         return kFileError;
 
     // As the editor shows it: editable colours, no point selected, axes fitted to the map.
-    MapPlotter plotter(width, height);
-    plotter.drawSingle(profile, -1, true, true);
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    if (!plotter.image().save(&buffer, "PNG"))
+    const QByteArray png = plotFileBytes(
+        PlotFormat::Png, QSize(width, height), [&profile](MapPlotter &plotter, QPainter &painter) {
+            plotter.paintSingle(painter, profile, -1, true, true);
+        });
+    if (png.isEmpty())
         return fileError(positional.at(1), QStringLiteral("could not encode the image"));
-    return writeOutput(positional.at(1), buffer.data());
+    return writeOutput(positional.at(1), png);
 }
 
 // Two profiles as a CDI gets them, so names and notes, which it never holds, do not count. Exit

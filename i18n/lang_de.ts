@@ -1103,6 +1103,50 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message>
+        <source>Export &amp;graph...</source>
+        <translation>&amp;Grafik exportieren...</translation>
+    </message>
+    <message>
+        <source>Export &amp;values as CSV...</source>
+        <translation>Wer&amp;te als CSV exportieren...</translation>
+    </message>
+    <message>
+        <source>comparison</source>
+        <translation>Vergleich</translation>
+    </message>
+    <message>
+        <source>Export graph</source>
+        <translation>Grafik exportieren</translation>
+    </message>
+    <message>
+        <source>SVG drawings</source>
+        <translation>SVG-Zeichnungen</translation>
+    </message>
+    <message>
+        <source>PNG images</source>
+        <translation>PNG-Bilder</translation>
+    </message>
+    <message>
+        <source>Exporting the graph failed</source>
+        <translation>Exportieren der Grafik fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Exported to %1</source>
+        <translation>Exportiert nach %1</translation>
+    </message>
+    <message>
+        <source>Export values as CSV</source>
+        <translation>Werte als CSV exportieren</translation>
+    </message>
+    <message>
+        <source>CSV files</source>
+        <translation>CSV-Dateien</translation>
+    </message>
+    <message>
+        <source>Exporting the values failed</source>
+        <translation>Exportieren der Werte fehlgeschlagen</translation>
+    </message>
 </context>
 <context>
     <name>MapPlotter</name>
@@ -1130,16 +1174,32 @@
         <translation>Das Diagramm zeigt die ausgewählten Profile im Vergleich.</translation>
     </message>
     <message>
-        <source>Profile</source>
-        <translation>Profil</translation>
+        <source>Draw each shown profile&apos;s ceiling: the highest angle its template allows at each engine speed</source>
+        <translation>Für jedes gezeigte Profil die Obergrenze zeichnen: den höchsten Winkel, den seine Vorlage bei jeder Drehzahl erlaubt</translation>
     </message>
     <message>
-        <source>RPM</source>
-        <translation>U/min</translation>
+        <source>Show li&amp;mits</source>
+        <translation>&amp;Grenzen zeigen</translation>
     </message>
     <message>
-        <source>Angle</source>
-        <translation>Winkel</translation>
+        <source>Point %1</source>
+        <translation>Punkt %1</translation>
+    </message>
+    <message>
+        <source>No profile is shown: tick one in the legend or in the list.</source>
+        <translation>Kein Profil wird gezeigt: Haken Sie eines in der Legende oder in der Liste an.</translation>
+    </message>
+    <message>
+        <source>Engine speed (rpm) and advance angle of each point; in brackets the difference to the same point of %1.</source>
+        <translation>Drehzahl (U/min) und Vorzündwinkel jedes Punkts; in Klammern der Unterschied zum selben Punkt von %1.</translation>
+    </message>
+    <message>
+        <source>Click to hide this profile.</source>
+        <translation>Klicken, um dieses Profil auszublenden.</translation>
+    </message>
+    <message>
+        <source>Click to show this profile.</source>
+        <translation>Klicken, um dieses Profil einzublenden.</translation>
     </message>
 </context>
 <context>
@@ -1281,6 +1341,22 @@
     <message>
         <source>%1: %2 → %3</source>
         <translation>%1: %2 → %3</translation>
+    </message>
+    <message>
+        <source>Profile</source>
+        <translation>Profil</translation>
+    </message>
+    <message>
+        <source>Kind</source>
+        <translation>Art</translation>
+    </message>
+    <message>
+        <source>RPM %1</source>
+        <translation>Drehzahl %1</translation>
+    </message>
+    <message>
+        <source>Angle %1</source>
+        <translation>Winkel %1</translation>
     </message>
 </context>
 <context>

@@ -6,9 +6,9 @@ set -euo pipefail
 
 sparkwright_packages=(
     cmake ninja-build g++ pkg-config ccache
-    qt6-base-dev qt6-serialport-dev qt6-tools-dev qt6-l10n-tools qt6-translations-l10n
+    qt6-base-dev qt6-serialport-dev qt6-svg-dev qt6-tools-dev qt6-l10n-tools qt6-translations-l10n
     qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
-    libqt5serialport5-dev libqt5svg5 qttranslations5-l10n
+    libqt5serialport5-dev libqt5svg5 libqt5svg5-dev qttranslations5-l10n
     fonts-dejavu-core poppler-utils python3 xvfb xauth
     desktop-file-utils appstream libexpected-dev util-linux groff-base
 )

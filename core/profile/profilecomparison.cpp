@@ -46,6 +46,49 @@ QString comparedValueText(int value, int firstValue, const QString &unit)
 
 namespace {
 
+QString csvField(const QString &text)
+{
+    if (!text.contains(QLatin1Char(',')) && !text.contains(QLatin1Char('"'))
+        && !text.contains(QLatin1Char('\n')) && !text.contains(QLatin1Char('\r')))
+        return text;
+    QString quoted = text;
+    quoted.replace(QLatin1Char('"'), QLatin1String("\"\""));
+    return QLatin1Char('"') + quoted + QLatin1Char('"');
+}
+
+} // namespace
+
+QByteArray comparisonCsv(const std::vector<Profile> &profiles)
+{
+    QStringList header {QCoreApplication::translate("ProfileComparison", "Profile"),
+        QCoreApplication::translate("ProfileComparison", "Kind")};
+    for (int slot = 1; slot <= kMapPointCount; ++slot) {
+        header << QCoreApplication::translate("ProfileComparison", "RPM %1").arg(slot)
+               << QCoreApplication::translate("ProfileComparison", "Angle %1").arg(slot);
+    }
+    QStringList lines;
+    const auto line = [](const QStringList &fields) {
+        QStringList quoted;
+        for (const QString &field : fields)
+            quoted << csvField(field);
+        return quoted.join(QLatin1Char(','));
+    };
+    lines << line(header);
+    for (const Profile &profile : profiles) {
+        QStringList fields {profile.name(),
+            profile.isCustom() ? QCoreApplication::translate("ProfileComparison", "Custom")
+                               : QCoreApplication::translate("ProfileComparison", "Default")};
+        for (int i = 0; i < kMapPointCount; ++i) {
+            const MapPoint point = profile.map().point(i);
+            fields << QString::number(point.rpm) << QString::number(point.angle);
+        }
+        lines << line(fields);
+    }
+    return QByteArray("\xEF\xBB\xBF") + (lines.join(QLatin1String("\r\n")) + QLatin1String("\r\n")).toUtf8();
+}
+
+namespace {
+
 // The fewest digits that give back the single-precision value the CDI holds, in the language's
 // own way of writing numbers.
 QString coefficientText(double value)

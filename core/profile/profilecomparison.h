@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -24,6 +25,14 @@ QStringList comparisonLabels(const std::vector<Profile> &profiles);
 // A value of the value table: the value with its unit, followed by its difference to the first
 // profile's value in brackets when there is one ("3700 (+200)", "26° (-2)").
 QString comparedValueText(int value, int firstValue, const QString &unit);
+
+// The compared maps for a spreadsheet: a header row, then one row per profile in the given order
+// with its full name, its kind and the speed and angle of each of the ten points. Comma-separated
+// with CRLF line ends, a field with a comma, a quote or a line break in quotes (RFC 4180), in
+// UTF-8 behind a byte-order mark so that spreadsheet programs read the names' umlauts right;
+// numbers are whole, in every language. The header is translated in the "ProfileComparison"
+// context.
+QByteArray comparisonCsv(const std::vector<Profile> &profiles);
 
 // One difference between two device images on one line, old value before the arrow, in the
 // editor's names: "Slot 3: 3000 rpm, 25° → 3200 rpm, 26°", "Ignition voltage: 200 V → 220 V". The

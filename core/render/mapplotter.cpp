@@ -109,10 +109,9 @@ void MapPlotter::resize(int width, int height, qreal devicePixelRatio)
 
 QColor MapPlotter::paletteColor(int index)
 {
-    // Dark enough to read as a thin line on white, and none of them the grey of the grid.
-    static const QColor colors[kPaletteSize] = {{0, 0, 0}, {60, 180, 75}, {0, 130, 200}, {245, 130, 48},
-        {240, 50, 230}, {170, 110, 40}, {230, 25, 75}, {191, 169, 19}, {145, 30, 180}, {70, 153, 144},
-        {0, 0, 117}, {128, 128, 0}, {66, 190, 230}, {255, 120, 170}, {0, 100, 0}, {120, 120, 170}};
+    static const QColor colors[kPaletteSize] = {{0, 114, 178}, {213, 94, 0}, {0, 140, 70}, {150, 60, 170},
+        {170, 110, 0}, {0, 150, 160}, {200, 40, 120}, {90, 90, 200}, {120, 80, 40}, {0, 90, 60},
+        {230, 120, 30}, {40, 60, 140}, {160, 40, 40}, {100, 130, 0}, {200, 80, 200}, {0, 100, 130}};
     const int wrapped = ((index % kPaletteSize) + kPaletteSize) % kPaletteSize;
     return colors[wrapped];
 }
@@ -194,13 +193,12 @@ void MapPlotter::drawSingle(
     paintSingle(painter, profile, selected, rescale, editable, validation);
 }
 
-void MapPlotter::drawSeveral(
-    const std::vector<Profile> &profiles, const std::vector<int> &rpmLabels, const QStringList &legendLabels)
+void MapPlotter::drawSeveral(const std::vector<PlottedMap> &maps, const std::vector<int> &rpmLabels, bool showLimits)
 {
     if (m_image.isNull())
         return;
     QPainter painter(&m_image);
-    paintSeveral(painter, profiles, rpmLabels, legendLabels);
+    paintSeveral(painter, maps, rpmLabels, showLimits);
 }
 
 void MapPlotter::paintSingle(QPainter &painter, const Profile &profile, int selected, bool rescale,
@@ -232,54 +230,65 @@ void MapPlotter::paintSingle(QPainter &painter, const Profile &profile, int sele
     painter.restore();
 }
 
-void MapPlotter::paintSeveral(QPainter &painter, const std::vector<Profile> &profiles,
-    const std::vector<int> &rpmLabels, const QStringList &legendLabels)
+void MapPlotter::paintSeveral(
+    QPainter &painter, const std::vector<PlottedMap> &maps, const std::vector<int> &rpmLabels, bool showLimits)
 {
+    m_legendCount = 0;
     if (m_width <= 0 || m_height <= 0)
         return;
     m_pixelExact = isPixelExact(painter);
     QStringList labels;
-    for (size_t i = 0; i < profiles.size(); ++i)
-        labels << (int(i) < legendLabels.size() ? legendLabels.at(int(i)) : profiles[i].name());
-    m_plotWidth = m_width - (profiles.empty() ? 0 : legendWidth(labels));
-    float rpmMaximum = 0.0f;
-    float angleMaximum = 0.0f;
-    for (const Profile &profile : profiles) {
-        rpmMaximum = std::max(rpmMaximum, fittedRpmMaximum(profile.map()));
-        angleMaximum = std::max(angleMaximum, fittedAngleMaximum(profile.map()));
+    std::vector<const PlottedMap *> shown;
+    for (const PlottedMap &map : maps) {
+        labels << map.label;
+        if (map.shown)
+            shown.push_back(&map);
     }
-    if (profiles.empty()) {
-        rpmMaximum = fittedRpmMaximum(IgnitionMap());
-        angleMaximum = fittedAngleMaximum(IgnitionMap());
+    m_plotWidth = m_width - (maps.empty() ? 0 : legendWidth(labels));
+    float rpmMaximum = fittedRpmMaximum(IgnitionMap());
+    float angleMaximum = fittedAngleMaximum(IgnitionMap());
+    for (const PlottedMap *map : shown) {
+        rpmMaximum = std::max(rpmMaximum, fittedRpmMaximum(map->profile.map()));
+        angleMaximum = std::max(angleMaximum, fittedAngleMaximum(map->profile.map()));
     }
 
     painter.save();
     paintBackground(painter);
     fitAxes(rpmMaximum, angleMaximum);
     // Several shaded regions would turn the plot grey without saying whose ceiling is whose.
-    if (profiles.size() == 1)
-        paintForbiddenRegion(painter, profiles.front().sensorCoefficients());
+    if (showLimits && shown.size() == 1)
+        paintForbiddenRegion(painter, shown.front()->profile.sensorCoefficients());
     paintGrid(painter);
     painter.save();
     painter.setClipRect(QRect(0, 0, m_plotWidth, m_height));
-    for (size_t i = 0; i < profiles.size(); ++i) {
-        QPen curvePen = pen(0, 0, 0, 2, paletteLineStyle(int(i)));
-        curvePen.setColor(paletteColor(int(i)));
-        if (profiles.size() > 1) {
+    for (const PlottedMap *map : shown) {
+        QPen curvePen = pen(0, 0, 0, 2, paletteLineStyle(map->paletteIndex));
+        curvePen.setColor(paletteColor(map->paletteIndex));
+        if (showLimits && shown.size() > 1) {
             QPen ceilingPen = curvePen;
             ceilingPen.setWidth(1);
-            paintCeilingLine(painter, profiles[i].sensorCoefficients(), ceilingPen);
+            paintCeilingLine(painter, map->profile.sensorCoefficients(), ceilingPen);
         }
-        const MapValidation validation = validate(profiles[i]);
-        paintMap(painter, profiles[i].map(), validation, -1, curvePen, false);
+        const MapValidation validation = validate(map->profile);
+        paintMap(painter, map->profile.map(), validation, -1, curvePen, false, true);
     }
     painter.restore();
     paintRpmLabels(painter, rpmLabels);
     paintAngleLabels(painter);
-    if (!profiles.empty())
-        paintLegend(painter, labels);
+    if (!maps.empty())
+        paintLegend(painter, maps);
     paintFrame(painter);
     painter.restore();
+    m_legendCount = int(maps.size());
+}
+
+int MapPlotter::legendEntryAt(QPoint pixel) const
+{
+    for (int i = 0; i < m_legendCount; ++i) {
+        if (legendEntryRect(i, m_legendCount).contains(pixel))
+            return i;
+    }
+    return -1;
 }
 
 void MapPlotter::paintBackground(QPainter &painter) const
@@ -367,7 +376,7 @@ const MapPlotter::PointStyle &MapPlotter::pointStyle(bool editable, bool valid, 
 }
 
 void MapPlotter::paintMap(QPainter &painter, const IgnitionMap &map, const MapValidation &validation,
-    int selected, const QPen &curvePen, bool editable) const
+    int selected, const QPen &curvePen, bool editable, bool ownColour) const
 {
     std::array<QPoint, kMapPointCount> points;
     for (int i = 0; i < kMapPointCount; ++i)
@@ -389,7 +398,7 @@ void MapPlotter::paintMap(QPainter &painter, const IgnitionMap &map, const MapVa
         // colours the segment leading to it, not the one leaving it.
         const bool invalid = !validation.points[size_t(k)].isValid()
             || (!validation.points[size_t(k - 1)].isValid() && k != kMapPointCount - 1);
-        segmentPen = invalid ? &m_invalidCurvePen : &curvePen;
+        segmentPen = invalid && !ownColour ? &m_invalidCurvePen : &curvePen;
         painter.setPen(*segmentPen);
         painter.drawLine(points[size_t(k - 1)], points[size_t(k)]);
     }
@@ -398,7 +407,24 @@ void MapPlotter::paintMap(QPainter &painter, const IgnitionMap &map, const MapVa
     painter.drawLine(lastPoint, QPoint(m_plotWidth, lastPoint.y()));
 
     for (int i = 0; i < kMapPointCount; ++i) {
-        const PointStyle &style = pointStyle(editable, validation.points[size_t(i)].isValid(), i == selected);
+        const bool valid = validation.points[size_t(i)].isValid();
+        if (ownColour) {
+            // Filled with the curve's colour under a darker edge; a point out of its limits
+            // stands inside a red ring.
+            const QPoint &at = points[size_t(i)];
+            if (!valid) {
+                painter.setPen(pen(220, 0, 0, 2));
+                painter.setBrush(Qt::NoBrush);
+                painter.drawEllipse(QRect(at.x() - 6, at.y() - 6, 12, 12));
+            }
+            QPen edge = pen(0, 0, 0, 1);
+            edge.setColor(curvePen.color().darker(160));
+            painter.setPen(edge);
+            painter.setBrush(curvePen.color());
+            painter.drawEllipse(QRect(at.x() - 3, at.y() - 3, 7, 7));
+            continue;
+        }
+        const PointStyle &style = pointStyle(editable, valid, i == selected);
         const int d = style.diameter;
         painter.setPen(style.pen);
         painter.setBrush(style.brush);
@@ -463,7 +489,8 @@ constexpr int kLegendGap = 5;
 } // namespace
 
 // The legend stands in columns right of the plot, as many as its rows need, and never takes
-// more than two fifths of the width; longer labels are elided.
+// more than two fifths of the width; longer labels lose their middle, since templates' names
+// begin alike and differ further on.
 int MapPlotter::legendWidth(const QStringList &labels) const
 {
     const QFontMetrics metrics(m_legendFont);
@@ -477,28 +504,41 @@ int MapPlotter::legendWidth(const QStringList &labels) const
     return std::min(kLegendPadding + columns * column, m_width * 2 / 5);
 }
 
-void MapPlotter::paintLegend(QPainter &painter, const QStringList &labels) const
+QRect MapPlotter::legendEntryRect(int index, int count) const
 {
     const int rowsPerColumn = std::max(1, (m_height - 2 * kLegendPadding) / kLegendRow);
-    const int columns = (int(labels.size()) + rowsPerColumn - 1) / rowsPerColumn;
+    const int columns = (count + rowsPerColumn - 1) / rowsPerColumn;
     const int left = m_plotWidth + kLegendPadding;
     const int columnWidth = std::max(0, (m_width - left) / std::max(1, columns));
+    const int x = left + (index / rowsPerColumn) * columnWidth;
+    const int y = kLegendPadding + (index % rowsPerColumn) * kLegendRow;
+    return QRect(x, y, std::max(0, columnWidth - kLegendPadding), kLegendRow);
+}
+
+void MapPlotter::paintLegend(QPainter &painter, const std::vector<PlottedMap> &maps) const
+{
     painter.fillRect(QRect(m_plotWidth, 0, m_width - m_plotWidth, m_height), Qt::white);
     paintLine(painter, QPoint(m_plotWidth, 0), QPoint(m_plotWidth, m_height - 1), Line::Frame);
     painter.setFont(m_legendFont);
     const QFontMetrics metrics = painter.fontMetrics();
-    for (int i = 0; i < labels.size(); ++i) {
-        const int x = left + (i / rowsPerColumn) * columnWidth;
-        const int y = kLegendPadding + (i % rowsPerColumn) * kLegendRow;
-        QPen sample = pen(0, 0, 0, 2, paletteLineStyle(i));
-        sample.setColor(paletteColor(i));
+    const int count = int(maps.size());
+    for (int i = 0; i < count; ++i) {
+        const PlottedMap &map = maps[size_t(i)];
+        const QRect entry = legendEntryRect(i, count);
+        // A hidden map's entry stays, faint, to be clicked back into the drawing.
+        QColor colour = paletteColor(map.paletteIndex);
+        if (!map.shown)
+            colour.setAlpha(70);
+        QPen sample = pen(0, 0, 0, 2, paletteLineStyle(map.paletteIndex));
+        sample.setColor(colour);
         painter.setPen(sample);
-        painter.drawLine(QPoint(x, y + kLegendRow / 2), QPoint(x + kLegendSample, y + kLegendRow / 2));
-        const int textLeft = x + kLegendSample + kLegendGap;
-        const QRect text(textLeft, y, std::max(0, x + columnWidth - kLegendPadding - textLeft), kLegendRow);
-        painter.setPen(paletteColor(i));
+        const int middle = entry.top() + kLegendRow / 2;
+        painter.drawLine(QPoint(entry.left(), middle), QPoint(entry.left() + kLegendSample, middle));
+        const int textLeft = entry.left() + kLegendSample + kLegendGap;
+        const QRect text(textLeft, entry.top(), std::max(0, entry.right() + 1 - textLeft), kLegendRow);
+        painter.setPen(map.shown ? paletteColor(map.paletteIndex) : QColor(150, 150, 150));
         painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter,
-            metrics.elidedText(labels.at(i), Qt::ElideRight, text.width()));
+            metrics.elidedText(map.label, Qt::ElideMiddle, text.width()));
     }
 }
 

@@ -17,6 +17,17 @@
 
 class QPainter;
 
+// One map of a comparison: the profile, its legend text, its place in the palette (its colour
+// and line style wherever it shows), and whether it is drawn. A hidden map keeps its legend
+// entry, greyed, so that a click there can bring it back.
+struct PlottedMap
+{
+    Profile profile;
+    QString label;
+    int paletteIndex = 0;
+    bool shown = true;
+};
+
 // Draws ignition maps as advance angle over engine speed, with the template's forbidden region
 // shaded, into an off-screen image (the editor's graph, the summary, the comparison) or onto the
 // painter of another device (the printed sheet). It never looks at widgets.
@@ -38,18 +49,21 @@ public:
     // a point is dragged. Without a validation the plotter checks the map itself.
     void drawSingle(const Profile &profile, int selected, bool rescale, bool editable,
         const MapValidation *validation = nullptr);
-    // Draws several maps read-only for comparison, each in its palette colour and line style,
-    // with a legend beside the plot (labels in list order; the profiles' names where none are
-    // given); the engine speed labels come from rpmLabels. One profile gets its forbidden region
-    // shaded, several get each its ceiling drawn as a thin line in its own colour.
-    void drawSeveral(const std::vector<Profile> &profiles, const std::vector<int> &rpmLabels,
-        const QStringList &legendLabels = {});
+    // Draws several maps read-only for comparison, each line and point in its palette colour and
+    // line style, with a legend beside the plot in the given order; the engine speed labels come
+    // from rpmLabels. A point that breaks its limits keeps its colour inside a red ring. With
+    // the limits shown, a single map gets its forbidden region shaded, several get each its
+    // ceiling drawn as a thin line in its own colour.
+    void drawSeveral(const std::vector<PlottedMap> &maps, const std::vector<int> &rpmLabels, bool showLimits);
 
     // The same drawings onto another painter, in a box of the plotter's size at its origin.
     void paintSingle(QPainter &painter, const Profile &profile, int selected, bool rescale, bool editable,
         const MapValidation *validation = nullptr);
-    void paintSeveral(QPainter &painter, const std::vector<Profile> &profiles,
-        const std::vector<int> &rpmLabels, const QStringList &legendLabels = {});
+    void paintSeveral(
+        QPainter &painter, const std::vector<PlottedMap> &maps, const std::vector<int> &rpmLabels, bool showLimits);
+    // The legend entry at a pixel of the comparison drawn last, as an index into its maps; -1
+    // for none.
+    int legendEntryAt(QPoint pixel) const;
 
     const QImage &image() const { return m_image; }
     int width() const { return m_width; }
@@ -74,7 +88,9 @@ public:
     MapPoint dragTarget(
         QPoint pixel, const SensorCoefficients &coefficients, std::optional<int> keptRpm = std::nullopt) const;
 
-    // Sixteen colours; the line styles shift once the colours come round again, so that the
+    // Sixteen colours, none of them the black of the axes, the grey of the grid or the red that
+    // marks a point out of its limits, each dark enough for a thin line on the white plot and
+    // light enough to tell from the next on a dark screen; the line styles shift once the colours come round again, so that the
     // first 64 profiles each look different.
     static constexpr int kPaletteSize = 16;
     static constexpr int kLineStyleCount = 4;
@@ -112,13 +128,15 @@ private:
     void paintForbiddenRegion(QPainter &painter, const SensorCoefficients &coefficients) const;
     void paintCeilingLine(QPainter &painter, const SensorCoefficients &coefficients, const QPen &pen) const;
     int legendWidth(const QStringList &labels) const;
+    QRect legendEntryRect(int index, int count) const;
     void paintGrid(QPainter &painter) const;
+    // A map in a colour of its own (a comparison's) keeps it in every segment and point.
     void paintMap(QPainter &painter, const IgnitionMap &map, const MapValidation &validation, int selected,
-        const QPen &curvePen, bool editable) const;
+        const QPen &curvePen, bool editable, bool ownColour = false) const;
     void paintRpmLabels(QPainter &painter, const std::vector<int> &rpms) const;
     void paintCornerBox(QPainter &painter, const QRect &outer) const;
     void paintInvalidBadge(QPainter &painter, bool highResolution) const;
-    void paintLegend(QPainter &painter, const QStringList &labels) const;
+    void paintLegend(QPainter &painter, const std::vector<PlottedMap> &maps) const;
     void paintAngleLabels(QPainter &painter) const;
     void paintFrame(QPainter &painter) const;
     void paintLine(QPainter &painter, QPoint from, QPoint to, Line line) const;
@@ -133,6 +151,8 @@ private:
     int m_height = 0;
     int m_margin = 0;
     int m_plotWidth = 0;
+    // The number of legend entries of the comparison drawn last.
+    int m_legendCount = 0;
     AxisMapping m_x;
     AxisMapping m_y;
 

@@ -375,3 +375,8 @@ bool EditorForm::eventFilter(QObject *watched, QEvent *event)
         onHintLabelTouched();
     return QWidget::eventFilter(watched, event);
 }
+
+QSize EditorForm::graphSize() const
+{
+    return m_graphForm->size();
+}

@@ -65,6 +65,8 @@ public:
     // After a save the profile has no unsaved changes.
     void markSaved();
     // True once a profile was loaded in this run.
+    // The size the map's graph has on the page, for a picture of it as the user sees it.
+    QSize graphSize() const;
     bool hasProfile() const { return m_profileLoaded; }
     // Every change since the profile was loaded; its clean state is the saved profile.
     QUndoStack &history() { return m_history; }

@@ -79,6 +79,16 @@ public:
             : QDir(startFolder()).filePath(suggestedPath);
         return remembered(QFileDialog::getSaveFileName(parent, title, start, filter));
     }
+    QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
+        const QStringList &filters, QString &chosenFilter) override
+    {
+        const QString start = QFileInfo(suggestedPath).isAbsolute()
+            ? suggestedPath
+            : QDir(startFolder()).filePath(suggestedPath);
+        chosenFilter = filters.value(0);
+        return remembered(QFileDialog::getSaveFileName(
+            parent, title, start, filters.join(QLatin1String(";;")), &chosenFilter));
+    }
     std::optional<int> askNumber(
         QWidget *parent, const QString &title, const QString &label, int value, int minimum, int maximum) override
     {

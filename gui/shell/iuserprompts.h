@@ -35,6 +35,14 @@ public:
     virtual QString saveFileName(
         QWidget *parent, const QString &title, const QString &suggestedPath, const QString &filter)
         = 0;
+    // The save dialog with a choice of file types, the first chosen at first; the type chosen
+    // comes back in chosenFilter, so that a name typed without a suffix can get its suffix.
+    virtual QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
+        const QStringList &filters, QString &chosenFilter)
+    {
+        chosenFilter = filters.value(0);
+        return saveFileName(parent, title, suggestedPath, filters.join(QLatin1String(";;")));
+    }
     // A whole number between the bounds; nothing when cancelled.
     virtual std::optional<int> askNumber(
         QWidget *parent, const QString &title, const QString &label, int value, int minimum, int maximum)

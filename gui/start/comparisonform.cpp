@@ -1,7 +1,9 @@
 #include "start/comparisonform.h"
 
 #include "profile/profile.h"
+#include "profile/profilecomparison.h"
 #include "render/bracemarkup.h"
+#include "render/mapplotter.h"
 #include "shell/cprofilefiles.h"
 #include "start/cprofileitem.h"
 
@@ -22,15 +24,48 @@ ComparisonForm::ComparisonForm(QWidget *parent)
     connect(m_ui->showGraphButton, &QPushButton::clicked, this, &ComparisonForm::onShowGraphButton);
     // Remove follows the selection, whether it was made by mouse or keyboard.
     connect(m_ui->list, &QListWidget::itemSelectionChanged, this, &ComparisonForm::updateButtons);
+    connect(m_ui->list, &QListWidget::itemChanged, this, [this](QListWidgetItem *item) {
+        if (const auto *entry = dynamic_cast<const CProfileItem *>(item))
+            emit shownChanged(m_ui->list->row(item), entry->isShown());
+    });
     updateButtons();
 }
 
 ComparisonForm::~ComparisonForm() = default;
 
+// A new entry takes the first colour no listed entry has, so that no entry changes its colour
+// when another is added or removed.
 void ComparisonForm::addProfile(const Profile &profile)
 {
-    m_ui->list->addItem(new CProfileItem(profile)); // the list owns its items
+    std::vector<bool> taken;
+    for (int row = 0; row < m_ui->list->count(); ++row) {
+        if (const auto *item = dynamic_cast<const CProfileItem *>(m_ui->list->item(row))) {
+            taken.resize(std::max(taken.size(), size_t(item->paletteIndex()) + 1));
+            taken[size_t(item->paletteIndex())] = true;
+        }
+    }
+    const int free = int(std::find(taken.begin(), taken.end(), false) - taken.begin());
+    m_ui->list->addItem(new CProfileItem(profile, free)); // the list owns its items
     updateButtons();
+}
+
+std::vector<PlottedMap> ComparisonForm::plottedMaps() const
+{
+    const std::vector<Profile> listed = profiles();
+    const QStringList labels = comparisonLabels(listed);
+    std::vector<PlottedMap> maps;
+    for (int row = 0; row < m_ui->list->count(); ++row) {
+        if (const auto *item = dynamic_cast<const CProfileItem *>(m_ui->list->item(row)))
+            maps.push_back(
+                {item->profile(), labels.value(int(maps.size())), item->paletteIndex(), item->isShown()});
+    }
+    return maps;
+}
+
+void ComparisonForm::setShown(int row, bool shown)
+{
+    if (QListWidgetItem *item = m_ui->list->item(row))
+        item->setCheckState(shown ? Qt::Checked : Qt::Unchecked);
 }
 
 std::vector<Profile> ComparisonForm::profiles() const
@@ -102,5 +137,5 @@ void ComparisonForm::onClearButton()
 
 void ComparisonForm::onShowGraphButton()
 {
-    emit graphRequested(profiles());
+    emit graphRequested(plottedMaps());
 }

@@ -1,34 +1,39 @@
 #include "start/multigraphform.h"
 
 #include "profile/profilecomparison.h"
-#include "render/mapplotter.h"
+#include "start/cprofileitem.h"
 
 #include "ui_multigraphform.h"
 
 #include <QEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
+#include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
+#include <QToolTip>
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
-constexpr int kLabelColumn = 0;
-constexpr int kQuantityColumn = 1;
-constexpr int kFirstSlotColumn = 2;
-constexpr int kRowsPerProfile = 2;
-// A long profile name is elided in the middle, keeping the number of a duplicate, rather than
-// pushing the slots out of sight.
-constexpr int kLabelColumnMaximum = 200;
+// A profile's column is as wide as its values need, at least this wide for its name, and never
+// wider than the widest; its name takes two lines there.
+constexpr int kColumnMinimum = 120;
+constexpr int kColumnMaximum = 220;
+constexpr int kHeadingLines = 2;
+// The line sample beside the name and the header's margins.
+constexpr int kHeadingMargin = 36;
 
 // Every speed that some profile uses, once each and in order; the plotter leaves out labels
 // that would overlap.
-std::vector<int> rpmLabels(const std::vector<Profile> &profiles)
+std::vector<int> rpmLabels(const std::vector<PlottedMap> &maps)
 {
     std::vector<int> rpms;
-    for (const Profile &profile : profiles) {
+    for (const PlottedMap &map : maps) {
         for (int i = 0; i < kMapPointCount; ++i) {
-            const MapPoint point = profile.map().point(i);
+            const MapPoint point = map.profile.map().point(i);
             if (!point.isEmpty())
                 rpms.push_back(point.rpm);
         }
@@ -38,11 +43,23 @@ std::vector<int> rpmLabels(const std::vector<Profile> &profiles)
     return rpms;
 }
 
-QTableWidgetItem *cell(const QString &text, Qt::Alignment alignment)
+// The text broken into lines at blanks to fit the width; what does not fit the last line is cut
+// in its middle, which keeps the number that tells a duplicate from its twin.
+QString wrapped(const QString &text, const QFontMetrics &metrics, int width, int maximumLines)
 {
-    auto *item = new QTableWidgetItem(text); // owned by the table it is put into
-    item->setTextAlignment(alignment | Qt::AlignVCenter);
-    return item;
+    const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QStringList lines;
+    int next = 0;
+    while (next < words.size() && lines.size() < maximumLines - 1) {
+        QString line = words.at(next++);
+        while (next < words.size()
+            && metrics.horizontalAdvance(line + QLatin1Char(' ') + words.at(next)) <= width)
+            line += QLatin1Char(' ') + words.at(next++);
+        lines << line;
+    }
+    if (next < words.size())
+        lines << metrics.elidedText(words.mid(next).join(QLatin1Char(' ')), Qt::ElideMiddle, width);
+    return lines.join(QLatin1Char('\n'));
 }
 
 } // namespace
@@ -54,19 +71,57 @@ MultiGraphForm::MultiGraphForm(QWidget *parent)
     m_ui->setupUi(this);
     m_plotter = std::make_unique<MapPlotter>(m_ui->graphArea->width(), m_ui->graphArea->height());
     m_ui->graphArea->installEventFilter(this);
-    m_ui->valueTable->verticalHeader()->setVisible(false);
-    m_ui->valueTable->setTextElideMode(Qt::ElideMiddle);
-    m_ui->valueTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_ui->valueTable->horizontalHeader()->setSectionsClickable(false);
+    m_ui->graphArea->setMouseTracking(true);
+    m_ui->splitter->installEventFilter(this);
+    m_ui->splitter->setStretchFactor(0, 1);
+    m_ui->splitter->setStretchFactor(1, 0);
+    QHeaderView *columns = m_ui->valueTable->horizontalHeader();
+    columns->setSectionResizeMode(QHeaderView::Fixed);
+    columns->setSectionsClickable(false);
+    columns->setDefaultAlignment(Qt::AlignCenter);
+    QHeaderView *rows = m_ui->valueTable->verticalHeader();
+    rows->setSectionResizeMode(QHeaderView::Fixed);
+    rows->setDefaultSectionSize(fontMetrics().height() + 4);
+    connect(m_ui->limitsBox, &QCheckBox::clicked, this, [this] {
+        m_limitsChosen = true;
+        render();
+    });
 }
 
 MultiGraphForm::~MultiGraphForm() = default;
 
-void MultiGraphForm::setProfiles(const std::vector<Profile> &profiles)
+void MultiGraphForm::setMaps(const std::vector<PlottedMap> &maps)
 {
-    m_profiles = profiles;
+    m_maps = maps;
+    m_limitsChosen = false;
+    setLimitsDefault();
     render();
     fillValueTable();
+}
+
+void MultiGraphForm::setShown(int row, bool shown)
+{
+    if (row < 0 || row >= int(m_maps.size()) || m_maps[size_t(row)].shown == shown)
+        return;
+    m_maps[size_t(row)].shown = shown;
+    setLimitsDefault();
+    render();
+    fillValueTable();
+}
+
+// Limit lines of several profiles crowd the top of the graph; one profile's shaded region does not.
+void MultiGraphForm::setLimitsDefault()
+{
+    if (!m_limitsChosen)
+        m_ui->limitsBox->setChecked(shownMaps().size() == 1);
+}
+
+std::vector<PlottedMap> MultiGraphForm::shownMaps() const
+{
+    std::vector<PlottedMap> shown;
+    std::copy_if(m_maps.begin(), m_maps.end(), std::back_inserter(shown),
+        [](const PlottedMap &map) { return map.shown; });
+    return shown;
 }
 
 const QImage &MultiGraphForm::image() const
@@ -79,10 +134,34 @@ QSize MultiGraphForm::graphSize() const
     return m_ui->graphArea->size();
 }
 
+PlotDrawing MultiGraphForm::drawing() const
+{
+    const std::vector<PlottedMap> shown = shownMaps();
+    const bool limits = m_ui->limitsBox->isChecked();
+    return [shown, limits](MapPlotter &plotter, QPainter &painter) {
+        plotter.paintSeveral(painter, shown, rpmLabels(shown), limits);
+    };
+}
+
+QByteArray MultiGraphForm::valuesCsv() const
+{
+    std::vector<Profile> profiles;
+    for (const PlottedMap &map : shownMaps())
+        profiles.push_back(map.profile);
+    return comparisonCsv(profiles);
+}
+
 void MultiGraphForm::retranslate()
 {
     m_ui->retranslateUi(this);
-    render(); // the axis titles and the legend's kinds are translated
+    // The legend takes the list's texts in the new language; the axis titles are translated.
+    std::vector<Profile> profiles;
+    for (const PlottedMap &map : m_maps)
+        profiles.push_back(map.profile);
+    const QStringList labels = comparisonLabels(profiles);
+    for (size_t i = 0; i < m_maps.size(); ++i)
+        m_maps[i].label = labels.value(int(i));
+    render();
     fillValueTable();
 }
 
@@ -91,60 +170,129 @@ void MultiGraphForm::render()
     const QSize size = m_ui->graphArea->size();
     if (size != QSize(m_plotter->width(), m_plotter->height()))
         m_plotter->resize(size.width(), size.height(), devicePixelRatioF());
-    m_plotter->drawSeveral(m_profiles, rpmLabels(m_profiles), comparisonLabels(m_profiles));
+    m_plotter->drawSeveral(m_maps, rpmLabels(shownMaps()), m_ui->limitsBox->isChecked());
     m_ui->graphArea->update();
 }
 
-// Two rows per profile, engine speeds and angles, the ten slots side by side; every profile
-// after the first shows its differences to the first.
+// One row per point and one column per shown profile, its speed and angle; every profile after
+// the first shown gives in brackets its difference to the first shown at the same point.
 void MultiGraphForm::fillValueTable()
 {
+    const std::vector<PlottedMap> shown = shownMaps();
     QTableWidget *table = m_ui->valueTable;
     table->clear();
-    table->clearSpans();
-    QStringList headers {tr("Profile"), QString()};
-    for (int slot = 1; slot <= kMapPointCount; ++slot)
-        headers << QString::number(slot);
-    table->setColumnCount(headers.size());
-    table->setHorizontalHeaderLabels(headers);
-    table->setRowCount(int(m_profiles.size()) * kRowsPerProfile);
+    table->setRowCount(kMapPointCount);
+    table->setColumnCount(int(shown.size()));
+    for (int i = 0; i < kMapPointCount; ++i) {
+        auto *heading = new QTableWidgetItem(QString::number(i + 1)); // owned by the table
+        heading->setToolTip(tr("Point %1").arg(i + 1));
+        table->setVerticalHeaderItem(i, heading);
+    }
+    m_ui->valueHeading->setText(shown.empty()
+            ? tr("No profile is shown: tick one in the legend or in the list.")
+            : tr("Engine speed (rpm) and advance angle of each point; in brackets the difference to "
+                 "the same point of %1.")
+                  .arg(shown.front().label));
+    m_ui->valueHeading->setToolTip(shown.empty() ? QString() : shown.front().label);
 
-    const QStringList labels = comparisonLabels(m_profiles);
     const QString degree(QChar(0x00B0));
-    for (int p = 0; p < int(m_profiles.size()); ++p) {
-        const int row = p * kRowsPerProfile;
-        const IgnitionMap &map = m_profiles[size_t(p)].map();
-        const IgnitionMap &first = m_profiles.front().map();
-        QTableWidgetItem *label = cell(labels.at(p), Qt::AlignLeft);
-        label->setForeground(MapPlotter::paletteColor(p));
-        label->setToolTip(labels.at(p));
-        table->setItem(row, kLabelColumn, label);
-        table->setSpan(row, kLabelColumn, kRowsPerProfile, 1);
-        table->setItem(row, kQuantityColumn, cell(tr("RPM"), Qt::AlignLeft));
-        table->setItem(row + 1, kQuantityColumn, cell(tr("Angle"), Qt::AlignLeft));
+    const QFontMetrics headingMetrics(table->horizontalHeader()->font());
+    for (int p = 0; p < int(shown.size()); ++p) {
+        const IgnitionMap &map = shown[size_t(p)].profile.map();
+        const IgnitionMap &first = shown.front().profile.map();
+        int width = 0;
         for (int i = 0; i < kMapPointCount; ++i) {
             const MapPoint point = map.point(i);
-            const MapPoint reference = p == 0 ? point : first.point(i);
-            table->setItem(row, kFirstSlotColumn + i,
-                cell(comparedValueText(point.rpm, reference.rpm, QString()), Qt::AlignRight));
-            table->setItem(row + 1, kFirstSlotColumn + i,
-                cell(comparedValueText(point.angle, reference.angle, degree), Qt::AlignRight));
+            const MapPoint reference = first.point(i);
+            const QString text = comparedValueText(point.rpm, reference.rpm, QString()) + QLatin1String(", ")
+                + comparedValueText(point.angle, reference.angle, degree);
+            auto *cell = new QTableWidgetItem(text); // owned by the table
+            cell->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            table->setItem(i, p, cell);
+            width = std::max(width, table->fontMetrics().horizontalAdvance(text));
         }
+        // The narrowest column from the values' width on whose two lines the name fits whole.
+        const QString &label = shown[size_t(p)].label;
+        width = std::clamp(width + 16, kColumnMinimum, kColumnMaximum);
+        while (width < kColumnMaximum
+            && wrapped(label, headingMetrics, width - kHeadingMargin, kHeadingLines).contains(QChar(0x2026)))
+            width += 10;
+        table->setColumnWidth(p, width);
+        auto *heading = new QTableWidgetItem(CProfileItem::sample(shown[size_t(p)].paletteIndex),
+            wrapped(label, headingMetrics, width - kHeadingMargin, kHeadingLines)); // owned by the table
+        heading->setToolTip(label);
+        table->setHorizontalHeaderItem(p, heading);
     }
-    table->resizeColumnsToContents();
-    table->setColumnWidth(kLabelColumn, std::min(table->columnWidth(kLabelColumn), kLabelColumnMaximum));
-    table->resizeRowsToContents();
+    fitSplitter();
+}
+
+// The table keeps room for all ten points as long as the graph keeps some room of its own; the
+// graph takes what is left.
+void MultiGraphForm::fitSplitter()
+{
+    QTableWidget *table = m_ui->valueTable;
+    table->horizontalHeader()->setMinimumHeight(0);
+    const int tableHeight = table->horizontalHeader()->sizeHint().height()
+        + kMapPointCount * table->verticalHeader()->defaultSectionSize()
+        + table->horizontalScrollBar()->sizeHint().height() + 2 * table->frameWidth();
+    const QWidget *header = m_ui->valueHeader;
+    const int headerHeight = header->hasHeightForWidth() ? header->heightForWidth(m_ui->values->width())
+                                                         : header->sizeHint().height();
+    const int needed = headerHeight + m_ui->valuesLayout->spacing()
+        + m_ui->valuesLayout->contentsMargins().top() + tableHeight;
+    const int total = m_ui->splitter->height() - m_ui->splitter->handleWidth();
+    const int graphMinimum = m_ui->graphArea->minimumHeight();
+    const int values = std::min(needed, std::max(total - graphMinimum, m_ui->values->minimumHeight()));
+    m_ui->splitter->setSizes({std::max(total - values, graphMinimum), values});
 }
 
 bool MultiGraphForm::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == m_ui->graphArea) {
-        if (event->type() == QEvent::Resize) {
+    if (watched == m_ui->splitter && event->type() == QEvent::Resize) {
+        fitSplitter();
+    } else if (watched == m_ui->graphArea) {
+        switch (event->type()) {
+        case QEvent::Resize:
             render();
-        } else if (event->type() == QEvent::Paint) {
+            break;
+        case QEvent::Paint: {
             QPainter painter(m_ui->graphArea);
             painter.drawImage(QPoint(0, 0), m_plotter->image());
             return true;
+        }
+        case QEvent::MouseButtonPress: {
+            const auto *mouse = static_cast<QMouseEvent *>(event);
+            const int row = mouse->button() == Qt::LeftButton ? m_plotter->legendEntryAt(mouse->pos()) : -1;
+            if (row >= 0) {
+                const bool shown = !m_maps[size_t(row)].shown;
+                setShown(row, shown);
+                emit shownChanged(row, shown);
+                return true;
+            }
+            break;
+        }
+        case QEvent::MouseMove: {
+            const bool overEntry = m_plotter->legendEntryAt(static_cast<QMouseEvent *>(event)->pos()) >= 0;
+            m_ui->graphArea->setCursor(overEntry ? Qt::PointingHandCursor : Qt::ArrowCursor);
+            break;
+        }
+        case QEvent::ToolTip: {
+            const auto *help = static_cast<QHelpEvent *>(event);
+            const int row = m_plotter->legendEntryAt(help->pos());
+            if (row >= 0) {
+                const PlottedMap &map = m_maps[size_t(row)];
+                QToolTip::showText(help->globalPos(),
+                    map.label + QLatin1Char('\n')
+                        + (map.shown ? tr("Click to hide this profile.") : tr("Click to show this profile.")),
+                    m_ui->graphArea);
+            } else {
+                QToolTip::hideText();
+                event->ignore();
+            }
+            return true;
+        }
+        default:
+            break;
         }
     }
     return QWidget::eventFilter(watched, event);

@@ -2,6 +2,7 @@
 
 #include "profile/profile.h"
 #include "profile/recentprofiles.h"
+#include "render/mapplotter.h"
 #include "render/bracemarkup.h"
 #include "start/bridgestatelabel.h"
 #include "start/comparisonform.h"
@@ -140,6 +141,11 @@ ComparisonForm &WizardForm::comparison()
         connect(m_comparison, &ComparisonForm::templateChoiceRequested, this,
             [this] { showTemplateChoice(kAddToComparison); });
         connect(m_comparison, &ComparisonForm::graphRequested, this, &WizardForm::showComparisonGraph);
+        // The list's check boxes and the legend's entries hide and show the same profiles.
+        connect(m_comparison, &ComparisonForm::shownChanged, this, [this](int row, bool shown) {
+            if (m_graph)
+                m_graph->setShown(row, shown);
+        });
         m_ui->comparisonLayout->addWidget(m_comparison);
     }
     return *m_comparison;
@@ -149,6 +155,10 @@ MultiGraphForm &WizardForm::graph()
 {
     if (!m_graph) {
         m_graph = new MultiGraphForm(); // owned by its view
+        connect(m_graph, &MultiGraphForm::shownChanged, this, [this](int row, bool shown) {
+            if (m_comparison)
+                m_comparison->setShown(row, shown);
+        });
         m_ui->graphLayout->addWidget(m_graph);
     }
     return *m_graph;
@@ -198,6 +208,7 @@ void WizardForm::showView(View view)
     setStatusTip(prompt());
     if (m_active)
         applyFrame();
+    emit viewChanged();
 }
 
 QString WizardForm::prompt() const
@@ -359,10 +370,10 @@ void WizardForm::updateContinuePanels()
 
 // ---- comparison ----
 
-void WizardForm::showComparisonGraph(const std::vector<Profile> &profiles)
+void WizardForm::showComparisonGraph(const std::vector<PlottedMap> &maps)
 {
     showView(View::Graph);
-    graph().setProfiles(profiles);
+    graph().setMaps(maps);
 }
 
 // ---- language ----

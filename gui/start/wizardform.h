@@ -21,6 +21,7 @@ class DefaultProfilesGui;
 class Profile;
 class QListWidgetItem;
 class MultiGraphForm;
+struct PlottedMap;
 
 // The start page. Its views lead to everything the program does: the main choices, the ways to
 // get a profile into the editor, the ways to program the CDI, the template chooser and the
@@ -62,6 +63,8 @@ public:
     void showTemplateChoice(int mode, std::function<void()> back = nullptr);
     void showView(View view);
     View view() const { return m_view; }
+    // The comparison's graph while its view shows; null otherwise.
+    MultiGraphForm *shownGraph() const { return m_view == View::Graph ? m_graph : nullptr; }
     // The line on the CDI's bridge in the main view, for the device flow to keep informed.
     CBridgeWatch &bridgeWatch();
     int templateMode() const { return m_templateMode; }
@@ -78,6 +81,8 @@ signals:
     // The buttons below the page and the prompt above it changed with the view.
     void buttonsChanged(const PageButtons &buttons);
     void promptChanged();
+    // Another view shows.
+    void viewChanged();
     // A template chosen to become the user's own profile in the editor.
     void editorRequested(const Profile &profile);
     // A template chosen to be programmed into the CDI.
@@ -114,7 +119,7 @@ private:
     void markUpToolTips();
     void updateContinuePanels();
     void updateRecentList();
-    void showComparisonGraph(const std::vector<Profile> &profiles);
+    void showComparisonGraph(const std::vector<PlottedMap> &maps);
 
     std::unique_ptr<Ui::WizardForm> m_ui;
     CLanguageSwitcher &m_switcher;

@@ -4,6 +4,7 @@
 // comparison list and its graph, and the unsaved-changes question on every way out.
 #include "profile/profilefile.h"
 #include "profile/suggestedfilename.h"
+#include "render/plotfile.h"
 #include "start/comparisonform.h"
 #include "start/continueform.h"
 #include "start/multigraphform.h"
@@ -59,7 +60,8 @@ void clickEntry(QListWidget *list, int row, Qt::KeyboardModifiers modifiers = Qt
 // template handed to the editor as the template chooser does it, "mine" for a profile of the
 // user's in its place, "second" for the second template chosen with the keyboard, "continue" for
 // the panel leading back to the profile last edited, "close" for closing the window, "add" for a
-// profile put on the comparison list, "click<row>", "ctrl<row>" and "down" in that list, an
+// profile put on the comparison list, "click<row>", "ctrl<row>", "down" and "space<row>" (the
+// entry's check box) in that list, an
 // action by its name, else the button named after the step ("next": "nextButton").
 void take(Program &program, const QString &steps)
 {
@@ -93,6 +95,9 @@ void take(Program &program, const QString &steps)
                 namedProfile(QString::number(list->count())));
         } else if (step.startsWith(QLatin1String("click")) || step.startsWith(QLatin1String("ctrl"))) {
             clickEntry(list, step.right(1).toInt(), step.at(1) == 't' ? Qt::ControlModifier : Qt::NoModifier);
+        } else if (step.startsWith(QLatin1String("space"))) {
+            clickEntry(list, step.right(1).toInt());
+            QTest::keyClick(list, Qt::Key_Space);
         } else if (step == QLatin1String("down")) {
             QTest::keyClick(list, Qt::Key_Down);
         } else if (step.startsWith(QLatin1String("action"))) {
@@ -115,6 +120,8 @@ private slots:
     void waysThroughThePages();
     void saveAndPrintFlows_data();
     void saveAndPrintFlows();
+    void exports_data();
+    void exports();
     void suggestedFileNames_data();
     void suggestedFileNames();
     void languageSwitchReachesEveryPage();
@@ -184,6 +191,8 @@ void TestMainWindow::waysThroughThePages_data()
         "Default: %first (1), Default: %first (2), Custom: 2");
     row("graph after a removal", "compare add add add showGraph back click0 remove showGraph", kGraph,
         kComparison, "Custom: 1, Custom: 2");
+    row("graph without an entry cleared in the list", "compare add add add space1 showGraph", kGraph,
+        kComparison, "Custom: 0, Custom: 2");
     row("continue editing", "mine back editProfiles continue", kEditorPrompt, kWelcome, kMine);
     row("program the profile last edited", "mine back calibrationSelection continue", kConfirmPrompt,
         kProgramming, kMine);
@@ -224,8 +233,9 @@ void TestMainWindow::waysThroughThePages()
         const MultiGraphForm *graph = program.window().findChild<MultiGraphForm *>();
         QCOMPARE(graph->image().size(), graph->graphSize());
         const QTableWidget *values = graph->findChild<QTableWidget *>(QStringLiteral("valueTable"));
-        for (int row = 0; row < values->rowCount(); row += 2) // two rows of values per profile
-            shown += QLatin1String(row ? ", " : "") + values->item(row, 0)->text();
+        QCOMPARE(values->rowCount(), kMapPointCount);
+        for (int column = 0; column < values->columnCount(); ++column) // a column per profile shown
+            shown += QLatin1String(column ? ", " : "") + values->horizontalHeaderItem(column)->toolTip();
     }
     QCOMPARE(shown,
         landed.replace("%first", program.firstTemplate().name())
@@ -235,6 +245,9 @@ void TestMainWindow::waysThroughThePages()
     // The commands that need a profile work on the editor only, by menu and by shortcut.
     for (const char *name : {"actionSaveAs", "actionReset", "actionExport", "actionPrint"})
         QCOMPARE(program.child<QAction>(name)->isEnabled(), onEditor);
+    const bool onGraph = prompt == QLatin1String(kGraph);
+    QCOMPARE(program.child<QAction>("actionExportGraph")->isEnabled(), onEditor || onGraph);
+    QCOMPARE(program.child<QAction>("actionExportValues")->isEnabled(), onGraph);
     if (!onEditor)
         take(program, QStringLiteral("^S ^W ^P"));
     QCOMPARE(program.button("backButton")->isVisible(), !back.isEmpty());
@@ -293,6 +306,52 @@ void TestMainWindow::saveAndPrintFlows()
         QCOMPARE(readProfileFile(path).value_or(Profile()).map(), program.firstTemplate().map());
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), missingFolder ? QStringList() : QStringList {name});
     QCOMPARE(program.prompt(), QString::fromLatin1(kEditorPrompt));
+}
+
+void TestMainWindow::exports_data()
+{
+    QTest::addColumn<QString>("steps"); // to the page, then the export
+    QTest::addColumn<QString>("filter"); // the file type chosen; empty: the first offered
+    QTest::addColumn<QString>("written"); // the file written for the name "out"
+    QTest::newRow("the editor's graph, no suffix typed") << "editor actionExportGraph"
+                                                         << ""
+                                                         << "out.png";
+    QTest::newRow("the comparison's graph as SVG") << "compare add add showGraph actionExportGraph"
+                                                   << "SVG drawings (*.svg)"
+                                                   << "out.svg";
+    QTest::newRow("the values of the profiles shown") << "compare add add space0 showGraph actionExportValues"
+                                                      << ""
+                                                      << "out.csv";
+}
+
+// The file has the suffix of its type and is confirmed in the status bar; the graph has the size
+// it has on the screen, the values leave out a hidden profile.
+void TestMainWindow::exports()
+{
+    QFETCH(QString, steps);
+    QFETCH(QString, filter);
+    QFETCH(QString, written);
+    if (written.endsWith(QLatin1String(".svg")) && !plotFormats().contains(PlotFormat::Svg))
+        QSKIP("built without Qt's SVG module");
+    QTemporaryDir folder;
+    Program program;
+    QVERIFY(program.ready());
+    program.prompts.fileAnswers.append(folder.filePath(QStringLiteral("out")));
+    if (!filter.isEmpty())
+        program.prompts.filterAnswers.append(filter);
+    take(program, steps.section(QLatin1Char(' '), 0, -2));
+    // The status bar that confirms the export takes room from the page.
+    const QSize shown = program.window().editor().graphSize();
+    take(program, steps.section(QLatin1Char(' '), -1));
+    const QString path = folder.filePath(written);
+    const QByteArray bytes = WidgetTest::readFile(path);
+    QCOMPARE(program.window().statusBar()->currentMessage(), QStringLiteral("Exported to ") + path);
+    if (written.endsWith(QLatin1String(".png")))
+        QCOMPARE(QImage::fromData(bytes, "PNG").size(), shown);
+    else if (written.endsWith(QLatin1String(".svg")))
+        QVERIFY(bytes.startsWith("<?xml"));
+    else
+        QCOMPARE(bytes.count("\r\n"), 2); // the header and the profile left shown
 }
 
 void TestMainWindow::suggestedFileNames_data()

@@ -4,7 +4,12 @@
 #include "profile/profile.h"
 #include "profile/profilecomparison.h"
 #include "render/mapplotter.h"
+#include "render/plotfile.h"
 #include "support/widgettestmain.h"
+
+#include <QBuffer>
+#include <QPainter>
+#include <QXmlStreamReader>
 
 #include <QSet>
 
@@ -36,6 +41,7 @@ Points line(int firstRpm, int angle, int angleStep = 0)
 }
 
 const QColor kShade(255, 210, 210);
+const QColor kRing(220, 0, 0);
 const QColor kInvalid(150, 50, 50);
 
 // The curve is drawn smoothed, so the colour is looked for close to the computed spot.
@@ -66,6 +72,9 @@ private slots:
     void severalMaps();
     void sharpOnHighDpiScreens();
     void comparedValues();
+    void valuesForASpreadsheet();
+    void plotFiles_data();
+    void plotFiles();
     void survivesDegenerateInput();
 };
 
@@ -78,37 +87,41 @@ private slots:
 void TestMapPlotter::forbiddenRegion_data()
 {
     QTest::addColumn<QVector<QPointF>>("ceilings");
+    QTest::addColumn<bool>("limits");
     QTest::addColumn<QPoint>("pixel");
     QTest::addColumn<QColor>("colour");
     const QVector<QPointF> falling {{40.0, -0.0005}}; // ceiling 35.5 at 5000 rpm, 33.5 at 9000
     const QVector<QPointF> two {{30.0, 0.0}, {36.0, 0.0}}; // ceilings 28 and 34
     QTest::newRow("falling curve, 34 degrees at 5000 rpm is below it")
-        << falling << QPoint(359, 132) << QColor(Qt::white);
+        << falling << true << QPoint(359, 132) << QColor(Qt::white);
     QTest::newRow("falling curve, 34 degrees at 9000 rpm is above it")
-        << falling << QPoint(634, 132) << kShade;
+        << falling << true << QPoint(634, 132) << kShade;
     QTest::newRow("a negative ceiling shades down to the axis")
-        << QVector<QPointF> {{1.0, 0.0}} << QPoint(222, 405) << kShade;
+        << QVector<QPointF> {{1.0, 0.0}} << true << QPoint(222, 405) << kShade;
     QTest::newRow("two are not shaded, 41 degrees at 3000 rpm")
-        << two << QPoint(208, 74) << QColor(Qt::white);
+        << two << true << QPoint(208, 74) << QColor(Qt::white);
     QTest::newRow("two, first ceiling line at 3000 rpm")
-        << two << QPoint(208, 182) << MapPlotter::paletteColor(0);
+        << two << true << QPoint(208, 182) << MapPlotter::paletteColor(0);
+    QTest::newRow("two without limits, no ceiling line at 3000 rpm")
+        << two << false << QPoint(208, 182) << QColor(Qt::white);
 }
 
 void TestMapPlotter::forbiddenRegion()
 {
     QFETCH(QVector<QPointF>, ceilings);
+    QFETCH(bool, limits);
     QFETCH(QPoint, pixel);
     QFETCH(QColor, colour);
     Points points = line(500, 5);
     points[9].setY(42);
-    std::vector<Profile> profiles;
+    std::vector<PlottedMap> maps;
     for (const QPointF &k : ceilings)
-        profiles.push_back(profileOf(points, {k.x(), k.y(), 0.0}));
+        maps.push_back({profileOf(points, {k.x(), k.y(), 0.0}), QString(), int(maps.size()), true});
     MapPlotter plotter(733, 430, 16);
     if (ceilings.size() > 1)
-        plotter.drawSeveral(profiles, {});
+        plotter.drawSeveral(maps, {}, limits);
     else
-        plotter.drawSingle(profiles.front(), -1, true, true);
+        plotter.drawSingle(maps.front().profile, -1, true, true);
     QVERIFY(colourNear(plotter.image(), pixel, colour));
 }
 
@@ -169,35 +182,40 @@ void TestMapPlotter::sharpOnHighDpiScreens()
 }
 
 // Twenty profiles: each curve runs out to the plot's right edge uncovered in its palette colour,
-// and red where it rises above its ceiling; the legend stands beside the plot with one sample per
-// profile; the speed labels come from the given list, not from the maps. No two of the first 64
-// profiles look alike.
+// also where it rises above its ceiling, whose point stands in a red ring; the legend stands beside
+// the plot with one sample per profile, and a click there finds its entry; the speed labels come
+// from the given list, not from the maps. A hidden map is not drawn but keeps its entry. No two
+// of the first 64 profiles look alike.
 void TestMapPlotter::severalMaps()
 {
     constexpr int kCount = 20;
-    std::vector<Profile> profiles;
-    QStringList labels;
+    std::vector<PlottedMap> maps;
     for (int p = 0; p < kCount; ++p) {
-        profiles.push_back(profileOf(line(1000, 2 + 2 * p)));
-        labels << QStringLiteral("A rather long profile name, number %1").arg(p);
+        maps.push_back({profileOf(line(1000, 2 + 2 * p)),
+            QStringLiteral("A rather long profile name, number %1").arg(p), p, true});
     }
     Points invalid = line(1000, 2);
-    invalid[4].setY(62); // above the ceiling of 58
-    profiles[0] = profileOf(invalid);
+    invalid[4].setY(33); // above the ceiling of 28
+    maps[0].profile = profileOf(invalid, {30.0, 0.0, 0.0});
+    maps[1].shown = false;
     MapPlotter plotter(733, 430, 16);
-    plotter.drawSeveral(profiles, {1000, 5000, 10000}, labels);
+    plotter.drawSeveral(maps, {1000, 5000, 10000}, false);
     const QImage &image = plotter.image();
     for (int p = 0; p < kCount; ++p) {
         const int y = plotter.yAxis().toPixel(2 + 2 * p);
-        QVERIFY2(colourNear(image, QPoint(plotter.plotWidth() - 8, y), MapPlotter::paletteColor(p), 6, 0),
-            qPrintable(QStringLiteral("lead-out of profile %1").arg(p)));
-        QVERIFY2(
-            colourNear(image, QPoint(plotter.plotWidth() + 12, 6 + 15 * p + 7), MapPlotter::paletteColor(p)),
-            qPrintable(QStringLiteral("legend sample of profile %1").arg(p)));
+        QCOMPARE(
+            colourNear(image, QPoint(plotter.plotWidth() - 8, y), MapPlotter::paletteColor(p), 6, 0), p != 1);
+        const QPoint sample(plotter.plotWidth() + 12, 6 + 15 * p + 7);
+        QCOMPARE(colourNear(image, sample, MapPlotter::paletteColor(p)), p != 1);
+        QCOMPARE(plotter.legendEntryAt(sample), p);
     }
-    // A quarter up the rise from (4000, 2) to (5000, 62), between the curves of 16 and 18 degrees.
+    QCOMPARE(plotter.legendEntryAt(QPoint(plotter.plotWidth() - 8, 100)), -1);
+    // 17 degrees up the rise from (4000, 2) to (5000, 33), between the curves of 16 and 18
+    // degrees; the ring 6 pixels left of the point at 5000 rpm, 33 degrees.
     const AxisMapping &x = plotter.xAxis(), &y = plotter.yAxis();
-    QVERIFY(colourNear(image, QPoint(x.toPixel(4250), y.toPixel(17)), kInvalid));
+    QVERIFY(colourNear(image, QPoint(x.toPixel(4484), y.toPixel(17)), MapPlotter::paletteColor(0)));
+    QVERIFY(!colourNear(image, QPoint(x.toPixel(4484), y.toPixel(17)), kInvalid));
+    QVERIFY(colourNear(image, QPoint(x.toPixel(5000) - 6, y.toPixel(33)), kRing, 1, 1));
     // Inside the 5-pixel tick above the bottom strip.
     QCOMPARE(image.pixelColor(plotter.xAxis().toPixel(5000), 430 - 16 - 2), QColor(Qt::black));
     QVERIFY(image.pixelColor(plotter.xAxis().toPixel(2000), 430 - 16 - 2) != QColor(Qt::black));
@@ -226,9 +244,75 @@ void TestMapPlotter::survivesDegenerateInput()
     for (const Profile &profile : profiles) {
         MapPlotter plotter(733, 430, 16);
         plotter.drawSingle(profile, 0, true, true);
-        plotter.drawSeveral({profile}, {0, INT_MAX});
+        plotter.drawSeveral({{profile, QString(), 0, true}}, {0, INT_MAX}, true);
         QCOMPARE(plotter.image().pixelColor(0, 0), QColor(100, 100, 100));
     }
+}
+
+// Written out by hand: a byte-order mark, a header, a name with a comma and quotes in quotes,
+// CRLF line ends.
+void TestMapPlotter::valuesForASpreadsheet()
+{
+    Profile plain = profileOf(line(1000, 10));
+    plain.setName(QStringLiteral("Road"));
+    plain.setMotorbikeType(0, false);
+    Profile quoted = profileOf({{500, 5}, {20000, 49}});
+    quoted.setName(QStringLiteral("Track, \"hot\" Zündung"));
+    quoted.setMotorbikeType(0, true);
+    const QByteArray header
+        = "Profile,Kind,RPM 1,Angle 1,RPM 2,Angle 2,RPM 3,Angle 3,RPM 4,Angle 4,RPM 5,Angle 5,"
+          "RPM 6,Angle 6,RPM 7,Angle 7,RPM 8,Angle 8,RPM 9,Angle 9,RPM 10,Angle 10\r\n";
+    QCOMPARE(comparisonCsv({plain, quoted}),
+        "\xEF\xBB\xBF" + header
+            + "Road,Default,1000,10,2000,10,3000,10,4000,10,5000,10,6000,10,7000,10,8000,10,9000,10,10000,"
+              "10\r\n"
+              "\"Track, \"\"hot\"\" "
+              "Z\xC3\xBCndung\",Custom,500,5,20000,49,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
+    QCOMPARE(comparisonCsv({}), "\xEF\xBB\xBF" + header);
+}
+
+// A graph's file has the size asked for in the format of its suffix, or of the type chosen when
+// the name has no suffix of a graph; an SVG drawing reads as XML with the size in its root.
+void TestMapPlotter::plotFiles_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("chosen"); // the type chosen in the dialog
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("no suffix takes the chosen type") << "graph" << 0 << "graph.png" << QSize(300, 200);
+    QTest::newRow("a suffix in capitals stays") << "graph.PNG" << 0 << "graph.PNG" << QSize(733, 430);
+    QTest::newRow("another suffix is kept, the chosen one added")
+        << "graph.v2" << 0 << "graph.v2.png" << QSize(1, 1);
+    // Without Qt's SVG module ".svg" is another suffix.
+    const bool svg = plotFormats().contains(PlotFormat::Svg);
+    QTest::newRow("a typed suffix beats the chosen type")
+        << "graph.svg" << 0 << (svg ? "graph.svg" : "graph.svg.png") << QSize(400, 250);
+}
+
+void TestMapPlotter::plotFiles()
+{
+    QFETCH(QString, typed);
+    QFETCH(int, chosen);
+    QFETCH(QString, path);
+    QFETCH(QSize, size);
+    QCOMPARE(pathWithPlotSuffix(typed, plotFormats().value(chosen)), path);
+    const PlotFormat format = plotFormatOfPath(path).value_or(PlotFormat::Png);
+    const Profile profile = profileOf(line(1000, 10, 2));
+    const QByteArray bytes = plotFileBytes(format, size, [&profile](MapPlotter &plotter, QPainter &painter) {
+        plotter.paintSeveral(painter, {{profile, QStringLiteral("Road"), 0, true}}, {1000}, true);
+    });
+    QVERIFY(plotFileBytes(format, QSize(0, 10), [](MapPlotter &, QPainter &) {}).isEmpty());
+    if (format == PlotFormat::Png) {
+        QCOMPARE(QImage::fromData(bytes, "PNG").size(), size);
+        return;
+    }
+    QXmlStreamReader svg(bytes);
+    QVERIFY(svg.readNextStartElement() && svg.name() == QLatin1String("svg"));
+    QCOMPARE(svg.attributes().value(QLatin1String("viewBox")).toString(),
+        QStringLiteral("0 0 %1 %2").arg(size.width()).arg(size.height()));
+    while (!svg.atEnd())
+        svg.readNext();
+    QVERIFY2(!svg.hasError(), qPrintable(svg.errorString()));
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestMapPlotter)

@@ -106,6 +106,8 @@ public:
     QList<int> askAnswers;
     QStringList fileAnswers;
     QList<int> numberAnswers;
+    // The file type chosen in the next save dialog that offers several; none: the first.
+    QStringList filterAnswers;
 
     int ask(QWidget *, const QString &title, const QString &text, const QStringList &buttons,
         int defaultButton, int escapeButton) override
@@ -133,6 +135,12 @@ public:
     {
         shown.append({QStringLiteral("save"), title, filter, {suggestedPath}});
         return fileAnswers.isEmpty() ? QString() : fileAnswers.takeFirst();
+    }
+    QString saveFileName(QWidget *parent, const QString &title, const QString &suggestedPath,
+        const QStringList &filters, QString &chosenFilter) override
+    {
+        chosenFilter = filterAnswers.isEmpty() ? filters.value(0) : filterAnswers.takeFirst();
+        return saveFileName(parent, title, suggestedPath, filters.join(QLatin1String(";;")));
     }
     std::optional<int> askNumber(QWidget *, const QString &title, const QString &label, int, int, int) override
     {
