@@ -254,9 +254,9 @@ void TestCli::drawing()
     QCOMPARE(run(QStringList {"graph", "road.cdi", "out.png", "--size", "400x300"} + options), 0);
     QCOMPARE(QImage(path("out.png")).size(), QSize(400, 300));
     if (!epoch.isEmpty())
-        qputenv("SOURCE_DATE_EPOCH", epoch);
+        m_environment.insert(QStringLiteral("SOURCE_DATE_EPOCH"), QString::fromLatin1(epoch));
     const int printed = run(QStringList {"print", "road.cdi", "out.pdf"} + options);
-    qunsetenv("SOURCE_DATE_EPOCH");
+    m_environment.remove(QStringLiteral("SOURCE_DATE_EPOCH"));
     QCOMPARE(printed, 0);
     const QByteArray pdf = readAll(path("out.pdf"));
     QVERIFY(pdf.startsWith("%PDF-") && pdf.trimmed().endsWith("%%EOF"));
