@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Walks the program's accessibility tree as a screen reader sees it, on every page and dialog.
 
-    tools/a11y-walk.py [BUILD_DIR] [--language en|de|both] [--verbose]
+    tools/a11y-walk.py [BUILD_DIR] [--language=en|de|en,de] [--verbose] [--shots=DIR]
 
 Starts the program from BUILD_DIR (default build/) with a virtual CDI beside it, under its own
 X server and accessibility bus, drives it with keys from page to page and reads each page over
@@ -13,7 +13,8 @@ AT-SPI. It reports, per language:
   graph     a graph whose description does not name the point that breaks the limit
   silent    a name or description that changed with a language switch without an event
 
-and exits with 1 when it found anything. It needs python3-pyatspi, gir1.2-atspi-2.0,
+and exits with 1 when it found anything. --verbose prints the tree of each page, --shots=DIR
+keeps a screenshot of each. It needs python3-pyatspi, gir1.2-atspi-2.0,
 at-spi2-core, dbus-x11, xvfb, xdotool and openbox (Debian package names), and says which are
 missing. Per-user state goes to a temporary folder; nothing of the user's own is read or written.
 """
@@ -88,13 +89,14 @@ class Translations:
 
 
 class Walker:
-    def __init__(self, build, language, verbose):
+    def __init__(self, build, language, verbose, shots=None):
         import pyatspi
 
         self.atspi = pyatspi
         self.build = build
         self.language = language
         self.verbose = verbose
+        self.shots = shots
         self.tr = Translations(language)
         self.findings = []
         self.events = []
@@ -164,13 +166,31 @@ class Walker:
         self.key(key)
 
     def menu(self, menu_source, item_source):
-        self.key("alt+" + key_name(self.tr.mnemonic(menu_source)), key_name(self.tr.mnemonic(item_source)))
+        """Opens the menu by its Alt key and walks down to the entry: no letter keys to map."""
+        pyatspi = self.atspi
+        self.key("alt+" + key_name(self.tr.mnemonic(menu_source)))
+        item = self.find(pyatspi.ROLE_MENU_ITEM, item_source, timeout=5)
+        parent = item.parent
+        steps = 0
+        for index in range(parent.childCount):
+            sibling = parent.getChildAtIndex(index)
+            if sibling == item:
+                break
+            states = sibling.getState()
+            if sibling.getRole() != pyatspi.ROLE_SEPARATOR and states.contains(pyatspi.STATE_ENABLED) \
+                    and states.contains(pyatspi.STATE_SHOWING):
+                steps += 1
+        self.key(*(["Down"] * steps + ["Return"]))
 
     # ---- the checks ----
 
     def walk(self, page):
         """Records what a screen reader would miss on the page shown."""
         self.pump(0.8)
+        if self.shots:
+            name = re.sub(r"[^a-z0-9]+", "-", page.lower()).strip("-")
+            subprocess.run(["import", "-window", "root", os.path.join(self.shots, "%s-%s.png" % (self.language, name))],
+                stderr=subprocess.DEVNULL)
         pyatspi = self.atspi
         seen = 0
         # What has the focus is announced even where the tree does not lead to it (a cell's editor).
@@ -397,7 +417,7 @@ def run_program(build, home, language):
     return program, cdi
 
 
-def inner(build, languages, verbose):
+def inner(build, languages, verbose, shots):
     helpers = [subprocess.Popen([BUS_LAUNCHER, "--launch-immediately"]),
         subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)]
     time.sleep(1)
@@ -413,7 +433,7 @@ def inner(build, languages, verbose):
                 with open(acceptance, "wb") as file:
                     file.write(DISCLAIMER_ACCEPTED)
             program, cdi = run_program(build, home, language)
-            walker = Walker(build, language, verbose)
+            walker = Walker(build, language, verbose, shots)
             try:
                 walker.tour(disclaimer=number == 0)
             except SystemExit as failure:
@@ -451,8 +471,13 @@ def main():
             value = option.split("=", 1)[1]
             languages = ["en", "de"] if value == "both" else value.split(",")
     verbose = "--verbose" in options
+    shots = None
+    for option in options:
+        if option.startswith("--shots="):
+            shots = os.path.abspath(option.split("=", 1)[1])
+            os.makedirs(shots, exist_ok=True)
     if os.environ.get(INNER):
-        return inner(build, languages, verbose)
+        return inner(build, languages, verbose, shots)
     missing = missing_packages()
     if missing:
         print("missing: %s\ninstall with: apt-get install %s" % (", ".join(missing), " ".join(missing)),
@@ -467,6 +492,8 @@ def main():
         PYTHON, os.path.abspath(__file__), build, "--language=" + ",".join(languages)]
     if verbose:
         command.append("--verbose")
+    if shots:
+        command.append("--shots=" + shots)
     return subprocess.run(command, env=env).returncode
 
 
