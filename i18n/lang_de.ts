@@ -371,10 +371,6 @@
         <translation>Für weitere Informationen klicken</translation>
     </message>
     <message>
-        <source>Information</source>
-        <translation>Informationen</translation>
-    </message>
-    <message>
         <source>Write down some notes</source>
         <translation>Eigene Notizen festhalten</translation>
     </message>
@@ -489,6 +485,10 @@
     <message>
         <source>Information on the template</source>
         <translation>Informationen zur Vorlage</translation>
+    </message>
+    <message>
+        <source>In&amp;formation</source>
+        <translation>Infor&amp;mation</translation>
     </message>
 </context>
 <context>
@@ -1233,6 +1233,10 @@
         <source>Angle</source>
         <translation>Winkel</translation>
     </message>
+    <message>
+        <source>Values of the compared profiles</source>
+        <translation>Werte der verglichenen Profile</translation>
+    </message>
 </context>
 <context>
     <name>NameForm</name>
@@ -1270,6 +1274,10 @@
     <message>
         <source>Appl&amp;y [Esc]</source>
         <translation>Übe&amp;rnehmen [Esc]</translation>
+    </message>
+    <message>
+        <source>&amp;Custom notes</source>
+        <translation>Eigene &amp;Notizen</translation>
     </message>
 </context>
 <context>
