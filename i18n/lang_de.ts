@@ -1683,6 +1683,18 @@
         <source>Cop&amp;y</source>
         <translation>&amp;Kopieren</translation>
     </message>
+    <message>
+        <source>Busy</source>
+        <translation>Beschäftigt</translation>
+    </message>
+    <message>
+        <source>Succeeded</source>
+        <translation>Erfolgreich</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Fehlgeschlagen</translation>
+    </message>
 </context>
 <context>
     <name>WizardForm</name>

@@ -389,6 +389,31 @@ class Walker:
         self.walk("update")
         self.key("Escape")
 
+    def device_pages(self, cdi):
+        """The connection test's progress page with a CDI, the port page without one."""
+        pyatspi = self.atspi
+        self.key("Escape")
+        for _ in range(3):
+            if self.has(pyatspi.ROLE_PUSH_BUTTON, "&Test connection to CDI"):
+                break
+            self.press(pyatspi.ROLE_PUSH_BUTTON, "&Back")
+        self.press(pyatspi.ROLE_PUSH_BUTTON, "&Test connection to CDI")
+        self.find(pyatspi.ROLE_PUSH_BUTTON, "&Back", timeout=15)
+        time.sleep(4)
+        self.walk("progress page")
+        self.press(pyatspi.ROLE_PUSH_BUTTON, "&Back")
+        cdi.send_signal(signal.SIGTERM)
+        cdi.wait(5)
+        time.sleep(3)
+        self.press(pyatspi.ROLE_PUSH_BUTTON, "&Test connection to CDI")
+        time.sleep(6)
+        # The port the CDI answered on is tried again first; its failure offers the others.
+        if not self.has(pyatspi.ROLE_PUSH_BUTTON, "&Refresh list"):
+            self.walk("progress page, failed")
+            self.press(pyatspi.ROLE_PUSH_BUTTON, "&Choose another port")
+        self.find(pyatspi.ROLE_PUSH_BUTTON, "&Refresh list", timeout=15)
+        self.walk("port page")
+
     def summary(self):
         kinds = {}
         for _, kind, _ in self.findings:
@@ -436,6 +461,7 @@ def inner(build, languages, verbose, shots):
             walker = Walker(build, language, verbose, shots)
             try:
                 walker.tour(disclaimer=number == 0)
+                walker.device_pages(cdi)
             except SystemExit as failure:
                 # Where the tour got stuck, for a look with an image viewer.
                 shot = os.path.join(tempfile.gettempdir(), "sparkwright-a11y-walk-%s.png" % language)
