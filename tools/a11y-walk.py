@@ -168,8 +168,16 @@ class Walker:
     def menu(self, menu_source, item_source):
         """Opens the menu by its Alt key and walks down to the entry: no letter keys to map."""
         pyatspi = self.atspi
-        self.key("alt+" + key_name(self.tr.mnemonic(menu_source)))
-        item = self.find(pyatspi.ROLE_MENU_ITEM, item_source, timeout=5)
+        # A menu asked for while a closing dialog still holds the keyboard does not open: again.
+        for attempt in range(3):
+            self.key("alt+" + key_name(self.tr.mnemonic(menu_source)))
+            try:
+                item = self.find(pyatspi.ROLE_MENU_ITEM, item_source, timeout=4)
+                break
+            except SystemExit:
+                if attempt == 2:
+                    raise
+                self.key("Escape")
         parent = item.parent
         steps = 0
         for index in range(parent.childCount):
