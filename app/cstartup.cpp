@@ -13,6 +13,7 @@
 #include "editor/hintdialog.h"
 #include "errorgui.h"
 #include "mainwindow.h"
+#include "shell/caccessibility.h"
 #include "shell/clanguagemenu.h"
 #include "shell/clanguageswitcher.h"
 #include "start/wizardform.h"
@@ -212,6 +213,8 @@ int CStartup::runNormalStart(int &argc, char **argv, CDataHolder &data)
 
     std::unique_ptr<QApplication> application = createApplication(argc, argv);
     setIdentity();
+    // Before the first window: screen readers ask for each widget's role once.
+    CAccessibility::installRoles();
 
     // The start language follows the system locale on every start; a switch made while the
     // program ran is not remembered.

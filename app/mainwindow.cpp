@@ -16,6 +16,7 @@
 #include "profile/profilefile.h"
 #include "profile/recentprofiles.h"
 #include "profile/suggestedfilename.h"
+#include "render/bracemarkup.h"
 #include "render/mapplotter.h"
 #include "render/plotfile.h"
 #include "render/summarysheet.h"
@@ -410,6 +411,8 @@ void MainWindow::setButtonState(bool exitVisible, bool backVisible, bool nextVis
     m_ui->nextButton->setEnabled(nextEnabled);
     m_ui->nextButton->setText(nextText);
     m_ui->nextButton->setToolTip(nextToolTip);
+    // Screen readers read the tool tip as the description: without its highlight markup.
+    m_ui->nextButton->setAccessibleDescription(withoutMarkup(nextToolTip));
 }
 
 void MainWindow::setNextEnabled(bool enabled)

@@ -3,6 +3,7 @@
 #include "editor/graphform.h"
 #include "editor/iprofileeditormain.h"
 #include "profile/profile.h"
+#include "render/mapdescription.h"
 #include "render/mapplotter.h"
 
 #include <QApplication>
@@ -55,6 +56,8 @@ int main(int argc, char *argv[])
     const Profile single = sampleProfile(0);
     MapPlotter plotter(733, 430, 16);
     runBenchmark("graph.drawSingle", 200, [&] { plotter.drawSingle(single, 3, true, true); });
+    // The words screen readers get for the graph, made after every change but a drag's steps.
+    runBenchmark("graph.describe", 200, [&] { MapDescription::describe(single); });
 
     std::vector<PlottedMap> eight;
     for (int i = 0; i < 8; ++i)

@@ -31,6 +31,10 @@
         <source>&amp;Close</source>
         <translation>&amp;Schließen</translation>
     </message>
+    <message>
+        <source>Sparkwright logo</source>
+        <translation>Sparkwright-Logo</translation>
+    </message>
 </context>
 <context>
     <name>BridgeWatch</name>
@@ -60,6 +64,21 @@
     <message>
         <source>Hints could not be loaded. The source file is either missing or corrupted or was created for a newer version of Sparkwright.</source>
         <translation>Die Hinweise konnten nicht geladen werden. Die Quelldatei fehlt, ist beschädigt oder stammt aus einer neueren Version von Sparkwright.</translation>
+    </message>
+</context>
+<context>
+    <name>CDialogPrompts</name>
+    <message>
+        <source>Question</source>
+        <translation>Frage</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Information</source>
+        <translation>Information</translation>
     </message>
 </context>
 <context>
@@ -217,6 +236,10 @@
         <source>&amp;Show graph</source>
         <translation>&amp;Diagramm anzeigen</translation>
     </message>
+    <message>
+        <source>Profiles to compare</source>
+        <translation>Zu vergleichende Profile</translation>
+    </message>
 </context>
 <context>
     <name>ContinueForm</name>
@@ -332,6 +355,10 @@
         <source>&amp;Accept</source>
         <translation>&amp;Zustimmen</translation>
     </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
 </context>
 <context>
     <name>EditorForm</name>
@@ -342,10 +369,6 @@
     <message>
         <source>Click for additional information</source>
         <translation>Für weitere Informationen klicken</translation>
-    </message>
-    <message>
-        <source>Information</source>
-        <translation>Informationen</translation>
     </message>
     <message>
         <source>Write down some notes</source>
@@ -454,6 +477,18 @@
     <message>
         <source>change of the selected points</source>
         <translation>Ändern der ausgewählten Punkte</translation>
+    </message>
+    <message>
+        <source>Profile editor</source>
+        <translation>Profileditor</translation>
+    </message>
+    <message>
+        <source>Information on the template</source>
+        <translation>Informationen zur Vorlage</translation>
+    </message>
+    <message>
+        <source>In&amp;formation</source>
+        <translation>Infor&amp;mation</translation>
     </message>
 </context>
 <context>
@@ -1149,6 +1184,63 @@
     </message>
 </context>
 <context>
+    <name>MapCellDelegate</name>
+    <message>
+        <source>RPM of point %1</source>
+        <translation>U/min von Punkt %1</translation>
+    </message>
+    <message>
+        <source>Angle at %1 RPM, degrees (point %2)</source>
+        <translation>Winkel bei %1 U/min, Grad (Punkt %2)</translation>
+    </message>
+</context>
+<context>
+    <name>MapDescription</name>
+    <message>
+        <source>Graph of the ignition map</source>
+        <translation>Diagramm des Zündkennfelds</translation>
+    </message>
+    <message>
+        <source>Graph of the ignition map of %1</source>
+        <translation>Diagramm des Zündkennfelds von %1</translation>
+    </message>
+    <message>
+        <source>%1 rpm %2°</source>
+        <translation>%1 U/min %2°</translation>
+    </message>
+    <message numerus="yes">
+        <source>Advance angle over engine speed, %n points: %1.</source>
+        <translation>
+            <numerusform>Vorzündwinkel über der Drehzahl, %n Punkt: %1.</numerusform>
+            <numerusform>Vorzündwinkel über der Drehzahl, %n Punkte: %1.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Highest advance %1° at %2 rpm.</source>
+        <translation>Höchste Vorzündung %1° bei %2 U/min.</translation>
+    </message>
+    <message>
+        <source>Row %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>All points are below the limit of this profile.</source>
+        <translation>Alle Punkte liegen unter der Grenze dieses Profils.</translation>
+    </message>
+    <message>
+        <source>Breaking the limits, drawn red: %1.</source>
+        <translation>Über den Grenzen, rot gezeichnet: %1.</translation>
+    </message>
+    <message>
+        <source>(%1°, one degree too much)</source>
+        <translation>(%1°, ein Grad zu viel)</translation>
+    </message>
+    <message>
+        <source>(%1°, %2 degrees too much)</source>
+        <translation>(%1°, %2 Grad zu viel)</translation>
+    </message>
+</context>
+<context>
     <name>MapPlotter</name>
     <message>
         <source>Invalid</source>
@@ -1201,6 +1293,10 @@
         <source>Click to show this profile.</source>
         <translation>Klicken, um dieses Profil einzublenden.</translation>
     </message>
+    <message>
+        <source>Values of the compared profiles</source>
+        <translation>Werte der verglichenen Profile</translation>
+    </message>
 </context>
 <context>
     <name>NameForm</name>
@@ -1220,6 +1316,10 @@
         <source>&amp;Apply [Enter]</source>
         <translation>&amp;Übernehmen [Enter]</translation>
     </message>
+    <message>
+        <source>Profile name</source>
+        <translation>Profilname</translation>
+    </message>
 </context>
 <context>
     <name>NotesForm</name>
@@ -1234,6 +1334,10 @@
     <message>
         <source>Appl&amp;y [Esc]</source>
         <translation>Übe&amp;rnehmen [Esc]</translation>
+    </message>
+    <message>
+        <source>&amp;Custom notes</source>
+        <translation>Eigene &amp;Notizen</translation>
     </message>
 </context>
 <context>
@@ -1395,6 +1499,21 @@
     <message>
         <source>Virtual CDI</source>
         <translation>Virtuelle CDI</translation>
+    </message>
+</context>
+<context>
+    <name>Summary</name>
+    <message>
+        <source>Ignition map</source>
+        <translation>Zündkennfeld</translation>
+    </message>
+    <message>
+        <source>Engine speed in RPM and advance angle in degrees of the ten points</source>
+        <translation>Drehzahl in U/min und Vorzündwinkel in Grad der zehn Punkte</translation>
+    </message>
+    <message>
+        <source>Custom notes</source>
+        <translation>Eigene Notizen</translation>
     </message>
 </context>
 <context>
@@ -1577,6 +1696,14 @@
         <source>%1 rows of %2 values do not fit into the map from row %3 on: it has 10 rows of speed and angle. Nothing was changed.</source>
         <translation>%1 Zeilen mit %2 Werten passen ab Zeile %3 nicht in das Kennfeld: Es hat 10 Zeilen mit Drehzahl und Winkel. Nichts wurde geändert.</translation>
     </message>
+    <message>
+        <source>Engine speed in RPM and advance angle in degrees of the ten points</source>
+        <translation>Drehzahl in U/min und Vorzündwinkel in Grad der zehn Punkte</translation>
+    </message>
+    <message>
+        <source>Ignition map</source>
+        <translation>Zündkennfeld</translation>
+    </message>
 </context>
 <context>
     <name>WaitForm</name>
@@ -1631,6 +1758,18 @@
     <message>
         <source>Cop&amp;y</source>
         <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Busy</source>
+        <translation>Beschäftigt</translation>
+    </message>
+    <message>
+        <source>Succeeded</source>
+        <translation>Erfolgreich</translation>
+    </message>
+    <message>
+        <source>Failed</source>
+        <translation>Fehlgeschlagen</translation>
     </message>
 </context>
 <context>
@@ -1799,6 +1938,10 @@
         <source>Choose a profile to program</source>
         <translation>Profil zum Programmieren auswählen</translation>
     </message>
+    <message>
+        <source>Recently opened profiles</source>
+        <translation>Zuletzt verwendete Profile</translation>
+    </message>
 </context>
 <context>
     <name>WriteConfirmationDialog</name>
@@ -1837,6 +1980,14 @@
     <message>
         <source>Ca&amp;ncel</source>
         <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>Question</source>
+        <translation>Frage</translation>
+    </message>
+    <message>
+        <source>What programming changes</source>
+        <translation>Was die Programmierung ändert</translation>
     </message>
 </context>
 </TS>

@@ -6,9 +6,6 @@ class Profile;
 
 // The texts of the summary page, translated in the "SummaryForm" context.
 
-// The ten map slots as an HTML table of speed and angle, empty slots included.
-QString summaryMapTableHtml(const Profile &profile);
-
 // One rich-text line with the voltage, side stand, pick-up edge and sensor advance, the
 // parts separated by grey bars.
 QString summaryStatusLine(const Profile &profile);

@@ -4,7 +4,9 @@
 #include "editor/iprofileeditormain.h"
 #include "profile/mapvalidation.h"
 #include "profile/profile.h"
+#include "render/mapdescription.h"
 #include "render/mapplotter.h"
+#include "shell/caccessibility.h"
 
 #include "ui_graphform.h"
 
@@ -27,6 +29,7 @@ GraphForm::GraphForm(IProfileEditorMain *editor, QWidget *parent)
     // selected point once the graph has the focus.
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
+    setProperty("accessibleRole", QStringLiteral("graphic"));
     setAccessibleName(tr("Graph of the ignition map"));
 }
 
@@ -38,7 +41,19 @@ void GraphForm::showProfile(Profile *profile, int selected, bool rescale, const 
     m_selected = selected;
     if (m_profile)
         m_plotter->drawSingle(*m_profile, m_selected, rescale, true, validation);
+    // A drag tells where it ended, not every step on the way.
+    if (!m_dragging)
+        describe(validation);
     repaint();
+}
+
+void GraphForm::describe(const MapValidation *validation)
+{
+    if (!m_profile)
+        return;
+    CAccessibility::setDescription(this,
+        validation ? MapDescription::describe(*m_profile, *validation)
+                   : MapDescription::describe(*m_profile));
 }
 
 void GraphForm::redraw(bool rescale)
@@ -105,6 +120,7 @@ bool GraphForm::eventFilter(QObject *watched, QEvent *event)
     case QEvent::LanguageChange:
         // "Angle", "RPM" and "Invalid" in the new language; the axes stay.
         setAccessibleName(tr("Graph of the ignition map"));
+        describe();
         redraw(false);
         update();
         break;
@@ -156,6 +172,7 @@ void GraphForm::finishDrag()
     if (m_moved && m_profile)
         m_editor->onEdited(IProfileEditorMain::Edit::Drag, m_selected);
     m_moved = false;
+    describe();
     redraw(true);
     repaint();
 }

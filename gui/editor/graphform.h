@@ -45,6 +45,8 @@ private:
     void press(const QPoint &position);
     void dragTo(const QPoint &position);
     void finishDrag();
+    // The description screen readers give for the graph: the points and what breaks a limit.
+    void describe(const MapValidation *validation = nullptr);
     // The arrow keys: a degree up or down, a speed step left or right.
     bool moveSelectedPoint(int key);
     void centreHintLabel();

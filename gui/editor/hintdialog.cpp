@@ -41,6 +41,8 @@ void HintDialog::showTexts()
     const HintText hint = m_catalog->hint(m_current, m_switcher.language());
     m_ui->titleLabel->setText(hint.title);
     m_ui->textBrowser->setHtml(hint.text);
+    // The text is what the dialog is about: it reads under the hint's title.
+    m_ui->textBrowser->setAccessibleName(hint.title);
 }
 
 void HintDialog::retranslate()

@@ -2,18 +2,20 @@
 
 #include "editor/chintlabel.h"
 #include "editor/iprofileeditormain.h"
+#include "editor/mapcelldelegate.h"
 #include "profile/mapvalidation.h"
 #include "profile/profile.h"
 #include "shell/iuserprompts.h"
 
 #include "ui_tableform.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QClipboard>
 #include <QEvent>
-#include <QKeyEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QRegularExpression>
 #include <QStandardItemModel>
 #include <QStyle>
@@ -65,6 +67,7 @@ TableForm::TableForm(IProfileEditorMain *editor, QWidget *parent)
     Q_INIT_RESOURCE(images);
     m_ui->setupUi(this);
     m_ui->tableView->setModel(m_model);
+    m_ui->tableView->setItemDelegate(new MapCellDelegate(m_ui->tableView));
     // Tab and Shift+Tab go on to the settings and the buttons; the arrow keys move in the table.
     m_ui->tableView->setTabKeyNavigation(false);
 
@@ -79,12 +82,17 @@ TableForm::TableForm(IProfileEditorMain *editor, QWidget *parent)
         &TableForm::onTableRowChanged);
     connect(m_model, &QStandardItemModel::itemChanged, this, &TableForm::onTableEdited);
     connect(m_ui->toolButtonSort, &QToolButton::clicked, this, &TableForm::onSortButtonClicked);
-    // Return confirms a value and goes on to the next row, as in a spreadsheet.
+    // Return confirms a value and goes on to the next row, as in a spreadsheet. The keyboard is
+    // back in the table's cell, and a screen reader hears which one.
     connect(m_ui->tableView->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
         [this](QWidget *, QAbstractItemDelegate::EndEditHint hint) {
-            const QModelIndex current = m_ui->tableView->currentIndex();
+            QTableView *view = m_ui->tableView;
+            const QModelIndex current = view->currentIndex();
+            view->setFocus(Qt::OtherFocusReason);
             if (hint == QAbstractItemDelegate::SubmitModelCache && current.row() + 1 < kMapPointCount)
-                m_ui->tableView->setCurrentIndex(current.sibling(current.row() + 1, current.column()));
+                view->setCurrentIndex(current.sibling(current.row() + 1, current.column()));
+            else
+                announceCurrentCell();
         });
     createActions();
 }
@@ -483,6 +491,21 @@ void TableForm::retranslate()
     m_ui->retranslateUi(this);
     setHeaderTexts();
     setTexts();
+}
+
+void TableForm::announceCurrentCell()
+{
+    const QModelIndex current = m_ui->tableView->currentIndex();
+    if (!QAccessible::isActive() || !current.isValid())
+        return;
+    QAccessibleInterface *table = QAccessible::queryAccessibleInterface(m_ui->tableView);
+    QAccessibleInterface *cell = table && table->tableInterface()
+        ? table->tableInterface()->cellAt(current.row(), current.column())
+        : nullptr;
+    if (cell) {
+        QAccessibleEvent event(cell, QAccessible::Focus);
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 void TableForm::onTableRowChanged(const QModelIndex &current, const QModelIndex &)

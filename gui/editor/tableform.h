@@ -87,6 +87,8 @@ private:
     void setCellText(int row, int column, const QString &text);
     void setHeaderTexts();
     void fitColumns();
+    // Tells a screen reader that the keyboard is in the current cell again.
+    void announceCurrentCell();
 
     std::unique_ptr<Ui::TableForm> m_ui;
     IProfileEditorMain *m_editor;

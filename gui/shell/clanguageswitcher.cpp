@@ -1,10 +1,13 @@
 #include "shell/clanguageswitcher.h"
 
 #include "data/datafilelocation.h"
+#include "shell/caccessibility.h"
 
+#include <QCoreApplication>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QLoggingCategory>
+#include <QTimer>
 #include <QTranslator>
 
 // Which translation was loaded from where; silent unless asked for with
@@ -80,6 +83,7 @@ void CLanguageSwitcher::addLanguage(const QString &code)
 
 void CLanguageSwitcher::setLanguage(int language)
 {
+    const CAccessibility::TextSnapshot before = CAccessibility::TextSnapshot::take();
     m_language = language;
     const int wanted = language - 1;
     // Numbers follow the texts: a comma as decimal separator only where the German texts are
@@ -105,6 +109,12 @@ void CLanguageSwitcher::setLanguage(int language)
     // depend on the language, such as the hints, refreshed.
     for (ITranslatable *listener : qAsConst(m_listeners))
         listener->retranslate(language);
+    // The widgets set most of their texts again on the change events the translators posted;
+    // what changed is told once those have been handled.
+    if (!before.isEmpty()) {
+        QTimer::singleShot(
+            0, qApp, [before] { QTimer::singleShot(0, qApp, [before] { before.announceChanges(); }); });
+    }
 }
 
 void CLanguageSwitcher::registerListener(ITranslatable *listener)

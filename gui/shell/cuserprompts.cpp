@@ -1,8 +1,10 @@
 #include "shell/iuserprompts.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -32,6 +34,13 @@ QString remembered(const QString &chosen)
     return chosen;
 }
 
+// The box's icon is a picture of its kind; screen readers get the kind as its name.
+void nameIcon(QMessageBox &box, const char *kind)
+{
+    if (auto *icon = box.findChild<QLabel *>(QStringLiteral("qt_msgboxex_icon_label")))
+        icon->setAccessibleName(QCoreApplication::translate("CDialogPrompts", kind));
+}
+
 class CDialogPrompts : public IUserPrompts
 {
 public:
@@ -39,6 +48,7 @@ public:
         int defaultButton, int escapeButton) override
     {
         QMessageBox box(QMessageBox::Question, title, text, QMessageBox::NoButton, parent);
+        nameIcon(box, QT_TRANSLATE_NOOP("CDialogPrompts", "Question"));
         QList<QPushButton *> pushButtons;
         for (const QString &label : buttons)
             pushButtons.append(box.addButton(label, QMessageBox::ActionRole));
@@ -53,6 +63,7 @@ public:
     void warn(QWidget *parent, const QString &title, const QString &text, const QString &button) override
     {
         QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::NoButton, parent);
+        nameIcon(box, QT_TRANSLATE_NOOP("CDialogPrompts", "Warning"));
         box.addButton(button, QMessageBox::AcceptRole);
         box.exec();
     }
@@ -60,6 +71,7 @@ public:
     void inform(QWidget *parent, const QString &title, const QString &text, const QString &button) override
     {
         QMessageBox box(QMessageBox::Information, title, text, QMessageBox::NoButton, parent);
+        nameIcon(box, QT_TRANSLATE_NOOP("CDialogPrompts", "Information"));
         box.addButton(button, QMessageBox::AcceptRole);
         box.exec();
     }

@@ -4,6 +4,7 @@
 #include "profile/profilecomparison.h"
 #include "render/bracemarkup.h"
 #include "render/mapplotter.h"
+#include "shell/caccessibility.h"
 #include "shell/cprofilefiles.h"
 #include "start/cprofileitem.h"
 
@@ -91,7 +92,7 @@ void ComparisonForm::retranslate()
 void ComparisonForm::setToolTips()
 {
     for (QPushButton *button : {m_ui->addDefaultButton, m_ui->addCustomButton, m_ui->removeButton})
-        button->setToolTip(withBraceMarkup(button->toolTip()));
+        CAccessibility::setMarkedToolTip(button, button->toolTip());
 }
 
 // "Show graph" and "Remove all" need something in the list, "Remove" a selected entry.

@@ -1,7 +1,9 @@
 #include "start/defaultprofilesgui.h"
 
 #include "profile/defaultlibrary.h"
+#include "render/mapdescription.h"
 #include "render/mapplotter.h"
+#include "shell/caccessibility.h"
 #include "shell/clanguageswitcher.h"
 
 #include "ui_defaultprofilesgui.h"
@@ -18,6 +20,7 @@ DefaultProfilesGui::DefaultProfilesGui(
 {
     m_ui->setupUi(this);
     m_ui->previewLabel->installEventFilter(this);
+    m_ui->previewLabel->setProperty("accessibleRole", QStringLiteral("graphic"));
     m_ui->informationText->viewport()->setCursor(Qt::ArrowCursor);
     if (m_library) {
         for (const Profile &profile : m_library->profiles())
@@ -63,6 +66,10 @@ void DefaultProfilesGui::showInformation()
     if (text.isEmpty() && profile)
         text = tr("No information available");
     m_ui->informationText->setPlainText(text);
+    // Described even while it is not drawn: the words cost little and stay current.
+    m_ui->previewLabel->setAccessibleName(MapDescription::graphName(profile ? profile->name() : QString()));
+    CAccessibility::setDescription(
+        m_ui->previewLabel, profile ? MapDescription::describe(*profile) : QString());
     drawPreview();
 }
 

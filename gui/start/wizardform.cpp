@@ -4,6 +4,7 @@
 #include "profile/recentprofiles.h"
 #include "render/mapplotter.h"
 #include "render/bracemarkup.h"
+#include "shell/caccessibility.h"
 #include "start/bridgestatelabel.h"
 #include "start/comparisonform.h"
 #include "start/continueform.h"
@@ -382,7 +383,7 @@ void WizardForm::markUpToolTips()
 {
     for (QPushButton *button : m_ui->views->findChildren<QPushButton *>()) {
         if (button->toolTip().contains(QLatin1Char('{')))
-            button->setToolTip(withBraceMarkup(button->toolTip()));
+            CAccessibility::setMarkedToolTip(button, button->toolTip());
     }
 }
 
@@ -399,7 +400,10 @@ void WizardForm::retranslate(int language)
     if (m_graph)
         m_graph->retranslate();
     updateContinuePanels();
+    // The view stays, and so does the way back from it.
+    const std::function<void()> back = m_templateBack;
     showView(m_view);
+    m_templateBack = back;
 }
 
 void WizardForm::onSwitchedLanguage(int index)

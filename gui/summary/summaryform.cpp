@@ -1,12 +1,20 @@
 #include "summary/summaryform.h"
 
+#include "profile/mapvalidation.h"
+#include "render/mapdescription.h"
 #include "render/mapplotter.h"
 #include "render/profilesummary.h"
+#include "shell/caccessibility.h"
 
 #include "ui_summaryform.h"
 
 #include <QEvent>
+#include <QHeaderView>
 #include <QPixmap>
+#include <QStyle>
+#include <QTableWidgetItem>
+
+#include <algorithm>
 
 SummaryForm::SummaryForm(int mode, QWidget *parent)
     : QWidget(parent)
@@ -15,9 +23,9 @@ SummaryForm::SummaryForm(int mode, QWidget *parent)
 {
     m_ui->setupUi(this);
     m_plotter = std::make_unique<MapPlotter>(m_ui->graphLabel->width(), m_ui->graphLabel->height());
-    m_ui->textEdit->viewport()->setCursor(Qt::ArrowCursor);
     m_ui->notesEdit->viewport()->setCursor(Qt::ArrowCursor);
-    m_ui->notesEdit->setVisible(m_mode != kMapOnly);
+    m_ui->mapTable->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_ui->graphLabel->setProperty("accessibleRole", QStringLiteral("graphic"));
     installEventFilter(this);
     m_ui->graphLabel->installEventFilter(this);
     refresh();
@@ -33,10 +41,58 @@ void SummaryForm::setProfile(const Profile &profile)
 
 void SummaryForm::refresh()
 {
-    m_ui->textEdit->setHtml(summaryMapTableHtml(m_profile));
+    const MapValidation validation = validate(m_profile);
+    showMap(validation);
+    // Empty notes are no box to meet on the way.
     m_ui->notesEdit->setPlainText(m_profile.notes());
+    m_ui->notesEdit->setVisible(m_mode != kMapOnly && !m_profile.notes().isEmpty());
     m_ui->statusLabel->setText(summaryStatusLine(m_profile));
+    m_ui->graphLabel->setAccessibleName(MapDescription::graphName(m_profile.name()));
+    CAccessibility::setDescription(m_ui->graphLabel, MapDescription::describe(m_profile, validation));
     drawGraph();
+}
+
+// The ten slots, empty ones included; a value the checker finds fault with stands out in bold
+// red with the checker's message, as in the editor's table.
+void SummaryForm::showMap(const MapValidation &validation)
+{
+    QTableWidget *table = m_ui->mapTable;
+    table->setHorizontalHeaderLabels({tr("RPM"), tr("Angle")});
+    const IgnitionMap &map = m_profile.map();
+    for (int row = 0; row < kMapPointCount; ++row) {
+        const MapPoint point = map.point(row);
+        const QString texts[] = {QString::number(point.rpm), QString::number(point.angle) + QChar(0x00B0)};
+        for (int column = 0; column < 2; ++column) {
+            auto *item = new QTableWidgetItem(texts[column]);
+            item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+            item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+            const QString message = validation.cellMessage(row, column, map);
+            if (!message.isEmpty()) {
+                QFont bold = table->font();
+                bold.setBold(true);
+                item->setFont(bold);
+                item->setForeground(QColor(0xe0, 0x3c, 0x3c));
+                item->setToolTip(message);
+            }
+            table->setItem(row, column, item);
+        }
+    }
+    // As wide as the widest value a point may hold or its heading, without a horizontal scroll bar.
+    QFont bold = table->font();
+    bold.setBold(true);
+    const QFontMetrics cells(bold);
+    const QFontMetrics headings(table->horizontalHeader()->font());
+    const QString widest[] = {QString::number(kMaxRpm), QString::number(kMaxAngle) + QChar(0x00B0)};
+    int width = 2 * table->frameWidth() + table->verticalHeader()->sizeHint().width()
+        + table->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, table);
+    for (int column = 0; column < 2; ++column) {
+        const int columnWidth = std::max(cells.horizontalAdvance(widest[column]),
+                                    headings.horizontalAdvance(table->horizontalHeaderItem(column)->text()))
+            + 16;
+        table->setColumnWidth(column, columnWidth);
+        width += columnWidth;
+    }
+    table->setFixedWidth(width);
 }
 
 // The graph is drawn only while it can be seen: the confirmation page is built at start-up, long

@@ -7,14 +7,16 @@
 #include <memory>
 
 class MapPlotter;
+struct MapValidation;
 
 namespace Ui {
 class Summary;
 }
 
 // The read-only page that shows one profile before it is saved, printed or programmed: the map
-// as a table and as a graph, the notes, and one status line with the settings. The form keeps
-// its own copy of the profile.
+// as a table and as a graph, the notes (when there are any), and one status line with the
+// settings. Screen readers get the map as a table and the graph described in words. The form
+// keeps its own copy of the profile.
 class SummaryForm : public QWidget
 {
     Q_OBJECT
@@ -36,6 +38,7 @@ protected:
 
 private:
     void refresh();
+    void showMap(const MapValidation &validation);
     void drawGraph();
 
     std::unique_ptr<Ui::Summary> m_ui;

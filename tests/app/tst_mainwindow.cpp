@@ -11,6 +11,7 @@
 #include "summary/customform.h"
 #include "support/programfixture.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QComboBox>
 #include <QDir>
@@ -19,6 +20,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QStatusBar>
 #include <QTableWidget>
 #include <QTemporaryDir>
@@ -107,6 +109,30 @@ void take(Program &program, const QString &steps)
             list = program.child<QListWidget>("list");
         }
     }
+}
+
+// What a screen reader would miss on the window's visible widgets: a widget the keyboard reaches,
+// or a picture, without a name (its own, its text or its label's), and markup in a name or a
+// description.
+QStringList unnamedOrMarkedUp(const QWidget &window)
+{
+    QStringList faults;
+    for (const QWidget *widget : window.findChildren<QWidget *>()) {
+        QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(widget));
+        // A spin box's line edit is part of the box, which speaks for it.
+        const bool part = widget->parentWidget() && widget->parentWidget()->inherits("QAbstractSpinBox");
+        if (!widget->isVisible() || !iface || part)
+            continue;
+        const QString name = iface->text(QAccessible::Name);
+        const bool reached = widget->focusPolicy() != Qt::NoFocus && widget->isEnabled();
+        if ((reached || iface->role() == QAccessible::Graphic) && name.trimmed().isEmpty())
+            faults << widget->objectName() + QLatin1String(" has no name");
+        // A tag, not a profile named "Mine <2>".
+        static const QRegularExpression tag(QStringLiteral("<\\s*/?[A-Za-z]"));
+        if (name.contains(tag) || iface->text(QAccessible::Description).contains(tag))
+            faults << widget->objectName() + QLatin1String(" carries markup");
+    }
+    return faults;
 }
 
 } // namespace
@@ -241,6 +267,14 @@ void TestMainWindow::waysThroughThePages()
         landed.replace("%first", program.firstTemplate().name())
             .replace("%second", program.data.library()->profileAt(1)->name()));
     QCOMPARE(program.button("exitButton")->isVisible(), !onEditor);
+    // Screen readers find a name for everything on the page, in both languages, without markup.
+    program.switcher.addLanguage(QStringLiteral("de"));
+    for (int language : {CLanguageSwitcher::kGerman, CLanguageSwitcher::kEnglish}) {
+        program.switcher.setLanguage(language);
+        QCoreApplication::processEvents();
+        const QStringList faults = unnamedOrMarkedUp(program.window());
+        QVERIFY2(faults.isEmpty(), qPrintable(faults.join(QLatin1String(", "))));
+    }
 
     // The commands that need a profile work on the editor only, by menu and by shortcut.
     for (const char *name : {"actionSaveAs", "actionReset", "actionExport", "actionPrint"})

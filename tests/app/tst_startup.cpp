@@ -272,7 +272,7 @@ void TestStartup::laterPagesFollowTheLanguage()
                    << window.findChild<AboutDialog *>()->windowTitle();
     };
     QCOMPARE(runStartup(steps), 7);
-    QCOMPARE(steps.seen, (QStringList {"Sparkwright", "Zum Ändern klicken", "Eigene Notizen", "Über"}));
+    QCOMPARE(steps.seen, (QStringList {"Sparkwright", "Zum Ändern klicken", "Eigene &Notizen", "Über"}));
 }
 
 // Of copies started together one runs and the other ends at once and silently, while the version

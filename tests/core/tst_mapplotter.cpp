@@ -3,6 +3,7 @@
 // shows; the comparison drawing with its legend, and the values compared under it.
 #include "profile/profile.h"
 #include "profile/profilecomparison.h"
+#include "render/mapdescription.h"
 #include "render/mapplotter.h"
 #include "render/plotfile.h"
 #include "support/widgettestmain.h"
@@ -76,6 +77,8 @@ private slots:
     void plotFiles_data();
     void plotFiles();
     void survivesDegenerateInput();
+    void describedInWords_data();
+    void describedInWords();
 };
 
 // One profile shows its forbidden region shaded; with several, each ceiling is a thin line in
@@ -313,6 +316,47 @@ void TestMapPlotter::plotFiles()
     while (!svg.atEnd())
         svg.readNext();
     QVERIFY2(!svg.hasError(), qPrintable(svg.errorString()));
+}
+
+// What screen readers say for a graph: the points, the highest advance, and each point over a
+// limit in the checker's words with how far it is over. The ceiling is 28 degrees throughout.
+void TestMapPlotter::describedInWords_data()
+{
+    QTest::addColumn<Points>("points");
+    QTest::addColumn<QStringList>("parts");
+    QTest::newRow("all below the limit")
+        << line(1000, 10, 1)
+        << QStringList {
+               "Advance angle over engine speed, 10 points: 1000 rpm 10°, 2000 rpm 11°, 3000 rpm 12°, "
+               "4000 rpm 13°, 5000 rpm 14°, 6000 rpm 15°, 7000 rpm 16°, 8000 rpm 17°, 9000 rpm 18°, "
+               "10000 rpm 19°. Highest advance 19° at 10000 rpm. All points are below the limit of this "
+               "profile."};
+    Points over = line(1000, 10);
+    over[4].setY(33);
+    QTest::newRow("over the ceiling")
+        << over
+        << QStringList {"Highest advance 33° at 5000 rpm.",
+               "Breaking the limits, drawn red: Row 5: the angle for 5000 RPM should not exceed 28 for this "
+               "profile (33°, 5 degrees too much)."};
+    Points two = line(1000, 10);
+    two[2].setY(55);
+    two[0].setY(-1);
+    QTest::newRow("over 49 and negative") << two
+                                          << QStringList {"Row 1: angle cannot be negative; Row 3: angle "
+                                                          "exceeds maximum of 49 (55°, 6 degrees too much)."};
+    Points swapped = line(1000, 10);
+    swapped[1].setX(500);
+    QTest::newRow("speeds out of order")
+        << swapped << QStringList {"drawn red: Speeds must rise from row to row."};
+}
+
+void TestMapPlotter::describedInWords()
+{
+    QFETCH(Points, points);
+    QFETCH(QStringList, parts);
+    const QString text = MapDescription::describe(profileOf(points, {30.0, 0.0, 0.0}));
+    for (const QString &part : parts)
+        QVERIFY2(text.contains(part), qPrintable(text));
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestMapPlotter)

@@ -9,8 +9,8 @@
 #include <QLabel>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTableWidget>
 #include <QTextDocumentFragment>
-#include <QTextEdit>
 
 class TestSummarySheet : public QObject
 {
@@ -115,9 +115,12 @@ void TestSummarySheet::statusLine()
     const QString shown = form.findChild<QLabel *>(QStringLiteral("statusLabel"))->text();
     QCOMPARE(QTextDocumentFragment::fromHtml(shown).toPlainText().simplified(), line);
     // The map's empty slots are listed too, as 0 and 0°, so that the table always has ten rows.
-    const QString table = form.findChild<QTextEdit *>(QStringLiteral("textEdit"))->toPlainText();
-    QCOMPARE(
-        table.simplified(), QStringLiteral("RPM Angle") + QStringLiteral(" 0 0°").repeated(kMapPointCount));
+    const QTableWidget *table = form.findChild<QTableWidget *>(QStringLiteral("mapTable"));
+    QStringList cells {table->horizontalHeaderItem(0)->text(), table->horizontalHeaderItem(1)->text()};
+    for (int row = 0; row < table->rowCount(); ++row)
+        cells << table->item(row, 0)->text() << table->item(row, 1)->text();
+    QCOMPARE(cells.join(QLatin1Char(' ')),
+        QStringLiteral("RPM Angle") + QStringLiteral(" 0 0°").repeated(kMapPointCount));
 }
 
 SPARKWRIGHT_WIDGET_TEST_MAIN(TestSummarySheet)

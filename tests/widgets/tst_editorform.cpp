@@ -163,6 +163,7 @@ private:
     std::unique_ptr<DefaultLibrary> m_library;
     HintCatalog m_catalog;
     ScriptedPrompts m_prompts;
+    QString m_cellEditorName; // the last cell editor's accessible name
     std::unique_ptr<CLanguageSwitcher> m_switcher;
     std::unique_ptr<HintDialog> m_hints;
     std::unique_ptr<EditorForm> m_editor;
@@ -216,9 +217,11 @@ void TestEditorForm::perform(const QString &edit)
         QCOMPARE(QApplication::focusWidget(), table());
         for (const QChar c : edit.section(QLatin1Char(':'), 1))
             QTest::keyClicks(QApplication::focusWidget(), QString(c));
+        m_cellEditorName = QApplication::focusWidget()->accessibleName();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QCoreApplication::processEvents(); // the delegate commits through a queued call
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // and closes its editor
+        QCOMPARE(QApplication::focusWidget(), table()); // the keyboard is back in the table
     } else if (edit == QLatin1String("drag a point")) {
         drag(graphPixel(4000, 20), graphPixel(4500, 15));
     } else if (edit.startsWith(QLatin1String("type "))) {
@@ -373,6 +376,9 @@ void TestEditorForm::leavingAsksWhileEdited()
 
     perform(QStringLiteral("cell 2 1:15"));
     QCOMPARE(table()->currentIndex().row(), 3); // Return went on to the next row
+    // The cell's editor said where it types, and the graph's words follow the map.
+    QCOMPARE(m_cellEditorName, QStringLiteral("Angle at 3000 RPM, degrees (point 3)"));
+    QVERIFY(child<QWidget>("GraphForm")->accessibleDescription().contains(QStringLiteral("3000 rpm 15°")));
     m_editor->onNext();
     QVERIFY(confirmations.size() == 1
         && confirmations.first().map().pointEquals(2, 3000, 15));
