@@ -42,7 +42,12 @@ fi
 # The Qt for Windows: the one given, else the shared toolchain unpacked once.
 qt="${SPARKWRIGHT_QT_WINDOWS:-}"
 if [ -z "$qt" ]; then
+    # Beside the project, or beside the repository this one was cloned from (as CI clones it).
     archive="${SPARKWRIGHT_QT_WINDOWS_ARCHIVE:-$root/../shared/toolchains/qt-6.4.2-mingw64.tar.xz}"
+    origin="$(git -C "$root" config --get remote.origin.url 2>/dev/null || true)"
+    if [ ! -f "$archive" ] && [ -z "${SPARKWRIGHT_QT_WINDOWS_ARCHIVE:-}" ] && [ -d "$origin" ]; then
+        archive="$origin/../shared/toolchains/qt-6.4.2-mingw64.tar.xz"
+    fi
     qt="$out/qt-6.4.2-mingw64"
     if [ ! -x "$qt/bin/qt-cmake" ] || [ "$archive" -nt "$qt/bin/qt-cmake" ]; then
         [ -f "$archive" ] || { echo "no Qt for Windows: set SPARKWRIGHT_QT_WINDOWS or provide $archive" >&2; exit 1; }
