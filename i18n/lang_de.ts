@@ -263,6 +263,10 @@
         <translation>Eigenes Profil:</translation>
     </message>
     <message>
+        <source>The CDI cannot be programmed with this profile: the values marked in row %1 break their limits.</source>
+        <translation>Die CDI kann mit diesem Profil nicht programmiert werden: Die markierten Werte in Zeile %1 verletzen ihre Grenzen.</translation>
+    </message>
+    <message>
         <source>The CDI cannot be programmed with this profile: the values marked in rows %1 break their limits.</source>
         <translation>Die CDI kann mit diesem Profil nicht programmiert werden: Die markierten Werte in den Zeilen %1 verletzen ihre Grenzen.</translation>
     </message>

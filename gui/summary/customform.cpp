@@ -42,7 +42,11 @@ void CustomForm::showProfile()
             rows << QString::number(point.index + 1);
     }
     QString text;
-    if (!rows.isEmpty())
+    if (rows.size() == 1)
+        text = tr("The CDI cannot be programmed with this profile: the values marked in row %1 break "
+                  "their limits.")
+                   .arg(rows.constFirst());
+    else if (!rows.isEmpty())
         text = tr("The CDI cannot be programmed with this profile: the values marked in rows %1 break "
                   "their limits.")
                    .arg(QLocale().createSeparatedList(rows));
