@@ -1301,6 +1301,10 @@
         <source>Values of the compared profiles</source>
         <translation>Werte der verglichenen Profile</translation>
     </message>
+    <message>
+        <source>Graph of the compared profiles</source>
+        <translation>Diagramm der verglichenen Profile</translation>
+    </message>
 </context>
 <context>
     <name>NameForm</name>

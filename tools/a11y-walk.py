@@ -397,6 +397,22 @@ class Walker:
         self.walk("update")
         self.key("Escape")
 
+        # The comparison: its list with a template added, then the graph of the list.
+        for _ in range(3):
+            if self.has(pyatspi.ROLE_PUSH_BUTTON, "Co&mpare profiles"):
+                break
+            self.press(pyatspi.ROLE_PUSH_BUTTON, "&Back")
+        self.press(pyatspi.ROLE_PUSH_BUTTON, "Co&mpare profiles")
+        self.press(pyatspi.ROLE_PUSH_BUTTON, "Add &default profile")
+        self.press(pyatspi.ROLE_PUSH_BUTTON, "&Add to list")
+        self.find(pyatspi.ROLE_PUSH_BUTTON, "&Show graph")
+        self.walk("comparison list")
+        self.press(pyatspi.ROLE_PUSH_BUTTON, "&Show graph")
+        self.find(pyatspi.ROLE_CHECK_BOX, "Show li&mits")
+        self.walk("comparison graph")
+        self.press(pyatspi.ROLE_PUSH_BUTTON, "&Back")
+        self.press(pyatspi.ROLE_PUSH_BUTTON, "&Back")
+
     def device_pages(self, cdi):
         """The connection test's progress page with a CDI, the port page without one."""
         pyatspi = self.atspi

@@ -1,6 +1,8 @@
 #include "start/multigraphform.h"
 
 #include "profile/profilecomparison.h"
+#include "render/mapdescription.h"
+#include "shell/caccessibility.h"
 #include "start/cprofileitem.h"
 
 #include "ui_multigraphform.h"
@@ -172,6 +174,11 @@ void MultiGraphForm::render()
         m_plotter->resize(size.width(), size.height(), devicePixelRatioF());
     m_plotter->drawSeveral(m_maps, rpmLabels(shownMaps()), m_ui->limitsBox->isChecked());
     m_ui->graphArea->update();
+    // In words for screen readers: each shown profile's map as its own graph would describe it.
+    QStringList described;
+    for (const PlottedMap &map : shownMaps())
+        described << map.label + QLatin1String(": ") + MapDescription::describe(map.profile);
+    CAccessibility::setDescription(m_ui->graphArea, described.join(QLatin1Char('\n')));
 }
 
 // One row per point and one column per shown profile, its speed and angle; every profile after
