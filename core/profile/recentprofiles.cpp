@@ -11,9 +11,9 @@ const char kGroup[] = "recentProfiles";
 
 std::unique_ptr<QSettings> openSettings(const QString &file)
 {
+    // The program's own settings, beside the last folder used.
     if (file.isEmpty())
-        return std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope,
-            QStringLiteral("Sparkwright"), QStringLiteral("Sparkwright"));
+        return std::make_unique<QSettings>();
     return std::make_unique<QSettings>(file, QSettings::IniFormat);
 }
 
