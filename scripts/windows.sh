@@ -103,6 +103,13 @@ fail() {
     failures=$((failures + 1))
 }
 winpath() { echo "Z:${1//\//\\}"; }
+# A Wine server outlives its programs by a few seconds and keeps the desktop it made: one started
+# by the tool without a display would leave the program's window nowhere to go. Each stage with
+# a display starts on a server of its own.
+newServer() {
+    wineserver -k 2>/dev/null || true
+    wineserver -w
+}
 
 # The tool's file verbs give the Linux build's bytes, output files and standard output alike.
 samples="$root/tests/fuzz/corpus/profilefile"
@@ -181,6 +188,7 @@ printf '\x55\x05\x00\x00\x69\x01\x00\x00\x00' >"$appdata/disclaimer.a"
 # A copy killed earlier leaves its single-copy lock behind, and Wine gives the next one its number.
 rm -f "$WINEPREFIX/drive_c/users/$(id -un)/Temp/"sparkwright-*.lock
 before="$(ls -A "$build")"
+newServer
 pdf="$checkdir/sheet.pdf"
 cat >"$checkdir/window.sh" <<EOF
 set -u
@@ -224,8 +232,9 @@ echo "program: window, German, PDF ($((SECONDS - stage)) s)"
 stage=$SECONDS
 programs="$WINEPREFIX/drive_c/Program Files/Sparkwright"
 menu="$WINEPREFIX/drive_c/ProgramData/Microsoft/Windows/Start Menu/Programs/Sparkwright"
-xvfb-run -a wine64 "$installer" /S
-wineserver -w
+newServer
+# Wine's desktop closes with the installer, inside the display it was made on.
+xvfb-run -a bash -c 'wine64 "$1" /S && wineserver -w' - "$installer"
 for file in Sparkwright.exe sparkwright-cli.exe default.cds hints.cdh lang_de.qm Uninstall.exe fonts/DejaVuSans.ttf; do
     [ -f "$programs/$file" ] || fail "the installer did not install $file"
 done
@@ -234,8 +243,8 @@ wine64 reg query 'HKLM\Software\Classes\Sparkwright.Profile\shell\open\command' 
     || fail ".cdi files are not associated"
 wine64 "$programs/sparkwright-cli.exe" dump "$(winpath "$samples/road.cdi")" >"$checkdir/installed.out" 2>&1 \
     && cmp -s "$checkdir/installed.out" "$checkdir/linux-1.out" || fail "the installed tool does not run"
-xvfb-run -a wine64 "$programs/Uninstall.exe" /S
-wineserver -w
+newServer
+xvfb-run -a bash -c 'wine64 "$1" /S && wineserver -w' - "$programs/Uninstall.exe"
 for _ in $(seq 30); do [ -e "$programs/Sparkwright.exe" ] || break; sleep 1; done
 [ ! -e "$programs/Sparkwright.exe" ] || fail "the uninstaller left the program"
 [ ! -e "$menu/Sparkwright.lnk" ] || fail "the uninstaller left the Start-menu entry"
