@@ -76,7 +76,7 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
     connect(m_wizard, &WizardForm::buttonsChanged, this, &MainWindow::setButtons);
     connect(m_wizard, &WizardForm::promptChanged, this, &MainWindow::refreshPrompt);
     connect(m_wizard, &WizardForm::editorRequested, this, &MainWindow::openInEditor);
-    connect(m_wizard, &WizardForm::programmingRequested, this, &MainWindow::confirmProgramming);
+    connect(m_wizard, &WizardForm::programmingRequested, this, &MainWindow::beginProgramming);
     connect(m_wizard, &WizardForm::openFileRequested, this, &MainWindow::onOpenProfileMenu);
     connect(m_wizard, &WizardForm::programFileRequested, this, &MainWindow::programProfileFile);
     connect(m_wizard, &WizardForm::recentProfileRequested, this, &MainWindow::openProfileFile);
@@ -399,7 +399,7 @@ void MainWindow::onConfirmationBack()
 
 void MainWindow::onConfirmationNext()
 {
-    confirmProgramming(m_confirmation->profile());
+    beginProgramming(m_confirmation->profile());
 }
 
 void MainWindow::setButtonState(bool exitVisible, bool backVisible, bool nextVisible, bool nextEnabled,
@@ -459,7 +459,7 @@ void MainWindow::onNextButton()
 
 // Before programming the CDI is read, so that the last question can show what programming
 // changes (onProgrammingPreview).
-void MainWindow::confirmProgramming(const Profile &profile)
+void MainWindow::beginProgramming(const Profile &profile)
 {
     rememberDeviceWayBack();
     m_device->prepareProgramming(profile);

@@ -145,8 +145,8 @@ private:
     void openInEditor(const Profile &profile);
     void programProfileFile();
     void programEditedProfile();
-    // Asks whether the CDI may give the profile back later, then programs it.
-    void confirmProgramming(const Profile &profile);
+    // Reads the CDI first; the last question (onProgrammingPreview) then shows what changes.
+    void beginProgramming(const Profile &profile);
     void setButtons(const PageButtons &buttons);
     void setButtonState(bool exitVisible, bool backVisible, bool nextVisible, bool nextEnabled,
         const QString &nextText, const QString &nextToolTip);
