@@ -14,6 +14,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QLabel>
 #include <QMainWindow>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -31,6 +32,7 @@ namespace {
 constexpr int kRuns = 15;
 const char kFirstWindow[] = "firstWindow";
 const char kEmptyWindow[] = "emptyQtWindow";
+const char kTextWindow[] = "textQtWindow";
 
 // The largest resident set of this process so far, in KiB.
 long peakResidentKiB()
@@ -113,13 +115,17 @@ int runFirstWindow(int argc, char **argv, const QString &scratch)
     return 0;
 }
 
-// The empty window takes the size the program's window had; it comes as "WIDTHxHEIGHT".
-int runEmptyWindow(int argc, char **argv, const QString &size)
+// The empty window takes the size the program's window had; it comes as "WIDTHxHEIGHT". With
+// withText, it shows one line of text: the least that any window with words pays for setting up
+// the system's fonts.
+int runEmptyWindow(int argc, char **argv, const QString &size, bool withText)
 {
     int programArgc = 1;
     QApplication application(programArgc, argv);
     Q_UNUSED(argc)
     QMainWindow window;
+    if (withText)
+        window.setCentralWidget(new QLabel(QStringLiteral("Sparkwright"), &window));
     window.resize(size.section(QLatin1Char('x'), 0, 0).toInt(), size.section(QLatin1Char('x'), 1, 1).toInt());
     if (!showUntilExposed(window))
         return 1;
@@ -171,7 +177,7 @@ int main(int argc, char *argv[])
     if (argc == 4 && qstrcmp(argv[1], "--child") == 0) {
         if (qstrcmp(argv[2], kFirstWindow) == 0)
             return runFirstWindow(argc, argv, QString::fromLocal8Bit(argv[3]));
-        return runEmptyWindow(argc, argv, QString::fromLocal8Bit(argv[3]));
+        return runEmptyWindow(argc, argv, QString::fromLocal8Bit(argv[3]), qstrcmp(argv[2], kTextWindow) == 0);
     }
 
     // The disclaimer counts as accepted in the user's data folder, which the started copies take
@@ -189,6 +195,7 @@ int main(int argc, char *argv[])
     const QString program = QString::fromLocal8Bit(argv[0]);
     std::vector<Sample> first;
     std::vector<Sample> empty;
+    std::vector<Sample> text;
     // One of each first, unmeasured, so that both find the libraries in the page cache.
     std::vector<Sample> warmUp;
     if (!runChild(program, kFirstWindow, scratch.path(), warmUp))
@@ -199,7 +206,7 @@ int main(int argc, char *argv[])
         return 1;
     for (int run = 0; run < kRuns; ++run) {
         if (!runChild(program, kFirstWindow, scratch.path(), first)
-            || !runChild(program, kEmptyWindow, sizeText, empty))
+            || !runChild(program, kEmptyWindow, sizeText, empty) || !runChild(program, kTextWindow, sizeText, text))
             return 1;
     }
 
@@ -207,6 +214,7 @@ int main(int argc, char *argv[])
     const double emptyMs = median(empty);
     std::printf("startup.firstWindow %.6f\n", firstMs);
     std::printf("startup.emptyQtWindow %.6f\n", emptyMs);
+    std::printf("startup.textQtWindow %.6f\n", median(text));
     std::printf("startup.ratio %.6f\n", firstMs / emptyMs);
     std::fflush(stdout);
     std::fprintf(stderr, "startup: %dx%d windows on %s; peak memory %ld KiB and %ld KiB\n", size.width(),
