@@ -183,11 +183,6 @@ void TestDeviceFrame::answers_data()
             "Programmierung erfolgreich",
             "Ihre CDI ist jetzt mit dem Profil <b>R&amp;D %1</b> programmiert."});
     row("program, scrambled echo", E::Program, QByteArray::fromHex(kProgramRequest), K::WrongEcho, failed);
-    row("program, nothing answered", E::Program, {}, K::NoResponse,
-        {"Programming failed", "Nothing answered on /dev/ttyUSB0. No CDI seems to be connected to this port.",
-            "Programmierung fehlgeschlagen",
-            "An /dev/ttyUSB0 hat nichts geantwortet. An dieser Schnittstelle scheint keine CDI "
-            "angeschlossen zu sein."});
     row("program, port lost after the request", E::Program, kPortLost, K::PortLost,
         {"Programming failed",
             "The connection to the CDI on /dev/ttyUSB0 was lost. Check the cable and the USB bridge, then "
