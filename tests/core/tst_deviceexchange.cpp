@@ -31,18 +31,6 @@ constexpr uid_t kOtherUser = 65534;
 
 const char kRegistryFolder[] = "sparkwright-virtual-cdi";
 
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
 Profile sampleProfile()
 {
     Profile profile;
@@ -357,7 +345,9 @@ void TestDeviceExchange::registryEntries()
         = QDir(folder).filePath(QStringLiteral("sparkwright-virtual-cdi-%1-1")
                                     .arg(running ? QCoreApplication::applicationPid() : 999999999));
     const QString target = m_runtime.filePath(QStringLiteral("target"));
-    QVERIFY(write(link ? target : planted, "/dev/null"));
+    QFile entry(link ? target : planted);
+    QVERIFY(entry.open(QIODevice::WriteOnly) && entry.write("/dev/null") == 9);
+    entry.close();
     QVERIFY(!link || QFile::link(target, planted));
     QVERIFY(!foreign || ::chown(QFile::encodeName(planted).constData(), kOtherUser, kOtherUser) == 0);
     const auto cleanUp = qScopeGuard([&] {
@@ -372,7 +362,7 @@ void TestDeviceExchange::registryEntries()
     VirtualCdiRegistry::withdraw(announced);
     QCOMPARE(QFileInfo(planted).exists() || QFileInfo(planted).isSymLink(), kept);
     if (kept) {
-        QCOMPARE(readAll(link ? target : planted), QByteArray("/dev/null"));
+        QVERIFY(entry.open(QIODevice::ReadOnly) && entry.readAll() == "/dev/null");
         QCOMPARE(QFileInfo(planted).isSymLink(), link);
     }
 }
