@@ -31,18 +31,6 @@ constexpr uid_t kOtherUser = 65534;
 
 const char kRegistryFolder[] = "sparkwright-virtual-cdi";
 
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
-
 Profile sampleProfile()
 {
     Profile profile;
@@ -67,7 +55,6 @@ private slots:
     void faults();
     void transcript();
     void importSaveOpenProgram();
-    void secondExchangeIsRefused();
     void lateAnswer_data();
     void lateAnswer();
     void lateAnswerStaysOnItsTerminal();
@@ -106,7 +93,10 @@ std::unique_ptr<CCommunicator> TestDeviceExchange::transaction(const QString &ki
 }
 
 // Each way a CDI may answer, and the kind of result it makes; the words for each kind are tested
-// in tst_deviceframe.
+// in tst_deviceframe. The ping meets every fault the bridge tells apart (an answer too late in
+// lateAnswer); import and programming add what they make of an answer, and a programming the lost
+// line before and after its request, which decides whether the CDI may have been changed. While
+// an exchange runs a second is refused, and the first ends as it would have.
 void TestDeviceExchange::faults_data()
 {
     QTest::addColumn<QString>("kind");
@@ -119,18 +109,13 @@ void TestDeviceExchange::faults_data()
     row("ping", "none", K::Succeeded);
     row("ping", "slow", K::Succeeded);
     row("ping", "silent", K::NoResponse);
-    row("ping", "too-slow", K::NoResponse);
     row("ping", "short", K::WrongLength);
     row("ping", "long", K::WrongLength);
-    row("ping", "hangup", K::PortLost);
-    row("ping", "line closed before the request", K::PortLost);
     row("import", "none", K::Succeeded);
     row("import", "unknown-type", K::UnknownType);
     row("import", "bad-value", K::BadValue);
-    row("import", "silent", K::NoResponse);
     row("program", "none", K::Succeeded);
     row("program", "wrong-echo", K::WrongEcho);
-    row("program", "silent", K::NoResponse);
     row("program", "bad-header", K::BadHeader);
     row("program", "hangup", K::PortLost);
     row("program", "line closed before the request", K::PortLost);
@@ -154,6 +139,8 @@ void TestDeviceExchange::faults()
     // Whoever hears the end may drop the bridge there and then, however the exchange ended.
     connect(bridge.get(), &CBridgeComm::finished, bridge.get(), [&bridge] { bridge.reset(); });
     QVERIFY(bridge->runTransaction(transaction(kind), port, kPacing));
+    const auto second = bridge->runTransaction(transaction(kind), port, kPacing);
+    QVERIFY(!second && second.error().kind == DeviceRefusal::Kind::Busy);
     if (fault.startsWith(QLatin1String("line closed")))
         cdi.hangUp();
     QVERIFY(finished.wait(5000) && !bridge);
@@ -243,19 +230,6 @@ void TestDeviceExchange::importSaveOpenProgram()
     QVERIFY(finished.wait(5000));
     QVERIFY(finished.takeFirst().at(0).value<ExchangeResult>().succeeded());
     QCOMPARE(cdi.storedImage().toHex(), held.toHex());
-}
-
-// While an exchange runs a second is refused, and the first runs to its end alone.
-void TestDeviceExchange::secondExchangeIsRefused()
-{
-    CVirtualCdi cdi;
-    QCOMPARE(cdi.open(), QString());
-    CBridgeComm bridge;
-    QSignalSpy finished(&bridge, &CBridgeComm::finished);
-    QVERIFY(bridge.runTransaction(transaction("ping"), cdi.portName(), kPacing));
-    const auto second = bridge.runTransaction(transaction("ping"), cdi.portName(), kPacing);
-    QVERIFY(!second && second.error().kind == DeviceRefusal::Kind::Busy);
-    QVERIFY(finished.wait(5000) && !finished.wait(300));
 }
 
 // A CDI too slow for one ping answers while the next ping, to a CDI in time again, is under way:
@@ -371,7 +345,9 @@ void TestDeviceExchange::registryEntries()
         = QDir(folder).filePath(QStringLiteral("sparkwright-virtual-cdi-%1-1")
                                     .arg(running ? QCoreApplication::applicationPid() : 999999999));
     const QString target = m_runtime.filePath(QStringLiteral("target"));
-    QVERIFY(write(link ? target : planted, "/dev/null"));
+    QFile entry(link ? target : planted);
+    QVERIFY(entry.open(QIODevice::WriteOnly) && entry.write("/dev/null") == 9);
+    entry.close();
     QVERIFY(!link || QFile::link(target, planted));
     QVERIFY(!foreign || ::chown(QFile::encodeName(planted).constData(), kOtherUser, kOtherUser) == 0);
     const auto cleanUp = qScopeGuard([&] {
@@ -386,7 +362,7 @@ void TestDeviceExchange::registryEntries()
     VirtualCdiRegistry::withdraw(announced);
     QCOMPARE(QFileInfo(planted).exists() || QFileInfo(planted).isSymLink(), kept);
     if (kept) {
-        QCOMPARE(readAll(link ? target : planted), QByteArray("/dev/null"));
+        QVERIFY(entry.open(QIODevice::ReadOnly) && entry.readAll() == "/dev/null");
         QCOMPARE(QFileInfo(planted).isSymLink(), link);
     }
 }

@@ -11,6 +11,8 @@
 #include "device/deviceframe.h"
 #include "profile/defaultlibrary.h"
 
+#include <algorithm>
+
 namespace {
 
 std::shared_ptr<const DefaultLibrary> library()
@@ -42,32 +44,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         DeviceFrame::sealChecksum(answer);
     }
 
-    ExchangeResult result;
-    DeviceExchange asked = DeviceExchange::Program;
-    switch (choice & 0x03) {
-    case 0: {
-        CPinger pinger(quint8(choice >> 3));
-        asked = DeviceExchange::Ping;
-        result = pinger.conclude(answer);
-        break;
-    }
-    case 1: {
-        CImporter importer(library());
-        asked = DeviceExchange::Import;
-        result = importer.conclude(answer);
-        break;
-    }
-    default: {
-        Profile profile;
-        profile.setMotorbikeType(choice >> 4, choice & 0x08);
-        CCalibrator calibrator(profile, choice & 0x80, quint8(choice));
-        // The CDI's correct answer is the unscrambled request; give it a chance to be exercised.
-        if ((choice & 0x01) && answer.isEmpty())
-            answer = calibrator.expectedEcho();
-        result = calibrator.conclude(answer);
-        break;
-    }
-    }
+    // 0 ping, 1 import, 2 and 3 programming.
+    const int kind = std::min(choice & 0x03, 2);
+    Profile profile;
+    profile.setMotorbikeType(choice >> 4, choice & 0x08);
+    const CCalibrator calibrator(profile, choice & 0x80, quint8(choice));
+    // The CDI's correct answer is the unscrambled request; give it a chance to be exercised.
+    if (kind == 2 && (choice & 0x01) && answer.isEmpty())
+        answer = calibrator.expectedEcho();
+    const ExchangeResult result = kind == 0 ? CPinger(quint8(choice >> 3)).conclude(answer)
+        : kind == 1                         ? CImporter(library()).conclude(answer)
+                                            : calibrator.conclude(answer);
+    const DeviceExchange asked = kind == 0 ? DeviceExchange::Ping
+        : kind == 1                        ? DeviceExchange::Import
+                                           : DeviceExchange::Program;
     FUZZ_CHECK(result.exchange == asked);
     FUZZ_CHECK(result.profile.has_value() == (result.succeeded() && asked != DeviceExchange::Ping));
     return 0;
