@@ -24,6 +24,7 @@
 #include "shell/clanguagemenu.h"
 #include "shell/cprofilefiles.h"
 #include "shell/iuserprompts.h"
+#include "shell/lazyicon.h"
 #include "start/multigraphform.h"
 #include "start/wizardform.h"
 #include "summary/customform.h"
@@ -63,6 +64,28 @@ MainWindow::MainWindow(CDataHolder &data, std::unique_ptr<WizardForm> wizard, La
 {
     m_ui->setupUi(this);
     m_ui->menuLanguage->addActions(languageMenu.actions());
+    // The menus' pictures are read when a menu first shows them.
+    const std::pair<QAction *, const char *> menuIcons[] = {
+        {m_ui->menuHilfe->menuAction(), "question"},
+        {m_ui->actionNew, "new"},
+        {m_ui->actionOpen, "load"},
+        {m_ui->actionSave, "save"},
+        {m_ui->actionReset, "unknown"},
+        {m_ui->actionExit, "exit"},
+        {m_ui->actionAbout, "info"},
+        {m_ui->actionImport, "usb-read"},
+        {m_ui->actionExport, "usb-write"},
+        {m_ui->actionProgrammableCDIs, "www-program"},
+        {m_ui->actionTechnicalSpecifications, "www-tech"},
+        {m_ui->actionVisitUs, "www-bike"},
+        {m_ui->actionContactUs, "www-contact"},
+        {m_ui->actionFAQ, "www-faw"},
+        {m_ui->actionTrivia, "www-facts"},
+        {m_ui->actionPrint, "print"},
+        {m_ui->actionPrintDialog, "print"},
+    };
+    for (const auto &[action, name] : menuIcons)
+        action->setIcon(lazyIcon(QStringLiteral(":/Images/%1.png").arg(QLatin1String(name))));
     // The style's standard icon costs a noticeable part of the start-up; it is fetched when the
     // Help menu first opens.
     connect(m_ui->menuHelp, &QMenu::aboutToShow, this, [this] {

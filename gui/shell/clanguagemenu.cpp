@@ -1,6 +1,7 @@
 #include "shell/clanguagemenu.h"
 
 #include "shell/clanguageswitcher.h"
+#include "shell/lazyicon.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -52,7 +53,7 @@ QIcon CLanguageMenu::currentLanguageIcon() const
 
 QIcon CLanguageMenu::languageIcon(int language)
 {
-    return QIcon(QStringLiteral(":/Images/lang%1.png").arg(language));
+    return lazyIcon(QStringLiteral(":/Images/lang%1.png").arg(language));
 }
 
 void CLanguageMenu::changeEvent(QEvent *event)
