@@ -1,5 +1,8 @@
-// The program works without a mouse: every button the user sees carries a mnemonic, and no
-// Alt+letter reachable at once stands for two controls, in English and in German alike.
+// The program works without a mouse and at the fonts its users run, in English and in German
+// alike: every button the user sees carries a mnemonic, and no Alt+letter reachable at once
+// stands for two controls; the main window with any of its pages shown fits 1000 x 560 at the
+// default font, at 12 points it stays usable at 1024 x 700, and up to 14 points the map table's
+// numbers and headings are never cut.
 #include "data/cdisclaimeracceptance.h"
 #include "devicepages/waitform.h"
 #include "devicepages/writeconfirmationdialog.h"
@@ -7,6 +10,7 @@
 #include "dialogs/disclaimerdialog.h"
 #include "editor/hintdialog.h"
 #include "profile/recentprofiles.h"
+#include "summary/customform.h"
 #include "support/programfixture.h"
 
 #include <QAbstractItemView>
@@ -14,11 +18,14 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QRadioButton>
+#include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTableView>
 
 namespace {
 
@@ -80,17 +87,22 @@ class TestKeyboard : public QObject
     Q_OBJECT
 
 private slots:
-    void everyShownChoiceHasItsOwnKey_data();
-    void everyShownChoiceHasItsOwnKey();
+    void cleanup() { QApplication::setFont(m_font); }
+    void everyPageFitsAndHasItsOwnKeys_data();
+    void everyPageFitsAndHasItsOwnKeys();
     void tabWalksTheEditorAsItReads();
     void labelKeysReachTheirInputs_data();
     void labelKeysReachTheirInputs();
+
+private:
+    const QFont m_font = QGuiApplication::font();
 };
 
-void TestKeyboard::everyShownChoiceHasItsOwnKey_data()
+void TestKeyboard::everyPageFitsAndHasItsOwnKeys_data()
 {
     QTest::addColumn<QString>("steps"); // pages, dialogs, or buttons clicked
     QTest::addColumn<bool>("german");
+    QTest::addColumn<int>("points");
     const QList<QPair<const char *, const char *>> shown {{"start page", "editor start"},
         {"edit choices", "editor start editProfilesButton"},
         {"programming choices", "editor start calibrationSelectionButton"},
@@ -101,17 +113,24 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey_data()
         {"comparison graph", "start compareButton addDefaultButton nextButton showGraphButton"},
         {"editor, renaming", "editor pushButtonRename"},
         {"editor, writing notes", "editor notes pushButtonEdit"}, {"confirmation", "confirmation"},
-        {"port page", "ports"}, {"progress page", "progress"}, {"menus", "menus"}, {"about", "about"},
-        {"hint", "hint"}, {"write confirmation", "writeConfirmation"}, {"disclaimer", "disclaimer"}};
+        {"confirmation of a map out of limits", "refused"}, {"port page", "ports"},
+        {"progress page", "progress"}, {"menus", "menus"}, {"about", "about"}, {"hint", "hint"},
+        {"write confirmation", "writeConfirmation"}, {"disclaimer", "disclaimer"}};
     for (const auto &[name, steps] : shown)
         for (const bool german : {false, true})
-            QTest::addRow("%s%s", name, german ? ", German" : "") << steps << german;
+            for (const int points : {9, 12, 14})
+                QTest::addRow("%s%s, %d points", name, german ? ", German" : "", points)
+                    << steps << german << points;
 }
 
-void TestKeyboard::everyShownChoiceHasItsOwnKey()
+void TestKeyboard::everyPageFitsAndHasItsOwnKeys()
 {
     QFETCH(QString, steps);
     QFETCH(bool, german);
+    QFETCH(int, points);
+    QFont font = m_font;
+    font.setPointSize(points);
+    QApplication::setFont(font);
     // A file opened lately brings the list of recent profiles onto the start page.
     const QTemporaryDir folder;
     QVERIFY(QFile(folder.filePath(QStringLiteral("recent.cdi"))).open(QIODevice::WriteOnly));
@@ -124,10 +143,16 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
     DisclaimerDialog disclaimer(*program.menu, acceptance);
     WriteConfirmationDialog writeConfirmation(&window); // the program makes its own on first use
     writeConfirmation.setProfile(program.firstTemplate());
-    const QHash<QString, std::function<void()>> pages {
-        {"editor", [&] { window.showEditor(program.firstTemplate()); }},
+    // The editor shows the widest values allowed, every point breaking its limits.
+    Profile widest = program.firstTemplate();
+    IgnitionMap map;
+    for (int i = 0; i < kMapPointCount; ++i)
+        map.setPoint(i, kMaxRpm, kMaxAngle);
+    widest.setMap(map);
+    const QHash<QString, std::function<void()>> pages {{"editor", [&] { window.showEditor(widest); }},
         {"start", [&] { window.showStart(); }}, {"ports", [&] { window.showPortSelection(); }},
         {"confirmation", [&] { window.showProgrammingConfirmation(program.firstTemplate()); }},
+        {"refused", [&] { window.showProgrammingConfirmation(widest); }},
         {"progress", // after a failure, its details open
             [&] {
                 window.showProgress();
@@ -137,8 +162,8 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
         {"notes", [&] { program.child<QTabWidget>("tabWidget")->setCurrentIndex(1); }}};
     // The dialogs and the menus each on their own: while one is open, only its keys count.
     const QHash<QString, QWidget *> dialogs {{"about", &program.windows->aboutDialog()},
-        {"hint", &program.windows->hintDialog()},
-        {"writeConfirmation", &writeConfirmation}, {"disclaimer", &disclaimer}};
+        {"hint", &program.windows->hintDialog()}, {"writeConfirmation", &writeConfirmation},
+        {"disclaimer", &disclaimer}};
     QList<QWidget *> shown {&window};
     for (const QString &step : steps.split(QLatin1Char(' '))) {
         if (QWidget *dialog = dialogs.value(step)) {
@@ -159,6 +184,35 @@ void TestKeyboard::everyShownChoiceHasItsOwnKey()
     }
     for (const QWidget *root : qAsConst(shown))
         QVERIFY2(keyFaults(*root).isEmpty(), qPrintable(keyFaults(*root).join(QLatin1String(", "))));
+
+    QCoreApplication::processEvents();
+    const QSize needed = window.minimumSizeHint().expandedTo(window.minimumSize());
+    QVERIFY(points != 9 || (needed.width() <= 1000 && needed.height() <= 560));
+    QVERIFY(points != 12 || (needed.width() <= 1024 && needed.height() <= 700));
+    // Every cell has room for the widest value inside the delegate's text margins, the headings
+    // are whole, and the view shows both columns.
+    const QTableView *view = program.child<QTableView>("tableView");
+    QCOMPARE(view && view->isVisible(), steps == QLatin1String("editor pushButtonRename"));
+    for (int column = 0; view && view->isVisible() && column < 2; ++column) {
+        const int textMargin = view->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, view) + 1;
+        const QHeaderView *header = view->horizontalHeader();
+        const int headerMargin = header->style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header);
+        const QString value = view->model()->index(9, column).data().toString();
+        QVERIFY2(view->fontMetrics().horizontalAdvance(value)
+                <= view->visualRect(view->model()->index(9, column)).width() - 2 * textMargin,
+            qPrintable(value));
+        const QString heading = view->model()->headerData(column, Qt::Horizontal).toString();
+        QVERIFY2(header->fontMetrics().horizontalAdvance(heading)
+                <= header->sectionSize(column) - 2 * headerMargin,
+            qPrintable(heading));
+        QVERIFY(header->length() <= view->viewport()->width());
+    }
+    // The page names every row out of limits, and goes no further.
+    if (steps == QLatin1String("refused")) {
+        const auto *problem = window.confirmation().findChild<QLabel *>(QStringLiteral("problemLabel"));
+        QVERIFY(problem->isVisible() && problem->text().contains(german ? "Zeilen 1, 2, 3" : "rows 1, 2, 3"));
+        QVERIFY(!program.button("nextButton")->isEnabled());
+    }
 }
 
 // Tab walks the editor as it reads, from the name to the last setting's hint and on to the
@@ -169,10 +223,10 @@ void TestKeyboard::tabWalksTheEditorAsItReads()
     QVERIFY(program.ready());
     program.window().showEditor(program.firstTemplate());
     program.child("lineEditName")->setFocus();
-    const QStringList expected {"pushButtonRename", "qt_tabwidget_tabbar", "tableView", "GraphForm", "hintButtonMap",
-        "spinBoxIgnitionVoltage", "hintButtonVoltage", "checkBoxSideStand", "radioButtonGroundEnables",
-        "hintButtonSideStand", "doubleSpinBoxHall", "hintButtonSensorAdvance", "backButton", "nextButton",
-        "lineEditName"};
+    const QStringList expected {"pushButtonRename", "qt_tabwidget_tabbar", "tableView", "GraphForm",
+        "hintButtonMap", "spinBoxIgnitionVoltage", "hintButtonVoltage", "checkBoxSideStand",
+        "radioButtonGroundEnables", "hintButtonSideStand", "doubleSpinBoxHall", "hintButtonSensorAdvance",
+        "backButton", "nextButton", "lineEditName"};
     for (const QString &name : expected) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget()->objectName(), name);
