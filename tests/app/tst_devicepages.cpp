@@ -21,8 +21,6 @@
 
 namespace {
 
-const char kConfirmPrompt[] = "Please confirm programming the CDI with this profile.";
-
 // Ports the test plugs in and pulls out while the program looks; it counts the looks.
 struct ChangingPorts : IPortLister
 {

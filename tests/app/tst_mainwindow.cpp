@@ -33,7 +33,6 @@ const char kEditProfiles[] = "Choose where to load your profile from.";
 const char kProgramming[] = "Choose what kind of profile to program your CDI with.";
 const char kComparison[] = "Put together the profiles whose ignition maps you would like to compare.";
 const char kChooseTemplate[] = "Select an item from the drop-down list as template for your custom profile.";
-const char kConfirmPrompt[] = "Please confirm programming the CDI with this profile.";
 const char kGraph[] = "The graph shows the selected profiles for comparison.";
 const char kMine[] = "Mine <2>";
 
