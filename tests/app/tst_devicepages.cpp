@@ -21,19 +21,6 @@
 
 namespace {
 
-const char kConfirmPrompt[] = "Please confirm programming the CDI with this profile.";
-
-// A serial port and, the bridge among them, a virtual CDI.
-struct FixedPorts : IPortLister
-{
-    std::vector<SerialPortEntry> ports() const override
-    {
-        return {{QStringLiteral("ttyS0"), QString(), QString(), 0, 0, false, false},
-            {QStringLiteral("/dev/pts/7"), QStringLiteral("Virtual CDI"), QString(), 0, 0, false, true}};
-    }
-    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<FixedPorts>(); }
-};
-
 // Ports the test plugs in and pulls out while the program looks; it counts the looks.
 struct ChangingPorts : IPortLister
 {
@@ -50,6 +37,8 @@ struct ChangingPorts : IPortLister
     std::unique_ptr<IPortLister> clone() const override { return std::make_unique<ChangingPorts>(*this); }
     std::shared_ptr<Shared> shared = std::make_shared<Shared>();
 };
+
+const SerialPortEntry kSerialPort {QStringLiteral("ttyS0"), QString(), QString(), 0, 0, false, false};
 
 } // namespace
 
@@ -194,7 +183,7 @@ void TestDevicePages::exchanges()
     QVERIFY(details->isVisible());
     QTest::mouseClick(wait->findChild<QPushButton *>("copyButton"), Qt::LeftButton);
     QCOMPARE(QGuiApplication::clipboard()->text(), wait->details());
-    QVERIFY2(wait->details().contains(QRegularExpression("\n +\\d+ ms  sent +4d f6 68 ")),
+    QVERIFY2(wait->details().contains(QRegularExpression("\n +\\d+ ms +sent +4d f6 68 ")),
         qPrintable(wait->details()));
     // A programming keeps every exchange it made: the read before it, the write, the read back.
     QVERIFY(action != QLatin1String("program") || wait->details().count(QLatin1String("Opened: ")) >= 2);
@@ -223,7 +212,9 @@ void TestDevicePages::exchanges()
 void TestDevicePages::portSelection()
 {
     Program program; // for its prompts
-    auto ports = std::make_unique<FixedPorts>();
+    auto ports = std::make_unique<ChangingPorts>(); // a serial port and, the bridge, a virtual CDI
+    ports->shared->ports = {kSerialPort,
+        {QStringLiteral("/dev/pts/7"), QStringLiteral("Virtual CDI"), QString(), 0, 0, false, true}};
     DevicesForm form(*ports);
     ports.reset();
     QSignalSpy chosen(&form, &DevicesForm::portChosen);
@@ -255,7 +246,7 @@ void TestDevicePages::bridgeState()
     CVirtualCdi cdi;
     QVERIFY(cdi.open().isEmpty());
     ChangingPorts ports;
-    ports.shared->ports = {{QStringLiteral("ttyS0"), QString(), QString(), 0, 0, false, false}};
+    ports.shared->ports = {kSerialPort};
     CBridgeWatch &watch = program.window().findChild<WizardForm *>()->bridgeWatch();
     watch.setPorts(ports);
     watch.setInterval(50);

@@ -33,7 +33,6 @@ const char kEditProfiles[] = "Choose where to load your profile from.";
 const char kProgramming[] = "Choose what kind of profile to program your CDI with.";
 const char kComparison[] = "Put together the profiles whose ignition maps you would like to compare.";
 const char kChooseTemplate[] = "Select an item from the drop-down list as template for your custom profile.";
-const char kConfirmPrompt[] = "Please confirm programming the CDI with this profile.";
 const char kGraph[] = "The graph shows the selected profiles for comparison.";
 const char kMine[] = "Mine <2>";
 
@@ -144,17 +143,14 @@ class TestMainWindow : public QObject
 private slots:
     void waysThroughThePages_data();
     void waysThroughThePages();
-    void saveAndPrintFlows_data();
-    void saveAndPrintFlows();
-    void exports_data();
-    void exports();
+    void filesWritten_data();
+    void filesWritten();
     void suggestedFileNames_data();
     void suggestedFileNames();
     void languageSwitchReachesEveryPage();
     void undoAndRedoByMenuAndKeys();
     void recentProfilesOpenThroughTheQuestion();
     void saveGoesBackToItsFile();
-    void printsOnAPrinter();
     void unsavedEditsAreGuardedOnEveryPath_data();
     void unsavedEditsAreGuardedOnEveryPath();
 };
@@ -290,102 +286,102 @@ void TestMainWindow::waysThroughThePages()
     QCOMPARE(program.prompts.shown.size(), dialogs.count(' ') + int(!dialogs.isEmpty()));
 }
 
-void TestMainWindow::saveAndPrintFlows_data()
+// Every file the program writes, through the dialog that names it: the dialog suggests a name,
+// the status bar confirms a save or an export, a failed write warns and leaves the old file as it
+// was, and no write leaves a temporary file behind or moves the user to another page.
+void TestMainWindow::filesWritten_data()
 {
-    QTest::addColumn<QString>("key"); // "^S" saves, "actionPrint" prints to PDF
-    QTest::addColumn<QString>("target"); // "older", "read-only" or "missing folder"
-    QTest::addColumn<QString>("message");
-
-    const auto row = [](const char *name, const char *key, const char *target, const QString &message) {
-        QTest::newRow(name) << key << target << message;
-    };
+    QTest::addColumn<QString>("steps"); // to the page, then the command
+    QTest::addColumn<QString>("before"); // in the file's place: "older", "read-only" or "missing folder"
+    QTest::addColumn<QString>("answer"); // the name given in the dialog; none cancels it
+    QTest::addColumn<QString>("filter"); // the file type chosen; none: the first offered
+    QTest::addColumn<QString>("suggested"); // none: the system's print dialog
+    QTest::addColumn<QString>("said"); // in the status bar, or the warning
+    QTest::addColumn<QString>("written"); // the file in the folder after it
+    const auto row
+        = [](const char *name, const char *steps, const char *before, const char *answer,
+              const char *suggested, const QString &said, const char *written, const char *filter = "") {
+              QTest::newRow(name) << QString(steps) << QString(before) << QString(answer) << QString(filter)
+                                  << QString(suggested) << said << QString(written);
+          };
     const QString refused = QStringLiteral(" failed:\n\nthe file may not be written there");
-    row("save over an older file", "^S", "older", "");
-    row("save over a read-only file", "^S", "read-only", "Saving profile" + refused + '.');
-    row("save into a missing folder", "^S", "missing folder",
-        "Saving profile" + refused + ": No such file or directory.");
-    row("print over an older file", "actionPrint", "older", "");
-    row("print over a read-only file", "actionPrint", "read-only", "Printing PDF" + refused + '.');
+    row("save over an older file", "editor ^S", "older", "mine.cdi", "%first.cdi", "Saved to %path",
+        "mine.cdi");
+    row("save over a read-only file", "editor ^S", "read-only", "mine.cdi", "%first.cdi",
+        "Saving profile" + refused + '.', "mine.cdi");
+    row("save into a missing folder", "editor ^S", "missing folder", "mine.cdi", "%first.cdi",
+        "Saving profile" + refused + ": No such file or directory.", "");
+    row("print over an older file", "editor actionPrint", "older", "mine.pdf", "%first.pdf", "", "mine.pdf");
+    row("print over a read-only file", "editor actionPrint", "read-only", "mine.pdf", "%first.pdf",
+        "Printing PDF" + refused + '.', "mine.pdf");
+    // The printer chosen in the system's dialog is here one that writes PDF.
+    row("print on a printer", "editor ^P", "", "printed.pdf", "", "", "printed.pdf");
+    row("printer dialog cancelled", "editor ^P", "", "", "", "", "");
+    row("the editor's graph, no suffix typed", "editor actionExportGraph", "", "out", "%first.png",
+        "Exported to %path", "out.png");
+    row("the comparison's graph as SVG", "compare add add showGraph actionExportGraph", "", "out",
+        "comparison.png", "Exported to %path", "out.svg", "SVG drawings (*.svg)");
+    // The values leave out a hidden profile.
+    row("the values of the profiles shown", "compare add add space0 showGraph actionExportValues", "", "out",
+        "comparison.csv", "Exported to %path", "out.csv");
 }
 
-// A failed save or print leaves the old file as it was, and no temporary file behind.
-void TestMainWindow::saveAndPrintFlows()
-{
-    QFETCH(QString, key);
-    QFETCH(QString, target);
-    QFETCH(QString, message);
-
-    const QString name = QLatin1String("mine") + (key == QLatin1String("actionPrint") ? ".pdf" : ".cdi");
-    QTemporaryDir folder;
-    const bool missingFolder = target == QLatin1String("missing folder");
-    const QString path = folder.filePath(missingFolder ? QLatin1String("gone/") + name : name);
-    const QByteArray old("the file that was there before");
-    QVERIFY(missingFolder || WidgetTest::writeFile(path, old));
-    if (target == QLatin1String("read-only"))
-        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadUser));
-
-    Program program;
-    QVERIFY(program.ready());
-    program.prompts.fileAnswers.append(path);
-    take(program, QLatin1String("editor ") + key);
-    QCOMPARE(
-        program.prompts.shown.value(0).buttons, QStringList {program.firstTemplate().name() + name.right(4)});
-    QCOMPARE(program.prompts.shown.value(1).text, message);
-    const QByteArray now = WidgetTest::readFile(path);
-    if (!message.isEmpty())
-        QCOMPARE(now, missingFolder ? QByteArray() : old);
-    else if (name.endsWith(QLatin1String(".pdf")))
-        QVERIFY(now.startsWith("%PDF"));
-    else
-        QCOMPARE(readProfileFile(path).value_or(Profile()).map(), program.firstTemplate().map());
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), missingFolder ? QStringList() : QStringList {name});
-    QCOMPARE(program.prompt(), QString::fromLatin1(kEditorPrompt));
-}
-
-void TestMainWindow::exports_data()
-{
-    QTest::addColumn<QString>("steps"); // to the page, then the export
-    QTest::addColumn<QString>("filter"); // the file type chosen; empty: the first offered
-    QTest::addColumn<QString>("written"); // the file written for the name "out"
-    QTest::newRow("the editor's graph, no suffix typed") << "editor actionExportGraph"
-                                                         << ""
-                                                         << "out.png";
-    QTest::newRow("the comparison's graph as SVG") << "compare add add showGraph actionExportGraph"
-                                                   << "SVG drawings (*.svg)"
-                                                   << "out.svg";
-    QTest::newRow("the values of the profiles shown") << "compare add add space0 showGraph actionExportValues"
-                                                      << ""
-                                                      << "out.csv";
-}
-
-// The file has the suffix of its type and is confirmed in the status bar; the graph has the size
-// it has on the screen, the values leave out a hidden profile.
-void TestMainWindow::exports()
+void TestMainWindow::filesWritten()
 {
     QFETCH(QString, steps);
+    QFETCH(QString, before);
+    QFETCH(QString, answer);
     QFETCH(QString, filter);
+    QFETCH(QString, suggested);
+    QFETCH(QString, said);
     QFETCH(QString, written);
     if (written.endsWith(QLatin1String(".svg")) && !plotFormats().contains(PlotFormat::Svg))
         QSKIP("built without Qt's SVG module");
     QTemporaryDir folder;
+    const QString path
+        = folder.filePath(before == QLatin1String("missing folder") ? "gone/" + answer : answer);
+    const QByteArray old("the file that was there before");
+    QVERIFY(
+        before.isEmpty() || before == QLatin1String("missing folder") || WidgetTest::writeFile(path, old));
+    if (before == QLatin1String("read-only"))
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadUser));
+
     Program program;
     QVERIFY(program.ready());
-    program.prompts.fileAnswers.append(folder.filePath(QStringLiteral("out")));
+    if (!answer.isEmpty())
+        program.prompts.fileAnswers.append(path);
     if (!filter.isEmpty())
         program.prompts.filterAnswers.append(filter);
     take(program, steps.section(QLatin1Char(' '), 0, -2));
-    // The status bar that confirms the export takes room from the page.
-    const QSize shown = program.window().editor().graphSize();
+    // The status bar that confirms an export takes room from the page.
+    const QSize graph = program.window().editor().graphSize();
+    const QString page = program.prompt();
     take(program, steps.section(QLatin1Char(' '), -1));
-    const QString path = folder.filePath(written);
-    const QByteArray bytes = WidgetTest::readFile(path);
-    QCOMPARE(program.window().statusBar()->currentMessage(), QStringLiteral("Exported to ") + path);
-    if (written.endsWith(QLatin1String(".png")))
-        QCOMPARE(QImage::fromData(bytes, "PNG").size(), shown);
+    QCOMPARE(program.prompts.kinds().value(0), suggested.isEmpty() ? "print" : "save");
+    QCOMPARE(program.prompts.shown.value(0).buttons.value(0),
+        suggested.replace("%first", program.firstTemplate().name()));
+    const int warning = program.prompts.kinds().indexOf("warn");
+    QCOMPARE(
+        warning < 0 ? program.window().statusBar()->currentMessage() : program.prompts.shown[warning].text,
+        said.replace("%path", QDir::toNativeSeparators(folder.filePath(written))));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files),
+        written.isEmpty() ? QStringList() : QStringList {written});
+    const QByteArray bytes
+        = written.isEmpty() ? QByteArray() : WidgetTest::readFile(folder.filePath(written));
+    if (warning >= 0)
+        QCOMPARE(bytes, written.isEmpty() ? QByteArray() : old);
+    else if (written.endsWith(QLatin1String(".cdi")))
+        QCOMPARE(readProfileFile(path).value_or(Profile()).map(), program.firstTemplate().map());
+    else if (written.endsWith(QLatin1String(".pdf"))) // the sheet: one page, A4 landscape
+        QVERIFY(bytes.startsWith("%PDF") && bytes.contains("/MediaBox [0 0 842.000000 595.000000]")
+            && bytes.contains("/Count 1"));
+    else if (written.endsWith(QLatin1String(".png"))) // at the size the page shows it
+        QCOMPARE(QImage::fromData(bytes, "PNG").size(), graph);
     else if (written.endsWith(QLatin1String(".svg")))
         QVERIFY(bytes.startsWith("<?xml"));
-    else
+    else if (written.endsWith(QLatin1String(".csv")))
         QCOMPARE(bytes.count("\r\n"), 2); // the header and the profile left shown
+    QCOMPARE(program.prompt(), page);
 }
 
 void TestMainWindow::suggestedFileNames_data()
@@ -521,23 +517,6 @@ void TestMainWindow::saveGoesBackToItsFile()
     QCOMPARE(program.prompts.shown.value(1).buttons, QStringList {path});
     QCOMPARE(window.windowTitle(), QStringLiteral("Track (other.cdi)[*] - Sparkwright"));
     QVERIFY(QFile::exists(other));
-}
-
-// Ctrl+P prints the sheet on the printer chosen in the system's dialog, here one that writes
-// PDF: one page, A4 landscape, as Print PDF makes it. A cancelled dialog prints nothing.
-void TestMainWindow::printsOnAPrinter()
-{
-    Program program;
-    QVERIFY(program.ready());
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("printed.pdf"));
-    take(program, QStringLiteral("editor ^P"));
-    program.prompts.fileAnswers = QStringList {path};
-    take(program, QStringLiteral("^P"));
-    QCOMPARE(program.prompts.kinds(), (QStringList {"print", "print"}));
-    const QByteArray printed = WidgetTest::readFile(path);
-    QVERIFY(printed.startsWith("%PDF") && printed.contains("/MediaBox [0 0 842.000000 595.000000]")
-        && printed.contains("/Count 1"));
 }
 
 void TestMainWindow::unsavedEditsAreGuardedOnEveryPath_data()

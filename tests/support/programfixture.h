@@ -20,6 +20,7 @@
 
 // The editor words its own prompt; Program::prompt() gives this in its place.
 const char kEditorPrompt[] = "<the editor's own prompt>";
+const char kConfirmPrompt[] = "Please confirm programming the CDI with this profile.";
 
 class Program
 {

@@ -587,45 +587,29 @@ void TestEditorForm::tableWorksLikeASpreadsheet_data()
     QTest::addColumn<QString>("map"); // the angles after it, or the clipboard after a copy
     QTest::addColumn<QString>("message"); // what a refused paste says
 
+    const auto row = [](const char *name, QPoint from, QPoint extent, const char *steps, const QString &map,
+                         const QString &refusal = QString()) {
+        QTest::newRow(name) << from << extent << QString(steps) << map
+                            << (refusal.isEmpty() ? refusal : refusal + " Nothing was changed.");
+    };
     const QString scooter = "14 16 18 20 26 18 16 14 13 12";
-    QTest::newRow("copy two columns") << QPoint(0, 1) << QPoint(1, 1) << "^C"
-                                      << "2000\t16\n3000\t18\n"
-                                      << "";
-    QTest::newRow("paste a spreadsheet's block")
-        << QPoint(0, 2) << QPoint(0, 0) << "paste 3100\t19\r\n4100\t21\r\n"
-        << "14 16 19 21 26 18 16 14 13 12"
-        << "";
-    QTest::newRow("paste angles from a text editor")
-        << QPoint(1, 7) << QPoint(0, 0) << "paste 15\n 14\n13\n\n"
-        << "14 16 18 20 26 18 16 15 14 13"
-        << "";
-    QTest::newRow("paste past the last row")
-        << QPoint(0, 8) << QPoint(0, 0) << "paste 1\n2\n3" << scooter
-        << "3 rows of 1 values do not fit into the map from row 9 on: it "
-           "has 10 rows of speed and angle. Nothing was changed.";
-    QTest::newRow("paste two columns into the angles")
-        << QPoint(1, 0) << QPoint(0, 0) << "paste 1000;15" << scooter
-        << "1 rows of 2 values do not fit into the map from row 1 on: it has 10 rows of speed and angle. "
-           "Nothing was changed.";
-    QTest::newRow("paste a fraction")
-        << QPoint(1, 0) << QPoint(0, 0) << "paste 12.5" << scooter
-        << "Only whole numbers can be pasted into the map; \"12.5\" is not one. "
-           "Nothing was changed.";
-    QTest::newRow("plus on three angles") << QPoint(1, 0) << QPoint(0, 2) << "+"
-                                          << "15 17 19 20 26 18 16 14 13 12"
-                                          << "";
-    QTest::newRow("minus twice on one angle") << QPoint(1, 4) << QPoint(0, 0) << "- -"
-                                              << "14 16 18 20 24 18 16 14 13 12"
-                                              << "";
-    QTest::newRow("minus on a speed starts typing it")
-        << QPoint(0, 4) << QPoint(0, 0) << "-" << scooter << "";
-    QTest::newRow("set two angles") << QPoint(1, 3) << QPoint(0, 1) << "set 22"
-                                    << "14 16 18 22 22 18 16 14 13 12"
-                                    << "";
+    row("copy two columns", {0, 1}, {1, 1}, "^C", "2000\t16\n3000\t18\n");
+    row("paste a spreadsheet's block", {0, 2}, {}, "paste 3100\t19\r\n4100\t21\r\n",
+        "14 16 19 21 26 18 16 14 13 12");
+    row("paste angles from a text editor", {1, 7}, {}, "paste 15\n 14\n13\n\n",
+        "14 16 18 20 26 18 16 15 14 13");
+    row("paste past the last row", {0, 8}, {}, "paste 1\n2\n3", scooter,
+        "3 rows of 1 values do not fit into the map from row 9 on: it has 10 rows of speed and angle.");
+    row("paste two columns into the angles", {1, 0}, {}, "paste 1000;15", scooter,
+        "1 rows of 2 values do not fit into the map from row 1 on: it has 10 rows of speed and angle.");
+    row("paste a fraction", {1, 0}, {}, "paste 12.5", scooter,
+        "Only whole numbers can be pasted into the map; \"12.5\" is not one.");
+    row("plus on three angles", {1, 0}, {0, 2}, "+", "15 17 19 20 26 18 16 14 13 12");
+    row("minus twice on one angle", {1, 4}, {}, "- -", "14 16 18 20 24 18 16 14 13 12");
+    row("minus on a speed starts typing it", {0, 4}, {}, "-", scooter);
+    row("set two angles", {1, 3}, {0, 1}, "set 22", "14 16 18 22 22 18 16 14 13 12");
     // From 20 at 4000 rpm to 16 at 7000 rpm: 18.67 and 17.33, rounded.
-    QTest::newRow("interpolate over the speeds") << QPoint(1, 3) << QPoint(0, 3) << "^I"
-                                                 << "14 16 18 20 19 17 16 14 13 12"
-                                                 << "";
+    row("interpolate over the speeds", {1, 3}, {0, 3}, "^I", "14 16 18 20 19 17 16 14 13 12");
 }
 
 // Ranges are selected with Shift and the arrow keys; each change is one step to undo, and a
@@ -697,10 +681,7 @@ void TestEditorForm::textsKeepTheirContrast()
     QFETCH(QColor, window);
     QFETCH(QColor, text);
     const QPalette original = QApplication::palette();
-    QPalette palette(text, window);
-    palette.setColor(QPalette::Window, window);
-    palette.setColor(QPalette::WindowText, text);
-    QApplication::setPalette(palette);
+    QApplication::setPalette(QPalette(text, window));
 
     QVERIFY2(contrast(QColor(highlightColour()), window) >= 4.5, qPrintable(highlightColour()));
     init(); // a page built under this palette
