@@ -20,7 +20,7 @@ CBridgeComm::CBridgeComm(QObject *parent)
     // Before the request leaves, the quiet timer only tells whether the line has gone quiet.
     connect(&m_quiet, &QTimer::timeout, this, [this] {
         if (m_state != State::Opened)
-            end(false);
+            endExchange(false);
     });
 }
 
@@ -78,7 +78,7 @@ tl::expected<void, DeviceRefusal> CBridgeComm::runTransaction(
 void CBridgeComm::onTimerTick()
 {
     if (m_broken) {
-        end(true);
+        endExchange(true);
         return;
     }
     switch (m_state) {
@@ -102,7 +102,7 @@ void CBridgeComm::onTimerTick()
             m_tick.start(m_pacing.tickMs);
             return;
         }
-        end(false);
+        endExchange(false);
         return;
     }
 }
@@ -178,7 +178,7 @@ void CBridgeComm::breakOff()
     m_tick.start(0);
 }
 
-void CBridgeComm::end(bool broken)
+void CBridgeComm::endExchange(bool broken)
 {
     if (m_state == State::Idle)
         return;

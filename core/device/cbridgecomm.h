@@ -75,7 +75,7 @@ private:
     void send();
     // The port failed: the exchange ends at the next tick.
     void breakOff();
-    void end(bool broken);
+    void endExchange(bool broken);
     void record(ExchangeTranscript::Direction direction, const QByteArray &bytes, const QString &note = {});
 
     std::unique_ptr<CCommunicator> m_transaction;

@@ -503,8 +503,8 @@ void TableForm::announceCurrentCell()
         ? table->tableInterface()->cellAt(current.row(), current.column())
         : nullptr;
     if (cell) {
-        QAccessibleEvent event(cell, QAccessible::Focus);
-        QAccessible::updateAccessibility(&event);
+        QAccessibleEvent focus(cell, QAccessible::Focus);
+        QAccessible::updateAccessibility(&focus);
     }
 }
 

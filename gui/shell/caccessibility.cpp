@@ -116,12 +116,12 @@ void TextSnapshot::announceChanges() const
         if (before == m_texts.constEnd())
             return;
         if (iface->text(QAccessible::Name) != before->first) {
-            QAccessibleEvent event(iface, QAccessible::NameChanged);
-            QAccessible::updateAccessibility(&event);
+            QAccessibleEvent nameChanged(iface, QAccessible::NameChanged);
+            QAccessible::updateAccessibility(&nameChanged);
         }
         if (iface->text(QAccessible::Description) != before->second) {
-            QAccessibleEvent event(iface, QAccessible::DescriptionChanged);
-            QAccessible::updateAccessibility(&event);
+            QAccessibleEvent descriptionChanged(iface, QAccessible::DescriptionChanged);
+            QAccessible::updateAccessibility(&descriptionChanged);
         }
     });
 }
