@@ -8,7 +8,6 @@
 
 #include "profile/safefilewriter.h"
 
-#include <QBuffer>
 #include <QtTest>
 
 #include <csignal>
@@ -47,14 +46,6 @@ Profile withSensor(const ProfileFlags &flags, const SensorCoefficients &coeffici
     p.setFlags(flags);
     p.setSensorCoefficients(coefficients);
     return p;
-}
-
-// Reads the bytes with one of the file readers.
-template<typename Reader> auto readBytes(QByteArray bytes, Reader reader)
-{
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    return reader(buffer);
 }
 
 } // namespace
@@ -283,30 +274,30 @@ void TestProfileFile::writeKeepsTheOldFile_data()
 {
     QTest::addColumn<int>("size");
     QTest::addColumn<qint64>("limit"); // bytes a file may grow to; 0: no limit
-    QTest::addColumn<bool>("readOnly");
+    QTest::addColumn<QString>("old"); // the old file, "read-only", or "" in a folder that is missing
     QTest::addColumn<QString>("failure"); // empty: written
-    QTest::newRow("written") << 1349 << qint64(0) << false << "";
-    QTest::newRow("small file, disk full")
-        << 1349 << qint64(100) << false << "the file could not be written: File too large";
-    QTest::newRow("large file, disk full")
-        << 40000 << qint64(20000) << false << "the file could not be written: File too large";
-    QTest::newRow("read-only old file") << 10 << qint64(0) << true << "the file may not be written there.";
+    const QString full
+        = "the file could not be written: File too large. A file that was there before is unchanged.";
+    QTest::newRow("written") << 1349 << qint64(0) << "old" << "";
+    QTest::newRow("small file, disk full") << 1349 << qint64(100) << "old" << full;
+    QTest::newRow("large file, disk full") << 40000 << qint64(20000) << "old" << full;
+    QTest::newRow("read-only old file") << 10 << qint64(0) << "read-only"
+                                        << "the file may not be written there.";
+    QTest::newRow("missing folder") << 10 << qint64(0) << ""
+                                    << "the file may not be written there: No such file or directory.";
 }
 
 void TestProfileFile::writeKeepsTheOldFile()
 {
     QFETCH(int, size);
     QFETCH(qint64, limit);
-    QFETCH(bool, readOnly);
+    QFETCH(QString, old);
     QFETCH(QString, failure);
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("old.cdi"));
-    const QByteArray old(700, 'o');
-    {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(old) == old.size());
-    }
-    if (readOnly)
+    const QString path = folder.filePath(old.isEmpty() ? "gone/old.cdi" : "old.cdi");
+    const QByteArray before(old.isEmpty() ? 0 : 700, 'o');
+    QVERIFY(old.isEmpty() || writeFile(path, before));
+    if (old == QLatin1String("read-only"))
         QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
 
     rlimit saved {};
@@ -320,13 +311,11 @@ void TestProfileFile::writeKeepsTheOldFile()
     ::setrlimit(RLIMIT_FSIZE, &saved);
     std::signal(SIGXFSZ, savedSignal);
 
-    QCOMPARE(written ? QString() : fileErrorText(written.error()).section(QLatin1String(". A file"), 0, 0),
-        failure);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), failure.isEmpty() ? QByteArray(size, 'n') : old);
+    QCOMPARE(written ? QString() : fileErrorText(written.error()), failure);
+    QCOMPARE(readFile(path), failure.isEmpty() ? QByteArray(size, 'n') : before);
     // Nothing half written stays behind.
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList {"old.cdi"});
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+        old.isEmpty() ? QStringList() : QStringList {"old.cdi"});
 }
 
 QTEST_APPLESS_MAIN(TestProfileFile)
