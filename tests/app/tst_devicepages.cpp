@@ -7,6 +7,7 @@
 #include "devicepages/devicesform.h"
 #include "devicepages/waitform.h"
 #include "devicepages/writeconfirmationdialog.h"
+#include "render/bracemarkup.h"
 #include "start/wizardform.h"
 #include "support/programfixture.h"
 
@@ -221,9 +222,9 @@ void TestDevicePages::portSelection()
     QVERIFY(!list->item(0)->isSelected() && list->item(1)->isSelected());
     // A bridge found is not a detection that failed.
     QCOMPARE(form.findChild<QLabel *>("explanationLabel")->text(),
-        QStringLiteral(
-            "The <font color=#3E6C82>USB/UART bridge</font> of your CDI was found on /dev/pts/7 and "
-            "is selected in the list below. Choose Next to use it, or select another port."));
+        QStringLiteral("The <font color=%1>USB/UART bridge</font> of your CDI was found on /dev/pts/7 and "
+                       "is selected in the list below. Choose Next to use it, or select another port.")
+            .arg(highlightColour()));
     form.onNext();
     QCOMPARE(chosen.takeFirst().at(0).toString(), QStringLiteral("/dev/pts/7"));
     list->clearSelection();

@@ -4,6 +4,7 @@
 // comparison list and its graph, and the unsaved-changes question on every way out.
 #include "profile/profilefile.h"
 #include "profile/suggestedfilename.h"
+#include "render/bracemarkup.h"
 #include "render/plotfile.h"
 #include "start/comparisonform.h"
 #include "start/continueform.h"
@@ -418,7 +419,8 @@ void TestMainWindow::languageSwitchReachesEveryPage()
     QCOMPARE(program.button("clearButton")->text(), QStringLiteral("&Alle entfernen"));
     // The braces mark the highlighted words, in every language.
     QCOMPARE(program.button("calibrationSelectionButton")->toolTip(),
-        QStringLiteral("<font color=#3E6C82>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl"));
+        QStringLiteral("<font color=%1>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl")
+            .arg(highlightColour()));
     QCoreApplication::removeTranslator(&translator);
     // The Language menu checks the language in use.
     const QList<QAction *> languages = program.child<QMenu>("menuLanguage")->actions();

@@ -9,6 +9,7 @@
 #include "editor/chintlabel.h"
 #include "errorgui.h"
 #include "mainwindow.h"
+#include "programversion.h"
 #include "support/layoutencoder.h"
 #include "support/widgettestmain.h"
 
@@ -29,7 +30,10 @@ const QByteArray kHints = handContainer(
 const QByteArray kAccepted = framed(tInt(1));
 // The built program's own answer: its library and hints (data/*.json) are number 1.
 const QByteArray kManifest
-    = "Sparkwright.exe;9501#default.cds;1#lang_de.qm;9501#Qt5PrintSupport.dll;1#hints.cdh;1\n";
+    = QStringLiteral("Sparkwright.exe;%1#default.cds;1#lang_de.qm;%1#Qt5PrintSupport.dll;1#"
+                     "hints.cdh;1\n")
+          .arg(kProgramVersionNumber)
+          .toUtf8();
 // What another user could leave in a folder the program is started from.
 const QByteArray kPlanted = handContainer({libraryHeader(QStringLiteral("planted"), 66)});
 
@@ -312,7 +316,8 @@ void TestStartup::terminalAnswers_data()
     QTest::addColumn<QByteArray>("output"); // the start of it
     QTest::newRow("help") << "--help" << false
                           << QByteArray("Usage: sparkwright [FILE.cdi | -v | --help | --version]\n");
-    QTest::newRow("version") << "--version" << false << QByteArray("sparkwright 0.95.1\n");
+    QTest::newRow("version") << "--version" << false
+                             << QByteArray("sparkwright ") + kProgramVersionText + '\n';
     QTest::newRow("manifest into a full disk") << "-v" << true << QByteArray();
 }
 

@@ -1,6 +1,7 @@
 // The profile summary: the printed sheet (its header line, the PDF's page and its texts in English
 // and German) and the summary page's one-line status of the settings and its map table.
 #include "profile/profile.h"
+#include "programversion.h"
 #include "render/summarysheet.h"
 #include "summary/summaryform.h"
 #include "support/layoutencoder.h"
@@ -32,7 +33,8 @@ void TestSummarySheet::pdf_data()
     QTest::newRow("English, a page of notes more")
         << false << 2
         << QStringList {"Four-stroke single 125-250 cc road",
-               "2026-03-14 - 09:05:07 - Sparkwright 0.95.1 - default.cds 20.000",
+               QStringLiteral("2026-03-14 - 09:05:07 - Sparkwright %1 - default.cds 20.000")
+                   .arg(kProgramVersionText),
                "Ignition voltage:", "200 V", "Side stand monitoring:", "enabled", "Ground blocks ignition",
                "Pulse generator edge:", "trigger with rising edge", "Sensor advance:", "43.0\u00B0", "RPM",
                "Angle", "34\u00B0", "9000", "10000", "Notes (continued)",
