@@ -4,6 +4,7 @@
 // exit codes: 0 done, 1 a file could not be read or written or an exchange failed, 2 bad usage or
 // stopped before an exchange; never a partial output file.
 #include "profile/profilefile.h"
+#include "programversion.h"
 #include "support/layoutencoder.h"
 
 #include <QImage>
@@ -171,7 +172,8 @@ void TestCli::exitCodes_data()
     QTest::addColumn<QString>("message"); // on the output for 0, else the one line of the errors
 
     QTest::newRow("help") << "--help" << 0 << "build-hints";
-    QTest::newRow("version") << "--version" << 0 << "sparkwright-cli 0.";
+    QTest::newRow("version") << "--version" << 0
+                             << QStringLiteral("sparkwright-cli %1\n").arg(kProgramVersionText);
     QTest::newRow("unknown language") << "graph road.cdi g.png --language fr" << 2 << "unknown language 'fr'";
     QTest::newRow("no library for the sheet's header, the old sheet kept")
         << "bare print road.cdi old.pdf" << 1 << "default.cds: the file does not exist";
@@ -318,12 +320,11 @@ void TestCli::deviceSession()
         const QString forgetfulPort
             = startVirtualCdi(forgetful, {"--fault", "keeps-old", "--profile", path("held.cdi")});
         QCOMPARE(run({"program", "other.cdi", "--port", forgetfulPort}, &out, &err), 1);
-        QCOMPARE(out,
-            QStringLiteral(
-                "Verification failed\nYour CDI echoed the profile Other, but it gives back other "
-                "values than were sent (sent → read back):\nSlot 3: 3200 rpm, 20° → 3000 rpm, 18°\n"
-                "Ignition voltage: 220 V → 170 V\n\nThe CDI may be programmed improperly and should "
-                "not be used in its current state.\n"));
+        // The words are tst_deviceframe's; the tool gives each difference a line of its own.
+        QVERIFY2(out.startsWith("Verification failed\n")
+                && out.contains(
+                    ":\nSlot 3: 3200 rpm, 20° → 3000 rpm, 18°\nIgnition voltage: 220 V → 170 V\n\n"),
+            qPrintable(out));
         forgetful.terminate();
         QVERIFY(forgetful.waitForFinished(10000));
     }
