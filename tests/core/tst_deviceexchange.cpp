@@ -38,7 +38,7 @@ Profile sampleProfile()
     profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
         {10, 12, 14, 16, 18, 20, 22, 24, 26, 28}));
     profile.setVoltage(180);
-    profile.setFlagsAndCoefficientsAsStored(flagsOf(true, true, true, 1), {42.5, -1.0 / 4096, 0.0});
+    profile.setFlagsAndCoefficientsAsStored(ProfileFlags {true, true, true, 1}, {42.5, -1.0 / 4096, 0.0});
     return profile;
 }
 

@@ -37,7 +37,7 @@ Profile sampleProfile(const QString &name = QStringLiteral("Track"))
         {10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
     profile.setVoltage(200);
     profile.setK1(0.0, 0.5); // an import keeps the device's K1 as the falling edge's
-    profile.setFlagsAndCoefficientsAsStored(flagsOf(true, false, false, 2), {38.0, 0.5, -2.0});
+    profile.setFlagsAndCoefficientsAsStored(ProfileFlags {true, false, false, 2}, {38.0, 0.5, -2.0});
     return profile;
 }
 

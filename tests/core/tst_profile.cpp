@@ -31,9 +31,9 @@ void TestProfile::flagByte_data()
     QTest::addColumn<int>("byte");
     QTest::addColumn<ProfileFlags>("flags"); // monitoring, ground enables, rising edge, mode
     QTest::newRow("ground blocking without monitoring reads as enabling")
-        << 0x02 << flagsOf(false, true, false, 0);
-    QTest::newRow("both mode bits give mode 1") << 0x18 << flagsOf(false, true, false, 1);
-    QTest::newRow("the extra bit and high bits are ignored") << 0xE4 << flagsOf(false, true, true, 0);
+        << 0x02 << ProfileFlags {false, true, false, 0};
+    QTest::newRow("both mode bits give mode 1") << 0x18 << ProfileFlags {false, true, false, 1};
+    QTest::newRow("the extra bit and high bits are ignored") << 0xE4 << ProfileFlags {false, true, true, 0};
 }
 
 void TestProfile::flagByte()

@@ -26,7 +26,7 @@ Profile fullProfile()
     p.setAuxFlag(true);
     p.setName(QStringLiteral("Straße"));
     p.setNotes(QStringLiteral("N1"));
-    p.setFlags(flagsOf(true, false, true, 0));
+    p.setFlags(ProfileFlags {true, false, true, 0});
     p.setVoltage(180);
     p.setPickUpEdgeSelectable(false);
     p.setK1(0.1, -0.25);
@@ -99,19 +99,19 @@ void TestProfileFile::record_data()
     r.flagByte = 0x08;
     r.modeOne = true;
     QTest::newRow("sensor mode 1: flag 0x08, the old mode-1 flag, K1 falling")
-        << true << r.bytes() << true << withSensor(flagsOf(false, true, false, 1), {35.0, 9.0, 9.0});
+        << true << r.bytes() << true << withSensor(ProfileFlags {false, true, false, 1}, {35.0, 9.0, 9.0});
     r.flagByte = 0x14;
     r.modeOne = false;
     r.k1 = 0.25;
     QTest::newRow("sensor mode 2: flag 0x10 alone, K1 rising")
-        << true << r.bytes() << true << withSensor(flagsOf(false, true, true, 2), {35.0, 0.25, 0.0});
+        << true << r.bytes() << true << withSensor(ProfileFlags {false, true, true, 2}, {35.0, 0.25, 0.0});
     r.k0 = 30.0;
     r.k1 = 7.0;
     r.k2 = 7.0;
     r.flagByte = 0x10;
     r.modeOne = true;
     QTest::newRow("the old mode-1 flag wins over flag byte 0x10, K1 and K2 derived")
-        << false << r.bytes() << true << withSensor(flagsOf(false, true, false, 1), {30.0, -0.5, 0.0});
+        << false << r.bytes() << true << withSensor(ProfileFlags {false, true, false, 1}, {30.0, -0.5, 0.0});
 
     // Each string tag "Q" (followed by the "i" of its length) in the old form "S".
     QTest::newRow("strings in the old form")

@@ -62,7 +62,7 @@ void TestSummarySheet::pdf()
     profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
         {10, 13, 18, 24, 29, 32, 34, 34, 34, 34}));
     profile.setSensorCoefficients({43.0, -0.00035, 0.0});
-    profile.setFlags(flagsOf(true, false, true, 0));
+    profile.setFlags(ProfileFlags {true, false, true, 0});
     for (int i = 1; i <= 40 && pages > 1; ++i)
         profile.setNotes(
             profile.notes() + QStringLiteral("\nRun %1: two degrees less above 7000 rpm, plug fine.").arg(i));
@@ -110,7 +110,7 @@ void TestSummarySheet::statusLine()
     QFETCH(double, advance);
     QFETCH(QString, line);
     Profile profile;
-    profile.setFlags(flagsOf(monitoring, false, monitoring, sensorMode));
+    profile.setFlags(ProfileFlags {monitoring, false, monitoring, quint32(sensorMode)});
     profile.setSensorCoefficients({advance, 0.0, 0.0});
     SummaryForm form(SummaryForm::kWithNotes);
     form.setProfile(profile);

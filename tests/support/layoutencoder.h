@@ -112,11 +112,6 @@ inline QByteArray fieldsOf(const Profile &profile)
     return record.toHex();
 }
 
-inline ProfileFlags flagsOf(bool monitoring, bool groundEnables, bool rising, quint32 mode)
-{
-    return ProfileFlags {monitoring, groundEnables, rising, mode};
-}
-
 inline IgnitionMap mapOf(
     const std::array<qint32, kMapPointCount> &rpm, const std::array<qint32, kMapPointCount> &angle)
 {

@@ -64,7 +64,7 @@ Profile scooterTemplate(const Points &points = kScooterMap, const SensorCoeffici
     profile.setNotes(QStringLiteral("Plug B9ES"));
     profile.setMap(mapOf(points));
     profile.setSensorCoefficients(curve);
-    profile.setFlags(flagsOf(true, true, false, 0));
+    profile.setFlags(ProfileFlags {true, true, false, 0});
     profile.setVoltage(170);
     return profile;
 }
@@ -273,7 +273,7 @@ void TestEditorForm::loadingShowsTheProfileUnmodified()
 {
     QFETCH(bool, on);
     Profile factory = scooterTemplate();
-    factory.setFlags(flagsOf(on, on, !on, 0));
+    factory.setFlags(ProfileFlags {on, on, !on, 0});
     factory.setPickUpEdgeSelectable(on);
     load(factory);
 
