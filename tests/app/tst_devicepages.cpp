@@ -3,12 +3,12 @@
 #include "device/cbridgewatch.h"
 #include "device/cdeviceflow.h"
 #include "device/cvirtualcdi.h"
-#include "device/serialports.h"
 #include "devicepages/devicesform.h"
 #include "devicepages/waitform.h"
 #include "devicepages/writeconfirmationdialog.h"
 #include "render/bracemarkup.h"
 #include "start/wizardform.h"
+#include "support/changingports.h"
 #include "support/programfixture.h"
 
 #include <QClipboard>
@@ -19,29 +19,6 @@
 #include <QSignalSpy>
 #include <QTimer>
 #include <QToolButton>
-
-namespace {
-
-// Ports the test plugs in and pulls out while the program looks; it counts the looks.
-struct ChangingPorts : IPortLister
-{
-    struct Shared
-    {
-        std::vector<SerialPortEntry> ports;
-        int looks = 0;
-    };
-    std::vector<SerialPortEntry> ports() const override
-    {
-        ++shared->looks;
-        return shared->ports;
-    }
-    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<ChangingPorts>(*this); }
-    std::shared_ptr<Shared> shared = std::make_shared<Shared>();
-};
-
-const SerialPortEntry kSerialPort {QStringLiteral("ttyS0"), QString(), QString(), 0, 0, false, false};
-
-} // namespace
 
 class TestDevicePages : public QObject
 {
