@@ -2,6 +2,8 @@
 // back, the menu commands and their shortcuts, the open, save and print flows with their
 // messages, the panels that lead back to the profile last edited, the recent profiles, the
 // comparison list and its graph, and the unsaved-changes question on every way out.
+#include "dialogs/aboutdialog.h"
+#include "editor/chintlabel.h"
 #include "profile/profilefile.h"
 #include "profile/suggestedfilename.h"
 #include "render/bracemarkup.h"
@@ -425,6 +427,14 @@ void TestMainWindow::languageSwitchReachesEveryPage()
     // The Language menu checks the language in use.
     const QList<QAction *> languages = program.child<QMenu>("menuLanguage")->actions();
     QVERIFY(languages.size() == 2 && languages[0]->isChecked() && !languages[1]->isChecked());
+    // The pages made when first needed, the editor and the about box, follow the menu too.
+    program.switcher.addLanguage(QStringLiteral("de"));
+    take(program, QStringLiteral("editor actionAbout"));
+    languages[1]->trigger();
+    QCOMPARE((QStringList {program.window().findChild<CHintLabel *>()->text(),
+                 program.child<QLabel>("labelNotes")->text(),
+                 program.window().findChild<AboutDialog *>()->windowTitle()}),
+        (QStringList {"Zum Ändern klicken", "Eigene &Notizen", "Über"}));
 }
 
 // Ctrl+Z, Ctrl+Y and Ctrl+Shift+Z walk the editor's history, whose steps the menu names, the

@@ -1,12 +1,11 @@
 // The program's start: data files, version query, single copy, start language, the disclaimer
-// gate with the places its acceptance is kept, the main window and the pages it makes later. The
+// gate with the places its acceptance is kept, and the main window (the pages it makes later
+// follow the language in tst_mainwindow's languageSwitchReachesEveryPage). The
 // steps up to the main window run in-process on the offscreen platform, with the user's answers
 // given through the modal-step seam; exit codes and the single-copy guard are checked on the
 // built program.
 #include "cstartup.h"
-#include "dialogs/aboutdialog.h"
 #include "dialogs/disclaimerdialog.h"
-#include "editor/chintlabel.h"
 #include "errorgui.h"
 #include "mainwindow.h"
 #include "programversion.h"
@@ -14,7 +13,6 @@
 #include "support/widgettestmain.h"
 
 #include <QDir>
-#include <QMenu>
 #include <QProcess>
 #include <QPushButton>
 #include <QTextEdit>
@@ -124,7 +122,6 @@ private slots:
 
     void windowsMet_data();
     void windowsMet();
-    void laterPagesFollowTheLanguage();
     void oneCopyAtATime();
     void terminalAnswers_data();
     void terminalAnswers();
@@ -259,24 +256,6 @@ void TestStartup::windowsMet()
     QCOMPARE(steps.seen, seen);
     QCOMPARE(readFile(places[2]), files[2]);
     QCOMPARE(readFile(places[3]), answer == QLatin1String("for good") ? kAccepted : files[3]);
-}
-
-// The editor and the about box are made when first needed and follow the language chosen after.
-void TestStartup::laterPagesFollowTheLanguage()
-{
-    QVERIFY(
-        QDir().mkpath(userFolder()) && writeFile(userFolder() + QLatin1String("/disclaimer.a"), kAccepted));
-    ScriptedSteps steps;
-    steps.inMainWindow = [&steps](MainWindow &window) {
-        window.showEditor(Profile());
-        window.findChild<QAction *>(QStringLiteral("actionAbout"))->trigger();
-        window.findChild<QMenu *>(QStringLiteral("menuLanguage"))->actions().at(1)->trigger();
-        steps.seen << window.findChild<CHintLabel *>()->text()
-                   << window.findChild<QLabel *>(QStringLiteral("labelNotes"))->text()
-                   << window.findChild<AboutDialog *>()->windowTitle();
-    };
-    QCOMPARE(runStartup(steps), 7);
-    QCOMPARE(steps.seen, (QStringList {"Sparkwright", "Zum Ändern klicken", "Eigene &Notizen", "Über"}));
 }
 
 // Of copies started together one runs and the other ends at once and silently, while the version
