@@ -5,7 +5,6 @@
 #include "dialogs/aboutdialog.h"
 #include "editor/chintlabel.h"
 #include "profile/profilefile.h"
-#include "profile/suggestedfilename.h"
 #include "render/bracemarkup.h"
 #include "render/plotfile.h"
 #include "start/comparisonform.h"
@@ -148,8 +147,6 @@ private slots:
     void waysThroughThePages();
     void filesWritten_data();
     void filesWritten();
-    void suggestedFileNames_data();
-    void suggestedFileNames();
     void languageSwitchReachesEveryPage();
     void undoAndRedoByMenuAndKeys();
     void recentProfilesOpenThroughTheQuestion();
@@ -380,26 +377,6 @@ void TestMainWindow::filesWritten()
     else if (written.endsWith(QLatin1String(".csv")))
         QCOMPARE(bytes.count("\r\n"), 2); // the header and the profile left shown
     QCOMPARE(program.prompt(), page);
-}
-
-void TestMainWindow::suggestedFileNames_data()
-{
-    QTest::addColumn<QStringList>("names"); // the profile's, then the file's
-
-    QTest::newRow("separators, characters Windows refuses, control characters")
-        << QStringList {"road/track\\a<b>c:d\"e|f?g*h\ti", "road_track_a_b_c_d_e_f_g_h_i"};
-    QTest::newRow("blanks and dots at the ends") << QStringList {"  . tuned. . ", "tuned"};
-    QTest::newRow("nothing but dots") << QStringList {"...", "profile"};
-    QTest::newRow("device name with extension") << QStringList {"LPT1.old", "LPT1_.old"};
-    QTest::newRow("device name inside a word") << QStringList {"CONSOLE", "CONSOLE"};
-    QTest::newRow("long names are cut, never inside a character")
-        << QStringList {QString(79, 'x') + QString::fromUtf8("\xF0\x9F\x94\xA5") + "tail", QString(79, 'x')};
-}
-
-void TestMainWindow::suggestedFileNames()
-{
-    QFETCH(QStringList, names);
-    QCOMPARE(suggestedFileName(names[0], QStringLiteral("profile")), names[1]);
 }
 
 void TestMainWindow::languageSwitchReachesEveryPage()

@@ -1,9 +1,10 @@
 // The "cdi" container and what it carries: profile records and files, the default library and
-// the hint catalog.
+// the hint catalog; the recent files, safe writing, and the file names suggested for profiles.
 #include "profile/container.h"
 #include "profile/defaultlibrary.h"
 #include "profile/hintcatalog.h"
 #include "profile/recentprofiles.h"
+#include "profile/suggestedfilename.h"
 #include "support/layoutencoder.h"
 
 #include "profile/safefilewriter.h"
@@ -64,6 +65,8 @@ private slots:
     void recentProfiles();
     void writeKeepsTheOldFile_data();
     void writeKeepsTheOldFile();
+    void suggestedFileNames_data();
+    void suggestedFileNames();
 };
 
 // Rows that write compare the writer's bytes with the record; every row reads the record back,
@@ -316,6 +319,27 @@ void TestProfileFile::writeKeepsTheOldFile()
     // Nothing half written stays behind.
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
         old.isEmpty() ? QStringList() : QStringList {"old.cdi"});
+}
+
+// The name the save dialogs suggest for a profile, from its name.
+void TestProfileFile::suggestedFileNames_data()
+{
+    QTest::addColumn<QStringList>("names"); // the profile's, then the file's
+
+    QTest::newRow("separators, characters Windows refuses, control characters")
+        << QStringList {"road/track\\a<b>c:d\"e|f?g*h\ti", "road_track_a_b_c_d_e_f_g_h_i"};
+    QTest::newRow("blanks and dots at the ends") << QStringList {"  . tuned. . ", "tuned"};
+    QTest::newRow("nothing but dots") << QStringList {"...", "profile"};
+    QTest::newRow("device name with extension") << QStringList {"LPT1.old", "LPT1_.old"};
+    QTest::newRow("device name inside a word") << QStringList {"CONSOLE", "CONSOLE"};
+    QTest::newRow("long names are cut, never inside a character")
+        << QStringList {QString(79, 'x') + QString::fromUtf8("\xF0\x9F\x94\xA5") + "tail", QString(79, 'x')};
+}
+
+void TestProfileFile::suggestedFileNames()
+{
+    QFETCH(QStringList, names);
+    QCOMPARE(suggestedFileName(names[0], QStringLiteral("profile")), names[1]);
 }
 
 QTEST_APPLESS_MAIN(TestProfileFile)
