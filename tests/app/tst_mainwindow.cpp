@@ -2,8 +2,10 @@
 // back, the menu commands and their shortcuts, the open, save and print flows with their
 // messages, the panels that lead back to the profile last edited, the recent profiles, the
 // comparison list and its graph, and the unsaved-changes question on every way out.
+#include "dialogs/aboutdialog.h"
+#include "editor/chintlabel.h"
 #include "profile/profilefile.h"
-#include "profile/suggestedfilename.h"
+#include "render/bracemarkup.h"
 #include "render/plotfile.h"
 #include "start/comparisonform.h"
 #include "start/continueform.h"
@@ -145,8 +147,6 @@ private slots:
     void waysThroughThePages();
     void filesWritten_data();
     void filesWritten();
-    void suggestedFileNames_data();
-    void suggestedFileNames();
     void languageSwitchReachesEveryPage();
     void undoAndRedoByMenuAndKeys();
     void recentProfilesOpenThroughTheQuestion();
@@ -234,7 +234,7 @@ void TestMainWindow::waysThroughThePages()
     QVERIFY(program.ready());
     const QString path = folder.filePath(QStringLiteral("opened.cdi"));
     if (!file.isNull()) {
-        QVERIFY(WidgetTest::writeFile(path, file));
+        QVERIFY(writeFile(path, file));
         program.prompts.fileAnswers.append(path);
     }
     take(program, steps);
@@ -292,7 +292,7 @@ void TestMainWindow::waysThroughThePages()
 void TestMainWindow::filesWritten_data()
 {
     QTest::addColumn<QString>("steps"); // to the page, then the command
-    QTest::addColumn<QString>("before"); // in the file's place: "older", "read-only" or "missing folder"
+    QTest::addColumn<QString>("before"); // in the file's place: "older" or "read-only"
     QTest::addColumn<QString>("answer"); // the name given in the dialog; none cancels it
     QTest::addColumn<QString>("filter"); // the file type chosen; none: the first offered
     QTest::addColumn<QString>("suggested"); // none: the system's print dialog
@@ -309,8 +309,6 @@ void TestMainWindow::filesWritten_data()
         "mine.cdi");
     row("save over a read-only file", "editor ^S", "read-only", "mine.cdi", "%first.cdi",
         "Saving profile" + refused + '.', "mine.cdi");
-    row("save into a missing folder", "editor ^S", "missing folder", "mine.cdi", "%first.cdi",
-        "Saving profile" + refused + ": No such file or directory.", "");
     row("print over an older file", "editor actionPrint", "older", "mine.pdf", "%first.pdf", "", "mine.pdf");
     row("print over a read-only file", "editor actionPrint", "read-only", "mine.pdf", "%first.pdf",
         "Printing PDF" + refused + '.', "mine.pdf");
@@ -338,11 +336,9 @@ void TestMainWindow::filesWritten()
     if (written.endsWith(QLatin1String(".svg")) && !plotFormats().contains(PlotFormat::Svg))
         QSKIP("built without Qt's SVG module");
     QTemporaryDir folder;
-    const QString path
-        = folder.filePath(before == QLatin1String("missing folder") ? "gone/" + answer : answer);
+    const QString path = folder.filePath(answer);
     const QByteArray old("the file that was there before");
-    QVERIFY(
-        before.isEmpty() || before == QLatin1String("missing folder") || WidgetTest::writeFile(path, old));
+    QVERIFY(before.isEmpty() || writeFile(path, old));
     if (before == QLatin1String("read-only"))
         QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadUser));
 
@@ -366,8 +362,7 @@ void TestMainWindow::filesWritten()
         said.replace("%path", QDir::toNativeSeparators(folder.filePath(written))));
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files),
         written.isEmpty() ? QStringList() : QStringList {written});
-    const QByteArray bytes
-        = written.isEmpty() ? QByteArray() : WidgetTest::readFile(folder.filePath(written));
+    const QByteArray bytes = written.isEmpty() ? QByteArray() : readFile(folder.filePath(written));
     if (warning >= 0)
         QCOMPARE(bytes, written.isEmpty() ? QByteArray() : old);
     else if (written.endsWith(QLatin1String(".cdi")))
@@ -382,26 +377,6 @@ void TestMainWindow::filesWritten()
     else if (written.endsWith(QLatin1String(".csv")))
         QCOMPARE(bytes.count("\r\n"), 2); // the header and the profile left shown
     QCOMPARE(program.prompt(), page);
-}
-
-void TestMainWindow::suggestedFileNames_data()
-{
-    QTest::addColumn<QStringList>("names"); // the profile's, then the file's
-
-    QTest::newRow("separators, characters Windows refuses, control characters")
-        << QStringList {"road/track\\a<b>c:d\"e|f?g*h\ti", "road_track_a_b_c_d_e_f_g_h_i"};
-    QTest::newRow("blanks and dots at the ends") << QStringList {"  . tuned. . ", "tuned"};
-    QTest::newRow("nothing but dots") << QStringList {"...", "profile"};
-    QTest::newRow("device name with extension") << QStringList {"LPT1.old", "LPT1_.old"};
-    QTest::newRow("device name inside a word") << QStringList {"CONSOLE", "CONSOLE"};
-    QTest::newRow("long names are cut, never inside a character")
-        << QStringList {QString(79, 'x') + QString::fromUtf8("\xF0\x9F\x94\xA5") + "tail", QString(79, 'x')};
-}
-
-void TestMainWindow::suggestedFileNames()
-{
-    QFETCH(QStringList, names);
-    QCOMPARE(suggestedFileName(names[0], QStringLiteral("profile")), names[1]);
 }
 
 void TestMainWindow::languageSwitchReachesEveryPage()
@@ -423,11 +398,20 @@ void TestMainWindow::languageSwitchReachesEveryPage()
     QCOMPARE(program.button("clearButton")->text(), QStringLiteral("&Alle entfernen"));
     // The braces mark the highlighted words, in every language.
     QCOMPARE(program.button("calibrationSelectionButton")->toolTip(),
-        QStringLiteral("<font color=#3E6C82>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl"));
+        QStringLiteral("<font color=%1>Programmieren Sie Ihre CDI</font> mit einem Profil Ihrer Wahl")
+            .arg(highlightColour()));
     QCoreApplication::removeTranslator(&translator);
     // The Language menu checks the language in use.
     const QList<QAction *> languages = program.child<QMenu>("menuLanguage")->actions();
     QVERIFY(languages.size() == 2 && languages[0]->isChecked() && !languages[1]->isChecked());
+    // The pages made when first needed, the editor and the about box, follow the menu too.
+    program.switcher.addLanguage(QStringLiteral("de"));
+    take(program, QStringLiteral("editor actionAbout"));
+    languages[1]->trigger();
+    QCOMPARE((QStringList {program.window().findChild<CHintLabel *>()->text(),
+                 program.child<QLabel>("labelNotes")->text(),
+                 program.window().findChild<AboutDialog *>()->windowTitle()}),
+        (QStringList {"Zum Ändern klicken", "Eigene &Notizen", "Über"}));
 }
 
 // Ctrl+Z, Ctrl+Y and Ctrl+Shift+Z walk the editor's history, whose steps the menu names, the
@@ -465,7 +449,7 @@ void TestMainWindow::recentProfilesOpenThroughTheQuestion()
     QVERIFY(program.ready());
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("recent.cdi"));
-    QVERIFY(WidgetTest::writeFile(path, profileFileBytes(namedProfile(QStringLiteral("Recent one")))));
+    QVERIFY(writeFile(path, profileFileBytes(namedProfile(QStringLiteral("Recent one")))));
     program.prompts.fileAnswers = QStringList {path};
     take(program, QStringLiteral("^O"));
     EditorForm *editor = &program.window().editor();
@@ -498,7 +482,7 @@ void TestMainWindow::saveGoesBackToItsFile()
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("road.cdi"));
     const QString other = dir.filePath(QStringLiteral("other.cdi"));
-    QVERIFY(WidgetTest::writeFile(path, profileFileBytes(namedProfile(QStringLiteral("Road")))));
+    QVERIFY(writeFile(path, profileFileBytes(namedProfile(QStringLiteral("Road")))));
     program.prompts.fileAnswers = QStringList {path};
     take(program, QStringLiteral("^O"));
     QCOMPARE(window.windowTitle(), QStringLiteral("Road (road.cdi)[*] - Sparkwright"));
@@ -552,7 +536,7 @@ void TestMainWindow::unsavedEditsAreGuardedOnEveryPath()
         QTemporaryDir folder;
         const QString opened = folder.filePath(QStringLiteral("opened.cdi"));
         const QString saved = folder.filePath(QStringLiteral("saved.cdi"));
-        QVERIFY(WidgetTest::writeFile(opened, profileFileBytes(program.firstTemplate())));
+        QVERIFY(writeFile(opened, profileFileBytes(program.firstTemplate())));
         EditorForm *editor = &program.window().editor();
         take(program, QStringLiteral("editor"));
         editor->setProfileName(QStringLiteral("Edited"));

@@ -4,6 +4,7 @@
 // exit codes: 0 done, 1 a file could not be read or written or an exchange failed, 2 bad usage or
 // stopped before an exchange; never a partial output file.
 #include "profile/profilefile.h"
+#include "programversion.h"
 #include "support/layoutencoder.h"
 
 #include <QImage>
@@ -11,7 +12,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QSerialPort>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -57,12 +57,6 @@ QJsonObject sampleJson()
         {"pickUpEdgeSelectable", false}, {"k1Rising", -0.00025}, {"k1Falling", -0.0004}};
 }
 
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 class TestCli : public QObject
@@ -87,7 +81,6 @@ private:
     int run(QStringList arguments, QString *out = nullptr, QString *err = nullptr);
     // Starts a virtual CDI with the arguments; its pseudo-terminal, or empty.
     QString startVirtualCdi(QProcess &cdi, const QStringList &arguments);
-    void write(const QString &name, const QByteArray &bytes);
     QString path(const QString &name) const { return m_dir.filePath(name); }
 
     QString m_cli;
@@ -111,16 +104,16 @@ void TestCli::initTestCase()
     QVERIFY(QDir(m_dir.path()).mkpath(QStringLiteral("bin")) && QDir(m_dir.path()).mkpath("folder.cdi"));
     m_bareCli = path(QStringLiteral("bin/sparkwright-cli"));
     QVERIFY(QFile::copy(m_cli, m_bareCli));
-    write(QStringLiteral("road.cdi"), handContainer({sampleRecord().bytes()}));
-    write(QStringLiteral("old.pdf"), "the sheet printed last week");
+    QVERIFY(writeFile(path(QStringLiteral("road.cdi")), handContainer({sampleRecord().bytes()})));
+    QVERIFY(writeFile(path(QStringLiteral("old.pdf")), "the sheet printed last week"));
     for (const char *planted : {"default.cds", "hints.cdh", "lang_de.qm"})
-        write(QLatin1String(planted), "planted by someone else");
+        QVERIFY(writeFile(path(QLatin1String(planted)), "planted by someone else"));
     QJsonObject json = sampleJson();
-    write(QStringLiteral("road.json"), QJsonDocument(json).toJson());
+    QVERIFY(writeFile(path(QStringLiteral("road.json")), QJsonDocument(json).toJson()));
     QJsonArray map = json.value("map").toArray();
     map[3] = QJsonArray {3500, "twenty"};
     json.insert(QStringLiteral("map"), map);
-    write(QStringLiteral("point.json"), QJsonDocument(json).toJson());
+    QVERIFY(writeFile(path(QStringLiteral("point.json")), QJsonDocument(json).toJson()));
 }
 
 int TestCli::run(QStringList arguments, QString *out, QString *err)
@@ -170,13 +163,6 @@ QString TestCli::startVirtualCdi(QProcess &cdi, const QStringList &arguments)
     return QString::fromUtf8(cdi.readLine()).trimmed();
 }
 
-void TestCli::write(const QString &name, const QByteArray &bytes)
-{
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(file.fileName()));
-}
-
 // The arguments are separated by spaces. Damaged files are refused by the readers under
 // tests/fuzz and tst_damagedinput; here one file error of each kind, and one bad usage.
 void TestCli::exitCodes_data()
@@ -186,20 +172,15 @@ void TestCli::exitCodes_data()
     QTest::addColumn<QString>("message"); // on the output for 0, else the one line of the errors
 
     QTest::newRow("help") << "--help" << 0 << "build-hints";
-    QTest::newRow("version") << "--version" << 0 << "sparkwright-cli 0.";
+    QTest::newRow("version") << "--version" << 0
+                             << QStringLiteral("sparkwright-cli %1\n").arg(kProgramVersionText);
     QTest::newRow("unknown language") << "graph road.cdi g.png --language fr" << 2 << "unknown language 'fr'";
     QTest::newRow("no library for the sheet's header, the old sheet kept")
         << "bare print road.cdi old.pdf" << 1 << "default.cds: the file does not exist";
     QTest::newRow("a folder as the profile")
         << "print folder.cdi x.pdf" << 1 << "folder.cdi: the file could not be read";
     QTest::newRow("damaged library") << "dump default.cds" << 1 << "is damaged or of another kind";
-    QTest::newRow("target folder missing")
-        << "pack road.json no/such/x.cdi" << 1 << "x.cdi: the file may not be written there";
     QTest::newRow("text in a map point") << "pack point.json x.cdi" << 1 << "map[3][1]";
-    // Qt keeps small writes in a buffer until the file is committed: the smallest output counts.
-    QTest::newRow("disk full while packing, the old file kept")
-        << "limit=20 pack road.json old.pdf" << 1
-        << "File too large. A file that was there before is unchanged.";
     // In German, from the translation beside the tool, not the planted one.
     QTest::newRow("disk full while printing, the old sheet kept")
         << "limit=2000 print road.cdi old.pdf --language de" << 1
@@ -219,7 +200,7 @@ void TestCli::exitCodes()
     QVERIFY2(shown.contains(message), qPrintable(shown));
     QVERIFY(exitCode == 0 || (out.isEmpty() && err.count(QLatin1Char('\n')) == 1));
     QVERIFY(!QFile::exists(path("g.png")) && !QFile::exists(path("x.cdi")));
-    QCOMPARE(readAll(path("old.pdf")), QByteArray("the sheet printed last week"));
+    QCOMPARE(readFile(path("old.pdf")), QByteArray("the sheet printed last week"));
 }
 
 // A profile packed from JSON follows the layout, and the layout dumps to the same JSON. The
@@ -227,7 +208,7 @@ void TestCli::exitCodes()
 void TestCli::packAndDumpFollowTheLayout()
 {
     QCOMPARE(run({"pack", "road.json", "built.cdi"}), 0);
-    QCOMPARE(readAll(path("built.cdi")).toHex(), readAll(path("road.cdi")).toHex());
+    QCOMPARE(readFile(path("built.cdi")).toHex(), readFile(path("road.cdi")).toHex());
     QString dumped;
     QCOMPARE(run({"dump", "road.cdi"}, &dumped), 0);
     QCOMPARE(QJsonDocument::fromJson(dumped.toUtf8()).object(), sampleJson());
@@ -258,7 +239,7 @@ void TestCli::drawing()
     const int printed = run(QStringList {"print", "road.cdi", "out.pdf"} + options);
     m_environment.remove(QStringLiteral("SOURCE_DATE_EPOCH"));
     QCOMPARE(printed, 0);
-    const QByteArray pdf = readAll(path("out.pdf"));
+    const QByteArray pdf = readFile(path("out.pdf"));
     QVERIFY(pdf.startsWith("%PDF-") && pdf.trimmed().endsWith("%%EOF"));
     const QString pdftotext = QStandardPaths::findExecutable(QStringLiteral("pdftotext"));
     if (pdftotext.isEmpty())
@@ -289,20 +270,8 @@ void TestCli::deviceSession()
         QStringLiteral("Test successful\nYour CDI responded as expected. Firmware 3.1 and serial number 42 "
                        "were reported.\n"));
 
-    // A port another program holds is named with that program; a node closed to the user is
-    // described as the system has it, with the fix that works there. That needs root, to hand the
-    // node to root and run the tool as nobody.
-    {
-        QSerialPort other(port);
-        QVERIFY(other.open(QIODevice::ReadWrite));
-        QCOMPARE(run({"ping", "--port", port, "--language", "de"}, &out, &err), 2);
-        QCOMPARE(err,
-            QStringLiteral(
-                "sparkwright-cli: %1 wird von einem anderen Programm benutzt: tst_cli (Prozess %2). "
-                "Schließen Sie es und versuchen Sie es erneut.\n")
-                .arg(port)
-                .arg(QCoreApplication::applicationPid()));
-    }
+    // A node closed to the user is described as the system has it, with the fix that works there.
+    // That needs root, to hand the node to root and run the tool as nobody.
     const QByteArray node = port.toLocal8Bit();
     if (::geteuid() == 0 && ::chown(node.constData(), 0, 0) == 0 && ::chmod(node.constData(), 0660) == 0) {
         QCOMPARE(run({"nobody", "ping", "--port", port}, &out, &err), 2);
@@ -351,12 +320,11 @@ void TestCli::deviceSession()
         const QString forgetfulPort
             = startVirtualCdi(forgetful, {"--fault", "keeps-old", "--profile", path("held.cdi")});
         QCOMPARE(run({"program", "other.cdi", "--port", forgetfulPort}, &out, &err), 1);
-        QCOMPARE(out,
-            QStringLiteral(
-                "Verification failed\nYour CDI echoed the profile Other, but it gives back other "
-                "values than were sent (sent → read back):\nSlot 3: 3200 rpm, 20° → 3000 rpm, 18°\n"
-                "Ignition voltage: 220 V → 170 V\n\nThe CDI may be programmed improperly and should "
-                "not be used in its current state.\n"));
+        // The words are tst_deviceframe's; the tool gives each difference a line of its own.
+        QVERIFY2(out.startsWith("Verification failed\n")
+                && out.contains(
+                    ":\nSlot 3: 3200 rpm, 20° → 3000 rpm, 18°\nIgnition voltage: 220 V → 170 V\n\n"),
+            qPrintable(out));
         forgetful.terminate();
         QVERIFY(forgetful.waitForFinished(10000));
     }
@@ -367,10 +335,7 @@ void TestCli::deviceSession()
             "Import failed\nNothing answered on %1. The CDI may have been programmed not to give its "
             "profile back; otherwise no CDI seems to be connected to this port.\n")
             .arg(port));
-    QVERIFY2(err.startsWith("Sparkwright ")
-            && err.contains(QStringLiteral("\nPort: %1\nDescription: Virtual CDI\nUSB IDs: none\n").arg(port))
-            && err.contains(
-                QRegularExpression("\n +\\d+ ms  sent +4d f6 68 00( 00){44} 02 00 d1\n +\\d+ ms  closed\n$")),
+    QVERIFY2(err.startsWith("Sparkwright ") && err.contains(QStringLiteral("\nPort: %1\n").arg(port)),
         qPrintable(err));
     QVERIFY(!QFile::exists(path("refused.cdi")));
 

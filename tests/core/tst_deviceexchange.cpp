@@ -8,7 +8,6 @@
 #include "device/exchangetranscript.h"
 #include "device/serialports.h"
 #include "profile/defaultlibrary.h"
-#include "profile/profilefile.h"
 #include "support/layoutencoder.h"
 
 #include <QScopeGuard>
@@ -39,7 +38,7 @@ Profile sampleProfile()
     profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
         {10, 12, 14, 16, 18, 20, 22, 24, 26, 28}));
     profile.setVoltage(180);
-    profile.setFlagsAndCoefficientsAsStored(flagsOf(true, true, true, 1), {42.5, -1.0 / 4096, 0.0});
+    profile.setFlagsAndCoefficientsAsStored(ProfileFlags {true, true, true, 1}, {42.5, -1.0 / 4096, 0.0});
     return profile;
 }
 
@@ -54,7 +53,6 @@ private slots:
     void faults_data();
     void faults();
     void transcript();
-    void importSaveOpenProgram();
     void lateAnswer_data();
     void lateAnswer();
     void lateAnswerStaysOnItsTerminal();
@@ -185,51 +183,6 @@ void TestDeviceExchange::transcript()
         (QStringList {"Port: PTY", "Description: Virtual CDI", "USB IDs: none",
             "sent        4d f6 68 5a" + QString(" 00").repeated(44) + " 01 00 88",
             "received    4d f6 68 5a 31 2e 30 30 00 00 00 00", "port error", "closed"}));
-}
-
-// What a CDI gave survives saving, reopening and programming it back: type 10, sensor mode 2 on
-// the rising edge, whose template would derive K1 -0.0003 where the CDI holds -0.00125.
-void TestDeviceExchange::importSaveOpenProgram()
-{
-    const QByteArray held = QByteArray::fromHex("8b" // custom, type 10
-                                                "03e807d00bb80fa0138817701b581f4023282710" // rpm
-                                                "0a0b0c0d0e0f10111213" // angles
-                                                "c834" // 200 V; rising edge, sensor mode 2, reimport
-                                                "41fc0000baa3d70a00000000"); // K 31.5, -0.00125, 0
-    auto library = std::make_shared<DefaultLibrary>();
-    Profile template10;
-    template10.setMotorbikeType(10, false);
-    template10.setK1(-0.0003, -0.00045);
-    template10.setFlags(flagsOf(false, true, true, 2));
-    template10.setSensorCoefficients({43.0, 0.0, 0.0});
-    library->append(template10);
-    Profile inCdi = sampleProfile();
-    inCdi.setMotorbikeType(10, true);
-    inCdi.setVoltage(200);
-    inCdi.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
-        {10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
-    inCdi.setFlagsAndCoefficientsAsStored(flagsOf(false, true, true, 2), {31.5, -0.00125, 0.0});
-    CVirtualCdi cdi;
-    cdi.setProfile(inCdi);
-    QCOMPARE(cdi.storedImage().toHex(), held.toHex());
-    QCOMPARE(cdi.open(), QString());
-
-    CBridgeComm bridge;
-    QSignalSpy finished(&bridge, &CBridgeComm::finished);
-    QVERIFY(bridge.runTransaction(std::make_unique<CImporter>(library), cdi.portName(), kPacing));
-    QVERIFY(finished.wait(5000));
-    const auto imported = finished.takeFirst().at(0).value<ExchangeResult>();
-    QVERIFY(imported.succeeded() && imported.profile);
-    const QString path = m_runtime.filePath(QStringLiteral("imported.cdi"));
-    QVERIFY(saveProfileFile(*imported.profile, path));
-    const tl::expected<Profile, FileError> reopened = readProfileFile(path);
-    QVERIFY(reopened);
-    cdi.setProfile(Profile());
-    QVERIFY(bridge.runTransaction(
-        std::make_unique<CCalibrator>(*reopened, true, quint8(0x10)), cdi.portName(), kPacing));
-    QVERIFY(finished.wait(5000));
-    QVERIFY(finished.takeFirst().at(0).value<ExchangeResult>().succeeded());
-    QCOMPARE(cdi.storedImage().toHex(), held.toHex());
 }
 
 // A CDI too slow for one ping answers while the next ping, to a CDI in time again, is under way:

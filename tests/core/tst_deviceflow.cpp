@@ -3,10 +3,10 @@
 #include "device/cdeviceflow.h"
 #include "device/cvirtualcdi.h"
 #include "device/exchangewording.h"
-#include "device/serialports.h"
 #include "profile/defaultlibrary.h"
 #include "profile/profilecomparison.h"
 #include "profile/profilefile.h"
+#include "support/changingports.h"
 #include "support/layoutencoder.h"
 
 #include <QDateTime>
@@ -15,21 +15,6 @@
 #include <QtTest>
 
 namespace {
-
-// A plain serial port and, where there is one, the virtual CDI.
-struct Ports : IPortLister
-{
-    explicit Ports(const QString &cdi)
-        : cdi(cdi)
-    { }
-    std::vector<SerialPortEntry> ports() const override
-    {
-        return {{QStringLiteral("ttyS0"), {}, {}, 0, 0, false, false},
-            {cdi, {}, {}, 0, 0, false, !cdi.isEmpty()}};
-    }
-    std::unique_ptr<IPortLister> clone() const override { return std::make_unique<Ports>(cdi); }
-    const QString cdi;
-};
 
 Profile track(int angle = 20)
 {
@@ -144,8 +129,14 @@ void TestDeviceFlow::steps()
     QSerialPort other(cdi.portName()); // another program's hold on the CDI's port
     QStringList asked; // of the pages
     const bool bridge = QString(QTest::currentDataTag()).startsWith(QLatin1String("bridge"));
-    // The flow keeps nothing of the lister it was given.
-    CDeviceFlow flow(&m_library, Ports(bridge ? cdi.portName() : QString()));
+    // A plain port and the CDI, a bridge where the row says so. The flow keeps nothing of the
+    // lister it was given.
+    CDeviceFlow flow(&m_library, [&] {
+        ChangingPorts ports;
+        ports.shared->ports
+            = {kSerialPort, {bridge ? cdi.portName() : QString(), {}, {}, 0, 0, false, bridge}};
+        return ports;
+    }());
     flow.setPacing({100, 30, 600});
     flow.setImportDelay(3600000);
     flow.setProgrammedFolder(m_copies.path());

@@ -7,6 +7,7 @@
 #include "device/deviceframe.h"
 #include "device/exchangewording.h"
 #include "profile/defaultlibrary.h"
+#include "render/bracemarkup.h"
 #include "support/layoutencoder.h"
 
 #include <QTranslator>
@@ -36,7 +37,7 @@ Profile sampleProfile(const QString &name = QStringLiteral("Track"))
         {10, 11, 12, 13, 14, 15, 16, 17, 18, 19}));
     profile.setVoltage(200);
     profile.setK1(0.0, 0.5); // an import keeps the device's K1 as the falling edge's
-    profile.setFlagsAndCoefficientsAsStored(flagsOf(true, false, false, 2), {38.0, 0.5, -2.0});
+    profile.setFlagsAndCoefficientsAsStored(ProfileFlags {true, false, false, 2}, {38.0, 0.5, -2.0});
     return profile;
 }
 
@@ -142,15 +143,16 @@ void TestDeviceFrame::answers_data()
         "An error occurred during data transmission. The CDI may be programmed improperly and should not "
         "be used in its current state."};
     using E = DeviceExchange;
+    const QString stressed = "<font color=" + highlightColour() + '>';
 
     row("ping answered, nine firmware characters to escape", E::Ping, sealed(pinged, 4, "613c623e26632e6465"),
         K::Succeeded,
         {"Test successful",
-            "Your CDI responded as expected. Firmware <font color=#3E6C82>a&lt;b&gt;&amp;c.de</font> and "
-            "serial number <font color=#3E6C82>123456</font> were reported.",
+            "Your CDI responded as expected. Firmware " + stressed
+                + "a&lt;b&gt;&amp;c.de</font> and serial number " + stressed + "123456</font> were reported.",
             "Test erfolgreich",
-            "Ihre CDI hat wie erwartet geantwortet. Gemeldet wurden die Firmware <font color=#3E6C82>"
-            "a&lt;b&gt;&amp;c.de</font> und die Seriennummer <font color=#3E6C82>123456</font>."});
+            "Ihre CDI hat wie erwartet geantwortet. Gemeldet wurden die Firmware " + stressed
+                + "a&lt;b&gt;&amp;c.de</font> und die Seriennummer " + stressed + "123456</font>."});
     row("ping, wrong nonce", E::Ping, sealed(pinged, 3, "5b"), K::WrongNonce,
         {"Test failed", "Your CDI responded but an error occurred during data transmission."});
     row("ping, port lost", E::Ping, kPortLost, K::PortLost,

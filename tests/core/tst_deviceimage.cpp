@@ -44,7 +44,7 @@ Profile profileWithLocalFields()
     p.setPickUpEdgeSelectable(false);
     p.setK1(0.125, -0.375);
     p.setVoltage(111);
-    p.setFlagsAndCoefficientsAsStored(flagsOf(false, true, false, 0), {11.0, 12.0, 13.0});
+    p.setFlagsAndCoefficientsAsStored(ProfileFlags {false, true, false, 0}, {11.0, 12.0, 13.0});
     p.setModified(false);
     return p;
 }
@@ -71,7 +71,7 @@ void TestDeviceImage::writeImage_data()
     Profile base;
     base.setMotorbikeType(0, true);
     base.setMap(mapOf(kRpms, kAngles));
-    base.setFlags(flagsOf(true, false, true, 0));
+    base.setFlags(ProfileFlags {true, false, true, 0});
     base.setSensorCoefficients({30.0, -1.0 / 1024, -1.0 / 1048576});
     // Neither travels to the device.
     base.setTemplateType(77);
@@ -84,10 +84,10 @@ void TestDeviceImage::writeImage_data()
     QTest::newRow("default profile of type 5 has bit 7 clear") << p << true << withBytes(kImage, 0, "06");
     p = base;
     p.setK1(0.25, -0.5);
-    p.setFlags(flagsOf(false, true, false, 1));
+    p.setFlags(ProfileFlags {false, true, false, 1});
     QTest::newRow("sensor mode 1 sends bit 3, K1 falling and zero K2")
         << p << false << withBytes(kImage, 32, "0841f00000bf00000000000000");
-    p.setFlags(flagsOf(false, true, true, 2));
+    p.setFlags(ProfileFlags {false, true, true, 2});
     QTest::newRow("sensor mode 2 sends bit 4, K1 rising and zero K2")
         << p << true << withBytes(kImage, 32, "3441f000003e80000000000000");
     p = base;
@@ -118,7 +118,7 @@ void TestDeviceImage::readImage_data()
     expected.setMap(mapOf(kRpms, kAngles));
     expected.setVoltage(200);
     expected.setFlagsAndCoefficientsAsStored(
-        flagsOf(true, false, true, 0), {30.0, -1.0 / 1024, -1.0 / 1048576});
+        ProfileFlags {true, false, true, 0}, {30.0, -1.0 / 1024, -1.0 / 1048576});
     expected.setKind(ProfileKind::Custom);
     const QString ok;
 
@@ -127,7 +127,7 @@ void TestDeviceImage::readImage_data()
     e.setKind(ProfileKind::Default);
     QTest::newRow("the caller's kind wins over the type byte") << kFrame << false << ok << e;
     e = expected;
-    e.setFlagsAndCoefficientsAsStored(flagsOf(false, true, true, 1), {0.1f, 5.0, 7.0});
+    e.setFlagsAndCoefficientsAsStored(ProfileFlags {false, true, true, 1}, {0.1f, 5.0, 7.0});
     e.setK1(5.0, -0.375);
     QTest::newRow("sensor mode 1 keeps K1 and K2 as the device holds them, K1 as the edge's too")
         << withBytes(kFrame, 35, "0c3dcccccd40a0000040e00000") << true << ok << e;

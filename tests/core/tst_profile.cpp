@@ -24,32 +24,26 @@ private slots:
     void mapOrder();
 };
 
-// A byte that writing gives back reads to its flags and is written again as it was; the others
-// show what reading makes of bits that writing never sets together. The sensor mode bits show in
-// the file and device rows.
+// What reading makes of bits that writing never sets together. The bytes that writing gives
+// back read and write as they were in tst_profilefile's and tst_deviceimage's rows.
 void TestProfile::flagByte_data()
 {
     QTest::addColumn<int>("byte");
     QTest::addColumn<ProfileFlags>("flags"); // monitoring, ground enables, rising edge, mode
-    QTest::addColumn<bool>("writtenBack");
-    QTest::newRow("zero") << 0x00 << flagsOf(false, true, false, 0) << true;
-    QTest::newRow("monitoring, ground blocks") << 0x03 << flagsOf(true, false, false, 0) << true;
     QTest::newRow("ground blocking without monitoring reads as enabling")
-        << 0x02 << flagsOf(false, true, false, 0) << false;
-    QTest::newRow("both mode bits give mode 1") << 0x18 << flagsOf(false, true, false, 1) << false;
-    QTest::newRow("the extra bit and high bits are ignored")
-        << 0xE4 << flagsOf(false, true, true, 0) << false;
+        << 0x02 << ProfileFlags {false, true, false, 0};
+    QTest::newRow("both mode bits give mode 1") << 0x18 << ProfileFlags {false, true, false, 1};
+    QTest::newRow("the extra bit and high bits are ignored") << 0xE4 << ProfileFlags {false, true, true, 0};
 }
 
 void TestProfile::flagByte()
 {
     QFETCH(int, byte);
     QFETCH(ProfileFlags, flags);
-    QFETCH(bool, writtenBack);
 
     const ProfileFlags read = ProfileFlags::fromByte(quint8(byte));
     QVERIFY(read == flags);
-    QCOMPARE(read.toByte(false) == byte, writtenBack);
+    QVERIFY(read.toByte(false) != byte);
     // Ground blocking is only written while the side stand is monitored.
     ProfileFlags blocking = read;
     blocking.groundEnablesIgnition = false;

@@ -1,14 +1,14 @@
 // The "cdi" container and what it carries: profile records and files, the default library and
-// the hint catalog.
+// the hint catalog; the recent files, safe writing, and the file names suggested for profiles.
 #include "profile/container.h"
 #include "profile/defaultlibrary.h"
 #include "profile/hintcatalog.h"
 #include "profile/recentprofiles.h"
+#include "profile/suggestedfilename.h"
 #include "support/layoutencoder.h"
 
 #include "profile/safefilewriter.h"
 
-#include <QBuffer>
 #include <QtTest>
 
 #include <csignal>
@@ -27,7 +27,7 @@ Profile fullProfile()
     p.setAuxFlag(true);
     p.setName(QStringLiteral("Straße"));
     p.setNotes(QStringLiteral("N1"));
-    p.setFlags(flagsOf(true, false, true, 0));
+    p.setFlags(ProfileFlags {true, false, true, 0});
     p.setVoltage(180);
     p.setPickUpEdgeSelectable(false);
     p.setK1(0.1, -0.25);
@@ -49,14 +49,6 @@ Profile withSensor(const ProfileFlags &flags, const SensorCoefficients &coeffici
     return p;
 }
 
-// Reads the bytes with one of the file readers.
-template<typename Reader> auto readBytes(QByteArray bytes, Reader reader)
-{
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    return reader(buffer);
-}
-
 } // namespace
 
 class TestProfileFile : public QObject
@@ -73,6 +65,8 @@ private slots:
     void recentProfiles();
     void writeKeepsTheOldFile_data();
     void writeKeepsTheOldFile();
+    void suggestedFileNames_data();
+    void suggestedFileNames();
 };
 
 // Rows that write compare the writer's bytes with the record; every row reads the record back,
@@ -108,19 +102,19 @@ void TestProfileFile::record_data()
     r.flagByte = 0x08;
     r.modeOne = true;
     QTest::newRow("sensor mode 1: flag 0x08, the old mode-1 flag, K1 falling")
-        << true << r.bytes() << true << withSensor(flagsOf(false, true, false, 1), {35.0, 9.0, 9.0});
+        << true << r.bytes() << true << withSensor(ProfileFlags {false, true, false, 1}, {35.0, 9.0, 9.0});
     r.flagByte = 0x14;
     r.modeOne = false;
     r.k1 = 0.25;
     QTest::newRow("sensor mode 2: flag 0x10 alone, K1 rising")
-        << true << r.bytes() << true << withSensor(flagsOf(false, true, true, 2), {35.0, 0.25, 0.0});
+        << true << r.bytes() << true << withSensor(ProfileFlags {false, true, true, 2}, {35.0, 0.25, 0.0});
     r.k0 = 30.0;
     r.k1 = 7.0;
     r.k2 = 7.0;
     r.flagByte = 0x10;
     r.modeOne = true;
     QTest::newRow("the old mode-1 flag wins over flag byte 0x10, K1 and K2 derived")
-        << false << r.bytes() << true << withSensor(flagsOf(false, true, false, 1), {30.0, -0.5, 0.0});
+        << false << r.bytes() << true << withSensor(ProfileFlags {false, true, false, 1}, {30.0, -0.5, 0.0});
 
     // Each string tag "Q" (followed by the "i" of its length) in the old form "S".
     QTest::newRow("strings in the old form")
@@ -283,30 +277,30 @@ void TestProfileFile::writeKeepsTheOldFile_data()
 {
     QTest::addColumn<int>("size");
     QTest::addColumn<qint64>("limit"); // bytes a file may grow to; 0: no limit
-    QTest::addColumn<bool>("readOnly");
+    QTest::addColumn<QString>("old"); // the old file, "read-only", or "" in a folder that is missing
     QTest::addColumn<QString>("failure"); // empty: written
-    QTest::newRow("written") << 1349 << qint64(0) << false << "";
-    QTest::newRow("small file, disk full")
-        << 1349 << qint64(100) << false << "the file could not be written: File too large";
-    QTest::newRow("large file, disk full")
-        << 40000 << qint64(20000) << false << "the file could not be written: File too large";
-    QTest::newRow("read-only old file") << 10 << qint64(0) << true << "the file may not be written there.";
+    const QString full
+        = "the file could not be written: File too large. A file that was there before is unchanged.";
+    QTest::newRow("written") << 1349 << qint64(0) << "old" << "";
+    QTest::newRow("small file, disk full") << 1349 << qint64(100) << "old" << full;
+    QTest::newRow("large file, disk full") << 40000 << qint64(20000) << "old" << full;
+    QTest::newRow("read-only old file") << 10 << qint64(0) << "read-only"
+                                        << "the file may not be written there.";
+    QTest::newRow("missing folder") << 10 << qint64(0) << ""
+                                    << "the file may not be written there: No such file or directory.";
 }
 
 void TestProfileFile::writeKeepsTheOldFile()
 {
     QFETCH(int, size);
     QFETCH(qint64, limit);
-    QFETCH(bool, readOnly);
+    QFETCH(QString, old);
     QFETCH(QString, failure);
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("old.cdi"));
-    const QByteArray old(700, 'o');
-    {
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(old) == old.size());
-    }
-    if (readOnly)
+    const QString path = folder.filePath(old.isEmpty() ? "gone/old.cdi" : "old.cdi");
+    const QByteArray before(old.isEmpty() ? 0 : 700, 'o');
+    QVERIFY(old.isEmpty() || writeFile(path, before));
+    if (old == QLatin1String("read-only"))
         QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
 
     rlimit saved {};
@@ -320,13 +314,32 @@ void TestProfileFile::writeKeepsTheOldFile()
     ::setrlimit(RLIMIT_FSIZE, &saved);
     std::signal(SIGXFSZ, savedSignal);
 
-    QCOMPARE(written ? QString() : fileErrorText(written.error()).section(QLatin1String(". A file"), 0, 0),
-        failure);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), failure.isEmpty() ? QByteArray(size, 'n') : old);
+    QCOMPARE(written ? QString() : fileErrorText(written.error()), failure);
+    QCOMPARE(readFile(path), failure.isEmpty() ? QByteArray(size, 'n') : before);
     // Nothing half written stays behind.
-    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList {"old.cdi"});
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+        old.isEmpty() ? QStringList() : QStringList {"old.cdi"});
+}
+
+// The name the save dialogs suggest for a profile, from its name.
+void TestProfileFile::suggestedFileNames_data()
+{
+    QTest::addColumn<QStringList>("names"); // the profile's, then the file's
+
+    QTest::newRow("separators, characters Windows refuses, control characters")
+        << QStringList {"road/track\\a<b>c:d\"e|f?g*h\ti", "road_track_a_b_c_d_e_f_g_h_i"};
+    QTest::newRow("blanks and dots at the ends") << QStringList {"  . tuned. . ", "tuned"};
+    QTest::newRow("nothing but dots") << QStringList {"...", "profile"};
+    QTest::newRow("device name with extension") << QStringList {"LPT1.old", "LPT1_.old"};
+    QTest::newRow("device name inside a word") << QStringList {"CONSOLE", "CONSOLE"};
+    QTest::newRow("long names are cut, never inside a character")
+        << QStringList {QString(79, 'x') + QString::fromUtf8("\xF0\x9F\x94\xA5") + "tail", QString(79, 'x')};
+}
+
+void TestProfileFile::suggestedFileNames()
+{
+    QFETCH(QStringList, names);
+    QCOMPARE(suggestedFileName(names[0], QStringLiteral("profile")), names[1]);
 }
 
 QTEST_APPLESS_MAIN(TestProfileFile)

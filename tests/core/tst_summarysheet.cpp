@@ -1,6 +1,7 @@
 // The profile summary: the printed sheet (its header line, the PDF's page and its texts in English
 // and German) and the summary page's one-line status of the settings and its map table.
 #include "profile/profile.h"
+#include "programversion.h"
 #include "render/summarysheet.h"
 #include "summary/summaryform.h"
 #include "support/layoutencoder.h"
@@ -32,7 +33,8 @@ void TestSummarySheet::pdf_data()
     QTest::newRow("English, a page of notes more")
         << false << 2
         << QStringList {"Four-stroke single 125-250 cc road",
-               "2026-03-14 - 09:05:07 - Sparkwright 0.95.1 - default.cds 20.000",
+               QStringLiteral("2026-03-14 - 09:05:07 - Sparkwright %1 - default.cds 20.000")
+                   .arg(kProgramVersionText),
                "Ignition voltage:", "200 V", "Side stand monitoring:", "enabled", "Ground blocks ignition",
                "Pulse generator edge:", "trigger with rising edge", "Sensor advance:", "43.0\u00B0", "RPM",
                "Angle", "34\u00B0", "9000", "10000", "Notes (continued)",
@@ -60,7 +62,7 @@ void TestSummarySheet::pdf()
     profile.setMap(mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 9000, 10000},
         {10, 13, 18, 24, 29, 32, 34, 34, 34, 34}));
     profile.setSensorCoefficients({43.0, -0.00035, 0.0});
-    profile.setFlags(flagsOf(true, false, true, 0));
+    profile.setFlags(ProfileFlags {true, false, true, 0});
     for (int i = 1; i <= 40 && pages > 1; ++i)
         profile.setNotes(
             profile.notes() + QStringLiteral("\nRun %1: two degrees less above 7000 rpm, plug fine.").arg(i));
@@ -108,7 +110,7 @@ void TestSummarySheet::statusLine()
     QFETCH(double, advance);
     QFETCH(QString, line);
     Profile profile;
-    profile.setFlags(flagsOf(monitoring, false, monitoring, sensorMode));
+    profile.setFlags(ProfileFlags {monitoring, false, monitoring, quint32(sensorMode)});
     profile.setSensorCoefficients({advance, 0.0, 0.0});
     SummaryForm form(SummaryForm::kWithNotes);
     form.setProfile(profile);

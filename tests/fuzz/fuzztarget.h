@@ -2,8 +2,8 @@
 
 #include "profile/fileerror.h"
 #include "profile/profile.h"
+#include "support/layoutencoder.h"
 
-#include <QBuffer>
 #include <QByteArray>
 #include <QString>
 
@@ -48,14 +48,6 @@ template<typename T> bool wasRead(const tl::expected<T, FileError> &result)
 {
     FUZZ_CHECK(result || result.error().kind == FileError::Kind::Damaged);
     return result.has_value();
-}
-
-// Reads from memory through a reader that takes a device.
-template<typename Read> auto readBytes(QByteArray bytes, Read read)
-{
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    return read(buffer);
 }
 
 // What was read saves to bytes that read to the same thing (same() compares what a writer could

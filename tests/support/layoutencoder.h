@@ -1,11 +1,13 @@
 #pragma once
 
 // The file layouts written out by hand, independent of the program's writers, so that the tests
-// compare the program against the layout and not against itself.
+// compare the program against the layout and not against itself; and the tests' own file access.
 #include "profile/profile.h"
 #include "profile/profilerecord.h"
 
+#include <QBuffer>
 #include <QByteArray>
+#include <QFile>
 #include <QStringList>
 
 #include <array>
@@ -110,11 +112,6 @@ inline QByteArray fieldsOf(const Profile &profile)
     return record.toHex();
 }
 
-inline ProfileFlags flagsOf(bool monitoring, bool groundEnables, bool rising, quint32 mode)
-{
-    return ProfileFlags {monitoring, groundEnables, rising, mode};
-}
-
 inline IgnitionMap mapOf(
     const std::array<qint32, kMapPointCount> &rpm, const std::array<qint32, kMapPointCount> &angle)
 {
@@ -122,4 +119,27 @@ inline IgnitionMap mapOf(
     for (int i = 0; i < kMapPointCount; ++i)
         map.setPoint(i, rpm[i], angle[i]);
     return map;
+}
+
+// Reads the bytes through one of the readers that take a device.
+template<typename Read> auto readBytes(QByteArray bytes, Read read)
+{
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    return read(buffer);
+}
+
+// The file's bytes; empty when it cannot be read.
+inline QByteArray readFile(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// Puts the bytes in the file's place; a null array leaves no file at all.
+inline bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile::remove(path);
+    QFile file(path);
+    return bytes.isNull() || (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
 }

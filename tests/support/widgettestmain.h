@@ -7,10 +7,10 @@
 // allocations made while the application object is built are left out of the leak check;
 // everything the tests themselves allocate is still checked.
 #include "shell/iuserprompts.h"
+#include "support/layoutencoder.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QFile>
 #include <QHash>
 #include <QPrinter>
 #include <QStyle>
@@ -43,21 +43,6 @@ inline std::unique_ptr<QApplication> createTestApplication(int &argc, char **arg
 }
 
 namespace WidgetTest {
-
-// The file's bytes; empty when it cannot be read.
-inline QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// Puts the bytes in the file's place; a null array leaves no file at all.
-inline bool writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile::remove(path);
-    QFile file(path);
-    return bytes.isNull() || (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-}
 
 // Clicks the box itself, where the user clicks, not its label.
 inline void clickCheckBox(QCheckBox *box)

@@ -88,7 +88,7 @@ void TestDesktop::fileDialogsRememberTheFolder()
     for (const char *folder : {"Documents", "bikes", "saved"})
         QVERIFY(home.mkpath(QLatin1String(folder)));
     const QString road = home.filePath(QStringLiteral("bikes/road.cdi"));
-    QVERIFY(WidgetTest::writeFile(road, ""));
+    QVERIFY(writeFile(road, ""));
 
     QCOMPARE(fileDialog(false, {}, road), home.filePath(QStringLiteral("Documents")));
     QCOMPARE(
@@ -118,8 +118,7 @@ void TestDesktop::softwareCentre()
     const QTemporaryDir data;
     QVERIFY(QDir(data.path()).mkpath(QStringLiteral("applications/kde")));
     if (!entry.isEmpty())
-        QVERIFY(WidgetTest::writeFile(
-            data.filePath(QStringLiteral("applications/kde/centre.desktop")), entry.toUtf8()));
+        QVERIFY(writeFile(data.filePath(QStringLiteral("applications/kde/centre.desktop")), entry.toUtf8()));
     QCOMPARE(CUpdater::hasSoftwareCentre({m_home.path(), data.path()}), found);
 }
 
