@@ -2,13 +2,17 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 class QLockFile;
+class QObject;
 
 // Keeps a second copy of the program from starting. The guard is a lock file that records its
 // owner's process: a copy that crashed or was killed leaves a lock that the next start sees as
-// stale and takes over, so it never locks the program out for good.
+// stale and takes over, so it never locks the program out for good. A second copy started for a
+// profile file (a double click on a .cdi file) leaves the file's path beside the lock, and the
+// running copy opens it.
 class CSingleInstance
 {
 public:
@@ -22,6 +26,12 @@ public:
     // False only when another running copy holds the lock. A lock that cannot be created at all
     // (no writable directory) does not stop the program.
     bool acquire();
+
+    // The second copy: leaves the file for the running copy. False when it could not be left.
+    bool handOver(const QString &filePath) const;
+    // The running copy: each file handed over from now on goes to open, one at a time and never
+    // while a dialog waits for the user. The watch ends with owner.
+    void receiveHandOvers(QObject *owner, std::function<void(const QString &)> open) const;
 
 private:
     QString m_path;

@@ -59,6 +59,15 @@ void useWindowsUiFont()
 }
 #endif
 
+// The profile file the program was started for: its only argument, when that is no option.
+QString profileArgument()
+{
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    if (arguments.size() == 1 && !arguments.first().startsWith(QLatin1Char('-')))
+        return arguments.first();
+    return QString();
+}
+
 std::unique_ptr<QApplication> createApplication(int &argc, char **argv)
 {
     if (QCoreApplication::instance())
@@ -204,9 +213,17 @@ int CStartup::reportFileError(int &argc, char **argv, const CFileError &error)
 int CStartup::runNormalStart(int &argc, char **argv, CDataHolder &data)
 {
     CSingleInstance singleInstance(m_surroundings.lockDirectory);
-    // Deliberately silent: starting the program again simply leaves the running copy alone.
-    if (!singleInstance.acquire())
+    // Deliberately silent: starting the program again simply leaves the running copy alone, and
+    // hands it the profile file it was started for.
+    if (!singleInstance.acquire()) {
+        std::unique_ptr<QCoreApplication> core;
+        if (!QCoreApplication::instance())
+            core = std::make_unique<QCoreApplication>(argc, argv); // for the arguments as the system gives them
+        const QString path = profileArgument();
+        if (!path.isEmpty())
+            singleInstance.handOver(path);
         return kExitNormal;
+    }
 
     // The device transactions draw their nonces and scrambling values from the C generator.
     std::srand(unsigned(std::time(nullptr)));
@@ -238,7 +255,7 @@ int CStartup::runNormalStart(int &argc, char **argv, CDataHolder &data)
 
     int exitCode = kExitFailed;
     if (accepted)
-        exitCode = runWindows(data, *switcher, *languageMenu);
+        exitCode = runWindows(data, *switcher, *languageMenu, singleInstance);
 
     // Widgets go before the application object; the single-copy lock goes last.
     disclaimer.reset();
@@ -308,16 +325,22 @@ CProgramWindows::~CProgramWindows()
     m_hintDialog.reset();
 }
 
-int CStartup::runWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu)
+int CStartup::runWindows(
+    CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu, const CSingleInstance &singleInstance)
 {
     CProgramWindows windows(data, switcher, languageMenu);
+    MainWindow &window = windows.mainWindow();
     // A profile file named on the command line (as the file manager starts the program for a
     // .cdi file) opens once the window is up, so that a message about it shows over the window.
-    const QStringList arguments = QCoreApplication::arguments().mid(1);
-    if (arguments.size() == 1 && !arguments.first().startsWith(QLatin1Char('-'))) {
-        MainWindow &window = windows.mainWindow();
-        const QString path = arguments.first();
+    const QString path = profileArgument();
+    if (!path.isEmpty())
         QTimer::singleShot(0, &window, [&window, path] { window.openProfileFile(path); });
-    }
-    return m_steps.runMainWindow(windows.mainWindow());
+    // One handed over by a later copy brings the window to the front and opens there.
+    singleInstance.receiveHandOvers(&window, [&window](const QString &handedOver) {
+        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        window.raise();
+        window.activateWindow();
+        window.openProfileFile(handedOver);
+    });
+    return m_steps.runMainWindow(window);
 }

@@ -9,6 +9,7 @@ class CDataHolder;
 class CFileError;
 class CLanguageMenu;
 class CLanguageSwitcher;
+class CSingleInstance;
 class DisclaimerDialog;
 class ErrorGui;
 class HintDialog;
@@ -86,7 +87,8 @@ public:
 private:
     int reportFileError(int &argc, char **argv, const CFileError &error);
     int runNormalStart(int &argc, char **argv, CDataHolder &data);
-    int runWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu);
+    int runWindows(CDataHolder &data, CLanguageSwitcher &switcher, CLanguageMenu &languageMenu,
+        const CSingleInstance &singleInstance);
 
     IModalSteps &m_steps;
     const Surroundings m_surroundings;

@@ -8,6 +8,7 @@
 #include "dialogs/disclaimerdialog.h"
 #include "errorgui.h"
 #include "mainwindow.h"
+#include "profile/profilefile.h"
 #include "programversion.h"
 #include "support/layoutencoder.h"
 #include "support/widgettestmain.h"
@@ -123,6 +124,7 @@ private slots:
     void windowsMet_data();
     void windowsMet();
     void oneCopyAtATime();
+    void secondCopyHandsOverItsFile();
     void terminalAnswers_data();
     void terminalAnswers();
 
@@ -284,6 +286,28 @@ void TestStartup::oneCopyAtATime()
     ProgramCopy next(environment);
     QVERIFY2(next.runs(), next.errors.constData());
     QVERIFY(ProgramCopy(environment).endedWell());
+}
+
+// A second copy started for a profile file (a double click on it in the file manager) leaves it
+// to the running copy, which opens it, and ends as silently as ever.
+void TestStartup::secondCopyHandsOverItsFile()
+{
+    QVERIFY(QDir().mkpath(userFolder()) && writeFile(userFolder() + QLatin1String("/disclaimer.a"), kAccepted));
+    Profile profile;
+    profile.setName(QStringLiteral("Handed over"));
+    const QString file = path(QStringLiteral("work/handed over.cdi"));
+    QVERIFY(saveProfileFile(profile, file));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), path(QStringLiteral("lock")));
+    ScriptedSteps steps;
+    steps.inMainWindow = [&](MainWindow &window) {
+        ProgramCopy second(environment, {file});
+        QVERIFY2(second.endedWell() && second.process.readAllStandardOutput().isEmpty(), second.errors.constData());
+        QTRY_COMPARE(window.windowTitle(), QStringLiteral("Handed over (handed over.cdi)[*] - Sparkwright"));
+        // Read once and gone: only the lock is left.
+        QCOMPARE(QDir(path(QStringLiteral("lock"))).entryList(QDir::Files).size(), 1);
+    };
+    QCOMPARE(runStartup(steps), 7);
 }
 
 // Answered on the terminal without a display, started from the folder with the planted files;
