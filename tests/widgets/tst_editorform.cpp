@@ -34,35 +34,27 @@
 
 #include <cmath>
 
+Q_DECLARE_METATYPE(IgnitionMap)
+
 namespace {
 
-using Points = QVector<QPoint>; // (rpm, angle) pairs
-
 const QString kTemplateName = QStringLiteral("Two-stroke single 50 cc scooter");
-const Points kScooterMap {{1000, 14}, {2000, 16}, {3000, 18}, {4000, 20}, {5000, 26}, {6000, 18}, {7000, 16},
-    {8000, 14}, {8800, 13}, {9500, 12}};
+const IgnitionMap kScooterMap = mapOf({1000, 2000, 3000, 4000, 5000, 6000, 7000, 8000, 8800, 9500},
+    {14, 16, 18, 20, 26, 18, 16, 14, 13, 12});
 // Four points on the left, point 4 in the middle, five on the right; the last one fixes the
 // graph's axes at 0..19300 rpm and 0..50 degrees.
-const Points kSpreadMap {{500, 5}, {1000, 5}, {1500, 5}, {2000, 5}, {8000, 20}, {15000, 5}, {16000, 5},
-    {17000, 5}, {18000, 5}, {19000, 42}};
-
-IgnitionMap mapOf(const Points &points)
-{
-    IgnitionMap map;
-    for (int i = 0; i < points.size(); ++i)
-        map.setPoint(i, points[i].x(), points[i].y());
-    return map;
-}
+const IgnitionMap kSpreadMap = mapOf({500, 1000, 1500, 2000, 8000, 15000, 16000, 17000, 18000, 19000},
+    {5, 5, 5, 5, 20, 5, 5, 5, 5, 42});
 
 // A factory template: under a flat ceiling of 28 degrees (sensor advance 30), the side stand
 // monitored with the ground enabling ignition, the falling edge.
-Profile scooterTemplate(const Points &points = kScooterMap, const SensorCoefficients &curve = {30.0, 0, 0})
+Profile scooterTemplate(const IgnitionMap &map = kScooterMap, const SensorCoefficients &curve = {30.0, 0, 0})
 {
     Profile profile;
     profile.setMotorbikeType(0, false);
     profile.setName(kTemplateName);
     profile.setNotes(QStringLiteral("Plug B9ES"));
-    profile.setMap(mapOf(points));
+    profile.setMap(map);
     profile.setSensorCoefficients(curve);
     profile.setFlags(ProfileFlags {true, true, false, 0});
     profile.setVoltage(170);
@@ -385,17 +377,17 @@ void TestEditorForm::leavingAsksWhileEdited()
 
 void TestEditorForm::pressAndDrag_data()
 {
-    QTest::addColumn<Points>("points");
+    QTest::addColumn<IgnitionMap>("map");
     QTest::addColumn<QPointF>("curve"); // K0, K1
     QTest::addColumn<int>("rpm"); // where the mouse goes from 8000 rpm and 20 degrees, kept inside the graph
     QTest::addColumn<double>("angle");
     QTest::addColumn<bool>("selects");
     QTest::addColumn<QPoint>("result"); // point 4: rpm, angle
     const QPointF high(60.0, 0.0);
-    Points near = kSpreadMap;
-    Points far = kSpreadMap;
-    near[4] = {9200, 20};
-    far[4] = {8200, 23};
+    IgnitionMap near = kSpreadMap;
+    IgnitionMap far = kSpreadMap;
+    near.setPoint(4, 9200, 20);
+    far.setPoint(4, 8200, 23);
     // A press selects a point up to 1250 rpm away, 3 degrees weighing 1200 rpm, and moves nothing.
     QTest::newRow("1200 rpm away is selected") << near << high << 8000 << 20.0 << true << QPoint(9200, 20);
     QTest::newRow("3 degrees and 200 rpm away is too far")
@@ -419,20 +411,20 @@ void TestEditorForm::pressAndDrag_data()
 // its point in the graph.
 void TestEditorForm::pressAndDrag()
 {
-    QFETCH(Points, points);
+    QFETCH(IgnitionMap, map);
     QFETCH(QPointF, curve);
     QFETCH(int, rpm);
     QFETCH(double, angle);
     QFETCH(bool, selects);
     QFETCH(QPoint, result);
-    load(scooterTemplate(points, {curve.x(), curve.y(), 0.0}));
+    load(scooterTemplate(map, {curve.x(), curve.y(), 0.0}));
     drag(graphPixel(8000, 20), graphPixel(rpm, angle));
     // A press too far from any point keeps the first row, where the editor opens with the focus.
     QCOMPARE(graph()->selectedIndex(), selects ? 4 : 0);
     QVERIFY(!selects || table()->currentIndex().row() == 4);
     const MapPoint point = m_editor->profile().map().point(4);
     QCOMPARE(QPoint(point.rpm, point.angle), result);
-    QCOMPARE(m_editor->profile().isModified(), result != points[4]);
+    QCOMPARE(m_editor->profile().isModified(), !map.pointEquals(4, result.x(), result.y()));
     clickCell(7, 1);
     QCOMPARE(graph()->selectedIndex(), 7);
 }
