@@ -99,15 +99,6 @@ QStringList keyFaults(QWidget &root, int &tried)
     return faults;
 }
 
-// The forms that follow the language by its change event have their texts once it is handled.
-void startIn(Program &program, bool german)
-{
-    program.switcher.addLanguage(CLanguageSwitcher::languageCode(CLanguageSwitcher::kGerman));
-    if (german)
-        program.switcher.setLanguage(CLanguageSwitcher::kGerman);
-    QCoreApplication::processEvents();
-}
-
 } // namespace
 
 class TestKeyboard : public QObject
@@ -166,7 +157,11 @@ void TestKeyboard::everyPageFitsAndHasItsOwnKeys()
     CRecentProfiles().add(folder.filePath(QStringLiteral("recent.cdi")), QStringLiteral("Recent"));
     Program program;
     QVERIFY(program.ready());
-    startIn(program, german);
+    // The forms that follow the language by its change event have their texts once it is handled.
+    program.switcher.addLanguage(CLanguageSwitcher::languageCode(CLanguageSwitcher::kGerman));
+    if (german)
+        program.switcher.setLanguage(CLanguageSwitcher::kGerman);
+    QCoreApplication::processEvents();
     MainWindow &window = program.window();
     const CDisclaimerAcceptance acceptance(folder.path());
     DisclaimerDialog disclaimer(*program.menu, acceptance);

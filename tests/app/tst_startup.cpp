@@ -36,8 +36,6 @@ const QByteArray kManifest
 // What another user could leave in a folder the program is started from.
 const QByteArray kPlanted = handContainer({libraryHeader(QStringLiteral("planted"), 66)});
 
-using namespace WidgetTest;
-
 const QString kBuildDir = qEnvironmentVariable("SPARKWRIGHT_BUILD_DIR");
 
 // Answers in the user's place and notes what the user would have seen.
