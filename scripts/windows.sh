@@ -213,6 +213,12 @@ xdotool type --delay 20 "$(winpath "$pdf")"
 xdotool key Return
 for _ in \$(seq 60); do [ -s "$pdf" ] && break; sleep 0.5; done
 sleep 1
+# A second copy started for another file hands it to this one, which shows it.
+wine64 "$build/Sparkwright.exe" "$(winpath "$samples/two-records.cdi")" >/dev/null 2>&1
+for _ in \$(seq 40); do
+    xdotool search --onlyvisible --name "two-records" >/dev/null 2>&1 && { touch "$checkdir/handed-over"; break; }
+    sleep 0.5
+done
 xdotool windowactivate --sync "\$window" key --clearmodifiers alt+F4
 for _ in \$(seq 20); do kill -0 \$program 2>/dev/null || break; sleep 0.5; done
 kill \$program 2>/dev/null
@@ -225,8 +231,9 @@ if [ -s "$pdf" ]; then
 else
     fail "Print PDF wrote no sheet"
 fi
+[ -f "$checkdir/handed-over" ] || fail "a second copy's file did not open in the running copy"
 [ "$(ls -A "$build")" = "$before" ] || fail "the program wrote beside itself: $(diff <(echo "$before") <(ls -A "$build") | tr '\n' ' ')"
-echo "program: window, German, PDF ($((SECONDS - stage)) s)"
+echo "program: window, German, PDF, a second copy's file ($((SECONDS - stage)) s)"
 
 # The installer, silently: the files, the Start-menu entry and the .cdi association come and go.
 stage=$SECONDS
