@@ -56,6 +56,16 @@ QString csvField(const QString &text)
     return QLatin1Char('"') + quoted + QLatin1Char('"');
 }
 
+// A name that a spreadsheet would take for a formula ("=HYPERLINK(...)", "+1", "@SUM") is
+// written as text, behind the apostrophe that spreadsheets take to mean just that.
+QString csvText(const QString &text)
+{
+    static const QString formulaStarts = QStringLiteral("=+-@\t\r");
+    if (!text.isEmpty() && formulaStarts.contains(text.front()))
+        return QLatin1Char('\'') + text;
+    return text;
+}
+
 } // namespace
 
 QByteArray comparisonCsv(const std::vector<Profile> &profiles)
@@ -75,7 +85,7 @@ QByteArray comparisonCsv(const std::vector<Profile> &profiles)
     };
     lines << line(header);
     for (const Profile &profile : profiles) {
-        QStringList fields {profile.name(),
+        QStringList fields {csvText(profile.name()),
             profile.isCustom() ? QCoreApplication::translate("ProfileComparison", "Custom")
                                : QCoreApplication::translate("ProfileComparison", "Default")};
         for (int i = 0; i < kMapPointCount; ++i) {

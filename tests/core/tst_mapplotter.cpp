@@ -267,15 +267,19 @@ void TestMapPlotter::valuesForASpreadsheet()
     Profile quoted = profileOf({{500, 5}, {20000, 49}});
     quoted.setName(QStringLiteral("Track, \"hot\" Zündung"));
     quoted.setMotorbikeType(0, true);
+    Profile formula = plain;
+    formula.setName(QStringLiteral("=HYPERLINK(\"x\")"));
     const QByteArray header
         = "Profile,Kind,RPM 1,Angle 1,RPM 2,Angle 2,RPM 3,Angle 3,RPM 4,Angle 4,RPM 5,Angle 5,"
           "RPM 6,Angle 6,RPM 7,Angle 7,RPM 8,Angle 8,RPM 9,Angle 9,RPM 10,Angle 10\r\n";
-    QCOMPARE(comparisonCsv({plain, quoted}),
+    QCOMPARE(comparisonCsv({plain, quoted, formula}),
         "\xEF\xBB\xBF" + header
             + "Road,Default,1000,10,2000,10,3000,10,4000,10,5000,10,6000,10,7000,10,8000,10,9000,10,10000,"
               "10\r\n"
               "\"Track, \"\"hot\"\" "
-              "Z\xC3\xBCndung\",Custom,500,5,20000,49,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n");
+              "Z\xC3\xBCndung\",Custom,500,5,20000,49,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n"
+              "\"'=HYPERLINK(\"\"x\"\")\",Default,1000,10,2000,10,3000,10,4000,10,5000,10,6000,10,7000,10,"
+              "8000,10,9000,10,10000,10\r\n");
     QCOMPARE(comparisonCsv({}), "\xEF\xBB\xBF" + header);
 }
 
