@@ -22,13 +22,13 @@ void CBridgeWatch::setPorts(const IPortLister &ports)
     m_ports = ports.clone();
 }
 
-void CBridgeWatch::start()
+void CBridgeWatch::startWatching()
 {
     m_started = true;
     update();
 }
 
-void CBridgeWatch::stop()
+void CBridgeWatch::stopWatching()
 {
     m_started = false;
     update();

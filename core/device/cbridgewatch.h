@@ -22,8 +22,8 @@ public:
     void setPorts(const IPortLister &ports);
     void setInterval(int ms) { m_poll.setInterval(ms); }
 
-    void start();
-    void stop();
+    void startWatching();
+    void stopWatching();
     void setExchangeRunning(bool running);
     // A connection test that succeeded names the CDI on its port; silence or a lost line there
     // forgets it.

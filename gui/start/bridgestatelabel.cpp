@@ -15,13 +15,13 @@ BridgeStateLabel::~BridgeStateLabel() = default;
 void BridgeStateLabel::showEvent(QShowEvent *event)
 {
     QLabel::showEvent(event);
-    m_watch.start();
+    m_watch.startWatching();
 }
 
 void BridgeStateLabel::hideEvent(QHideEvent *event)
 {
     QLabel::hideEvent(event);
-    m_watch.stop();
+    m_watch.stopWatching();
 }
 
 void BridgeStateLabel::changeEvent(QEvent *event)
