@@ -855,7 +855,7 @@ void MainWindow::onContactUs()
 void MainWindow::onSaveProfileMenu()
 {
     if (isShown(m_editor))
-        m_editor->save();
+        m_editor->saveProfile();
 }
 
 void MainWindow::onSaveProfileAsMenu()
@@ -976,7 +976,7 @@ void MainWindow::updateTitle()
     if (!editing) {
         setWindowTitle(QStringLiteral("Sparkwright"));
     } else {
-        const QString file = QFileInfo(m_editor->filePath()).fileName();
+        const QString file = QFileInfo(m_editor->profileFilePath()).fileName();
         const QString name = m_editor->profile().name();
         setWindowTitle(file.isEmpty() ? tr("%1[*] - Sparkwright").arg(name)
                                       : tr("%1 (%2)[*] - Sparkwright").arg(name, file));

@@ -171,7 +171,7 @@ bool EditorForm::confirmDiscard()
     const int answer = userPrompts().ask(
         this, tr("Unsaved changes"), text, {tr("&Save"), tr("&Discard"), tr("Cancel")}, 2, 2);
     if (answer == 0)
-        return save();
+        return saveProfile();
     if (answer != 1)
         return false;
     // Discarded edits are gone: the profile goes back to what was last loaded or saved, so
@@ -206,7 +206,7 @@ void EditorForm::resetProfile()
     refresh();
 }
 
-bool EditorForm::save()
+bool EditorForm::saveProfile()
 {
     return m_filePath.isEmpty() ? saveAs() : writeTo(m_filePath);
 }

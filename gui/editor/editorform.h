@@ -49,10 +49,10 @@ public:
     // from, if any, is where Save writes it.
     void setProfile(const Profile &profile, const QString &filePath = QString());
     // The file the profile came from or was last saved to; empty for a new one.
-    QString filePath() const { return m_filePath; }
+    QString profileFilePath() const { return m_filePath; }
     // Save writes to that file, and asks for one only where there is none; Save as always asks.
     // True once the file holds the profile; a failure has been told.
-    bool save();
+    bool saveProfile();
     bool saveAs();
     // Asks before unsaved changes are dropped, whatever page shows: Save, Discard or Cancel.
     // True when the profile may be left or replaced: it was saved, or discarded, which puts it

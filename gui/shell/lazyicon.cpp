@@ -19,30 +19,30 @@ public:
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
     {
-        icon().paint(painter, rect, Qt::AlignCenter, mode, state);
+        loaded().paint(painter, rect, Qt::AlignCenter, mode, state);
     }
     QSize actualSize(const QSize &size, QIcon::Mode mode, QIcon::State state) override
     {
-        return icon().actualSize(size, mode, state);
+        return loaded().actualSize(size, mode, state);
     }
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
     {
-        return icon().pixmap(size, mode, state);
+        return loaded().pixmap(size, mode, state);
     }
     QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State state, qreal scale) override
     {
-        return icon().pixmap(size, scale, mode, state);
+        return loaded().pixmap(size, scale, mode, state);
     }
     QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override
     {
-        return icon().availableSizes(mode, state);
+        return loaded().availableSizes(mode, state);
     }
-    bool isNull() override { return icon().isNull(); }
+    bool isNull() override { return loaded().isNull(); }
     QString key() const override { return QStringLiteral("CLazyIconEngine"); }
     QIconEngine *clone() const override { return new CLazyIconEngine(*this); }
 
 private:
-    const QIcon &icon()
+    const QIcon &loaded()
     {
         if (!m_icon)
             m_icon = QIcon(m_fileName);
